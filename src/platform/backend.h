@@ -1,0 +1,93 @@
+// What stands behind the platform's calls. The calls forward to one Backend, installed once per process.
+//
+// Two exist: the real one (host/store: SQLite, files, dlopen, iconv) and MemoryBackend (memory_backend.h), which can
+// fail its n-th call. The spooler, handles, batches and last errors are common code of this folder over these
+// interfaces, so that both behave alike. Status results are the error codes of types.h.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "platform/types.h"
+
+namespace heron::platform {
+
+/// The two trees: the user's own, and that of the machine, which holds the printer queues and their data.
+enum class Hive : uint8_t { kUser, kMachine };
+
+using KeyId = int64_t;  ///< a key of a tree; stays valid until the key is removed
+
+/// Keys and typed values of both trees. Paths are normalised: parts joined by single backslashes, none at the ends.
+/// Every change is durable when the call returns, or at Commit inside a transaction. Calls come from any thread; a
+/// transaction belongs to one thread at a time, others wait.
+class TreeStore {
+ public:
+  virtual ~TreeStore() = default;
+  virtual DWORD Find(Hive hive, std::u16string_view path, KeyId* key) = 0;
+  /// Creates the missing keys of `path`; `*created` tells whether the last one was missing.
+  virtual DWORD Create(Hive hive, std::u16string_view path, KeyId* key, bool* created) = 0;
+  /// Removes an empty key with its values; kErrorAccessDenied if it has subkeys.
+  virtual DWORD Remove(Hive hive, std::u16string_view path) = 0;
+  /// Name of the index-th subkey in creation order, or kErrorNoMoreItems.
+  virtual DWORD Subkey(Hive hive, KeyId key, uint32_t index, std::u16string* name) = 0;
+  /// `*size` receives the value's size always when it exists; data is copied only if it fits `room` (else kErrorMoreData).
+  virtual DWORD Read(Hive hive, KeyId key, std::u16string_view name, DWORD* type, std::span<uint8_t> room, DWORD* size) = 0;
+  /// Hands every value of the key to `visit`, in one consistent look.
+  using Visitor = std::function<void(std::u16string_view name, DWORD type, std::span<const uint8_t> data)>;
+  virtual DWORD ReadAll(Hive hive, KeyId key, const Visitor& visit) = 0;
+  virtual DWORD Write(Hive hive, KeyId key, std::u16string_view name, DWORD type, std::span<const uint8_t> data) = 0;
+  virtual DWORD Delete(Hive hive, KeyId key, std::u16string_view name) = 0;
+  virtual DWORD Begin(Hive hive) = 0;  ///< not nested; the caller counts
+  virtual DWORD End(Hive hive, bool keep) = 0;
+  /// Whether the tree can be written at all by this user.
+  virtual bool Writable(Hive hive) = 0;
+};
+
+class ModuleLoader {
+ public:
+  virtual ~ModuleLoader() = default;
+  virtual HMODULE Load(std::u16string_view path) = 0;  ///< null if it can't be loaded
+  virtual void Free(HMODULE module) = 0;
+  /// Address of the text and its length, valid while the module is loaded; an empty view if there is none.
+  virtual std::u16string_view Text(HMODULE module, uint32_t id) = 0;
+};
+
+class ProcessInfo {
+ public:
+  virtual ~ProcessInfo() = default;
+  virtual std::u16string FileName() = 0;       ///< full path of the program
+  virtual std::u16string LocaleCountry() = 0;  ///< country code in digits, empty if unknown
+  virtual std::u16string UserName() = 0;
+};
+
+class TextCodec {
+ public:
+  virtual ~TextCodec() = default;
+  virtual DWORD ActiveCodePage() = 0;
+  /// Whole text into bytes of `code_page` (never CP_ACP); '?' for what it lacks. False if the code page is unknown.
+  virtual bool Encode(DWORD code_page, std::u16string_view text, std::string* out) = 0;
+  virtual bool Decode(DWORD code_page, std::string_view bytes, std::u16string* out) = 0;
+};
+
+struct Backend {
+  TreeStore* trees;
+  ModuleLoader* modules;
+  ProcessInfo* process;
+  TextCodec* text;
+};
+
+/// Installs `backend` for the process; the object and what it points to must outlive every call. Null takes it away.
+HERON_PLATFORM_API void InstallBackend(const Backend* backend);
+
+/// How the real backend joins in: called at the first platform call if none is installed. Returns null if it can't be made.
+using BackendFactory = const Backend* (*)();
+HERON_PLATFORM_API void SetDefaultBackend(BackendFactory factory);
+
+/// The backend in force, or null; calls without a backend fail with kErrorGenFailure.
+const Backend* CurrentBackend();
+
+}  // namespace heron::platform

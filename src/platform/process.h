@@ -1,0 +1,24 @@
+// Who runs the driver and where: process, user and locale. Conventions: platform/types.h.
+#pragma once
+
+#include "platform/types.h"
+
+namespace heron::platform {
+
+inline constexpr DWORD LOCALE_USER_DEFAULT = 0x400;
+inline constexpr DWORD LOCALE_ICOUNTRY = 5;
+
+extern "C" {
+
+/// Full path of the process's program (`module` null). Returns its length; cut to `room` characters with terminator.
+/// 0 on failure.
+HERON_PLATFORM_API DWORD GetModuleFileNameW(HMODULE module, char16_t* buffer, DWORD room);
+
+/// The locale item `item` as text. Returns characters written with the terminator; 0 if it is unknown or doesn't fit.
+HERON_PLATFORM_API int GetLocaleInfoW(DWORD locale, DWORD item, char16_t* buffer, int room);
+
+/// The user's logon name. `*length`: in, room with terminator; out, characters with terminator.
+HERON_PLATFORM_API BOOL GetUserNameW(char16_t* buffer, DWORD* length);
+}
+
+}  // namespace heron::platform

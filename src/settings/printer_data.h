@@ -1,0 +1,57 @@
+// What outlives a job: the queue's saved record and its other values, and the small per-user states.
+//
+// Two places. Per queue, for all users: printer data "HERON NT" (the saved record), "CountryCode",
+// "SPLUserModePrinterDriver", "UDPaper%ld". Per user and queue: the registry tree below UserKey(). A failed write is
+// ignored where the record in memory stays valid; the next load rebuilds.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "catalog/catalog.h"
+#include "platform/types.h"
+#include "settings/driver_env.h"
+
+namespace heron {
+
+/// Name of the queue from PRINTER_INFO_1, at most 31 characters; empty if it can't be read.
+std::u16string PrinterName(platform::HANDLE printer);
+
+/// Path of the user's key of a queue, with up to two parts below; at most 260 characters. The name goes through the system
+/// code page and is cut at the last whole character within 31 bytes; then a leading "\\" is dropped.
+std::u16string BuildUserKey(std::u16string_view printer_name, std::u16string_view sub1 = {},
+                            std::u16string_view sub2 = {});
+
+/// Always leaves a valid record in `env`: the saved one, or defaults, which are then saved. Null `printer_name`: the queue's.
+bool LoadPrinterEnv(platform::HANDLE printer, DriverEnv* env, const char16_t* printer_name,
+                    const ResourceContext* resources);
+
+/// Saves `env` as "HERON NT"; false if it can't be written.
+bool SavePrinterEnv(platform::HANDLE printer, const DriverEnv& env);
+
+/// "CountryCode"; if it can't be read, the locale's country, which is then stored.
+uint32_t ReadStoredCountry(const char16_t* printer_name);
+/// Stores the locale's country if it differs from "CountryCode".
+void UpdateStoredCountry(platform::HANDLE printer);
+
+/// Makes sure that the queue names the printing-side driver; an unprivileged user changes nothing.
+void EnsureRenderDriverValue(platform::HANDLE printer);
+
+/// The work of DrvPrinterEvent: 1, or 0 only if the resources for event 3 can't be opened.
+int32_t HandlePrinterEvent(const char16_t* printer_name, int event);
+
+/// Whether the process is the spreadsheet program whose jobs are handled apart: its file name ends in "EXCEL.EXE".
+bool InExcel();
+
+/// BookMode of a user and queue: 0 nothing known, 1 the last confirmed choice was fax, 2 print.
+uint32_t BookModeStatus(std::u16string_view printer_name);
+/// 200, 400 or 600.
+uint32_t BookModeResolution(std::u16string_view printer_name);
+bool SetBookModeStatus(const DriverEnv& env, uint32_t status);
+bool SetBookModeResolution(std::u16string_view printer_name, uint32_t value);
+
+/// 1 the stores were seeded by this version (low 14 bits), 2 by another, 3 never.
+int CompareDriverVersion(std::u16string_view printer_name, uint16_t version);
+
+}  // namespace heron
