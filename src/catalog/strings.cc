@@ -140,22 +140,23 @@ std::u16string_view DirectoryOf(std::u16string_view path) {
 
 }  // namespace
 
-void RefreshDriverDirectory(platform::HANDLE printer) {
+bool RefreshDriverDirectory(platform::HANDLE printer) {
   platform::DWORD needed = 0;
   platform::GetPrinterDriverW(printer, nullptr, 2, nullptr, 0, &needed);
-  if (needed < sizeof(platform::DRIVER_INFO_2W)) return;
+  if (needed < sizeof(platform::DRIVER_INFO_2W)) return false;
   const auto buffer = std::make_unique<uint8_t[]>(needed);  // aligned for the structure, as all of operator new's
-  if (!platform::GetPrinterDriverW(printer, nullptr, 2, buffer.get(), needed, &needed)) return;
+  if (!platform::GetPrinterDriverW(printer, nullptr, 2, buffer.get(), needed, &needed)) return false;
   platform::DRIVER_INFO_2W info;
   std::memcpy(&info, buffer.get(), sizeof info);
-  if (info.pDataFile == nullptr) return;
+  if (info.pDataFile == nullptr) return false;
   const std::u16string_view directory = DirectoryOf(info.pDataFile);
-  if (directory.empty()) return;
+  if (directory.empty()) return false;
 
   Shared& shared = TheShared();
   const std::lock_guard guard(shared.lock);
   std::ranges::copy(directory, shared.directory.begin());
   shared.directoryLength = directory.size();
+  return true;
 }
 
 std::u16string DriverDirectory() {
