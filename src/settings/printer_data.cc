@@ -6,7 +6,7 @@
 
 #include <array>
 #include <cstring>
-#include <vector>
+#include <memory>
 
 #include "catalog/strings.h"
 #include "platform/handles.h"
@@ -31,16 +31,6 @@ constexpr size_t kUserKeyLength = 260;
 /// The printing-side driver's name as printer data keep it: 128 bytes, filled up with zeros.
 using RenderDriverName = std::array<char16_t, 64>;
 static_assert(sizeof(RenderDriverName) == 128);
-
-/// PRINTER_INFO_1 or _2 with its texts behind it; empty if the queue can't tell.
-std::vector<uint64_t> FetchPrinterInfo(HANDLE printer, DWORD level) {
-  DWORD needed = 0;
-  GetPrinterW(printer, level, nullptr, 0, &needed);
-  std::vector<uint64_t> info((needed + sizeof(uint64_t) - 1) / sizeof(uint64_t));
-  const auto room = static_cast<DWORD>(info.size() * sizeof(uint64_t));
-  if (needed == 0 || !GetPrinterW(printer, level, reinterpret_cast<uint8_t*>(info.data()), room, &needed)) info.clear();
-  return info;
-}
 
 /// `name` as the system code page knows it, cut to whole characters within 31 bytes.
 std::u16string ThroughCodePage(std::u16string_view name) {
@@ -97,10 +87,10 @@ bool SaveDefaultRecord(HANDLE printer, const char16_t* printer_name) {
 }  // namespace
 
 std::u16string PrinterName(HANDLE printer) {
-  const std::vector<uint64_t> info = FetchPrinterInfo(printer, 1);
-  if (info.empty()) return {};
-  const auto* head = reinterpret_cast<const PRINTER_INFO_1W*>(info.data());
-  const std::u16string_view name = head->pName != nullptr ? head->pName : u"";
+  const PrinterInfo info(printer, 1);
+  if (!info) return {};
+  const char16_t* told = info.As<PRINTER_INFO_1W>().pName;
+  const std::u16string_view name = told != nullptr ? told : u"";
   return std::u16string(name.substr(0, kPrinterNameLength));
 }
 
@@ -156,13 +146,12 @@ void UpdateStoredCountry(HANDLE printer) {
 
 void EnsureRenderDriverValue(HANDLE printer) {
   if (NamesRenderDriver(printer)) return;
-  const std::vector<uint64_t> info = FetchPrinterInfo(printer, 2);
-  if (info.empty()) return;
-  const auto* head = reinterpret_cast<const PRINTER_INFO_2W*>(info.data());
-  if (head->pPrinterName == nullptr) return;
+  const PrinterInfo info(printer, 2);
+  const char16_t* name = info ? info.As<PRINTER_INFO_2W>().pPrinterName : nullptr;
+  if (name == nullptr) return;
   // The queue's key keeps a backslash of its name as a comma, so the path of such a name opens nothing: left as it is.
-  const std::u16string path = std::u16string(u"SYSTEM\\CurrentControlSet\\Control\\Print\\Printers\\") +
-                              head->pPrinterName + u"\\PrinterDriverData";
+  const std::u16string path =
+      std::u16string(u"SYSTEM\\CurrentControlSet\\Control\\Print\\Printers\\") + name + u"\\PrinterDriverData";
   const UniqueKey key = OpenKey(HKEY_LOCAL_MACHINE, path.c_str(), KEY_ALL_ACCESS);
   if (key == nullptr) return;
   RegSetValueExW(key.get(), kRenderDriverValue, REG_SZ, reinterpret_cast<const uint8_t*>(kRenderDriver.data()),
