@@ -35,26 +35,26 @@ struct CloseContext {
 
 /// What a query asks. The three paper groups come as: every row, row `index`, the default row.
 enum Selector : uint32_t {
-  kCount = 1,          ///< number of rows
-  kAllLabels = 2,      ///< labels, `size` characters apart; gives count x size
-  kLabel = 3,          ///< label or text of row `index` into `size` (characters for a list, bytes for a text); its length
-  kDefaultLabel = 4,   ///< the same for the default row
-  kAllValues = 5,      ///< values as u16 if `size` is 2, else as i32; gives 0
-  kValue = 6,          ///< value of row `index` (a range: its default)
-  kDefaultValue = 7,   ///< value of the default row
+  kCount = 1,      ///< number of rows
+  kAllLabels = 2,  ///< labels, `size` characters apart; gives count x size
+  kLabel = 3,      ///< label or text of row `index` into `size` (characters for a list, bytes for a text); its length
+  kDefaultLabel = 4,  ///< the same for the default row
+  kAllValues = 5,     ///< values as u16 if `size` is 2, else as i32; gives 0
+  kValue = 6,         ///< value of row `index` (a range: its default)
+  kDefaultValue = 7,  ///< value of the default row
   kMin = 8,
   kMax = 9,
   kStep = 10,
-  kSizes = 30,         ///< width and height, u32, hundredths of a millimetre
+  kSizes = 30,  ///< width and height, u32, hundredths of a millimetre
   kSize = 31,
   kDefaultSize = 32,
-  kMargins = 33,       ///< printable left, top, right, bottom, u32, hundredths of a millimetre
+  kMargins = 33,  ///< printable left, top, right, bottom, u32, hundredths of a millimetre
   kMargin = 34,
   kDefaultMargin = 35,
-  kDotSizes = 36,      ///< width and height, u32, dots at 300 dpi
+  kDotSizes = 36,  ///< width and height, u32, dots at 300 dpi
   kDotSize = 37,
   kDefaultDotSize = 38,
-  kDotMargins = 39,    ///< printable left, top, right, bottom, u32, dots at 300 dpi
+  kDotMargins = 39,  ///< printable left, top, right, bottom, u32, dots at 300 dpi
   kDotMargin = 40,
   kDefaultDotMargin = 41,
 };
@@ -67,8 +67,8 @@ uint32_t CatalogQuery(const ResourceContext* resources, uint16_t feature, uint32
 /// The destination's default value of a list, or a range's default; 0 for a feature that doesn't exist.
 uint32_t CatalogDefault(const ResourceContext* resources, uint16_t feature);
 
-/// The tray lists as the paper feed unit `source_unit` leaves them: selector 1 counts, 2 writes labels `size` characters
-/// apart and returns the characters written, 5 writes u16 values; any other selector gives 0.
+/// The tray lists as the paper feed unit `source_unit` leaves them: selector 1 counts, 2 writes labels `size`
+/// characters apart and returns the characters written, 5 writes u16 values; any other selector gives 0.
 uint32_t CatalogQueryFiltered(const ResourceContext* resources, uint16_t feature, uint32_t selector, void* out,
                               uint32_t index, uint32_t size, uint16_t source_unit);
 
@@ -82,13 +82,13 @@ bool IsStoreEnabled(uint16_t store_id);     ///< 4097 to 4101, 8198
 enum class FeatureKind : uint8_t { kNone = 0, kList = 1, kRange = 3, kText = 4, kBoundedText = 5 };
 struct ListOption {
   uint16_t feature;
-  uint16_t label;        ///< text number, 0 for none
+  uint16_t label;  ///< text number, 0 for none
   int16_t value;
   uint32_t defaultMask;  ///< default for a destination that shares a bit
 };
 FeatureKind KindOf(uint16_t feature);
-std::u16string_view FeatureName(uint16_t feature);          ///< empty if the feature has none
+std::u16string_view FeatureName(uint16_t feature);            ///< empty if the feature has none
 std::span<const ListOption> ListOptionsOf(uint16_t feature);  ///< rows of a list feature, else empty
-inline constexpr uint16_t kFeatureLimit = 1006;             ///< features lie below this number
+inline constexpr uint16_t kFeatureLimit = 1006;               ///< features lie below this number
 
 }  // namespace heron

@@ -10,16 +10,16 @@
 
 namespace heron {
 
-/// Takes the driver directory of the queue `printer` (data file's path, cut behind its last separator). Keeps the old one
-/// if the queue can't tell.
-void RefreshDriverDirectory(platform::HANDLE printer);
+/// Takes the driver directory of the queue `printer` (data file's path, cut behind its last separator). False, with the
+/// old one kept, if the queue can't tell.
+bool RefreshDriverDirectory(platform::HANDLE printer);
 /// The driver directory with its closing separator, empty before the first refresh.
 std::u16string DriverDirectory();
 
 void AcquireStrings();
 void ReleaseStrings();
-/// Text `id` (20000 to 64000), or the empty text: for an unknown id, for 21200, for a text of 1000 characters or more, with
-/// no module. Never null.
+/// Text `id` (20000 to 64000), or the empty text: for an unknown id, for 21200, for a text of 1000 characters or more,
+/// with no module. Never null.
 const char16_t* GetUiString(uint32_t id);
 /// Length in characters, read past the cache; 0 for an unknown id or with no module.
 uint32_t GetUiStringLength(uint32_t id);

@@ -34,8 +34,10 @@ class TreeStore {
   virtual DWORD Remove(Hive hive, std::u16string_view path) = 0;
   /// Name of the index-th subkey in creation order, or kErrorNoMoreItems.
   virtual DWORD Subkey(Hive hive, KeyId key, uint32_t index, std::u16string* name) = 0;
-  /// `*size` receives the value's size always when it exists; data is copied only if it fits `room` (else kErrorMoreData).
-  virtual DWORD Read(Hive hive, KeyId key, std::u16string_view name, DWORD* type, std::span<uint8_t> room, DWORD* size) = 0;
+  /// `*size` receives the value's size always when it exists; data is copied only if it fits `room` (else
+  /// kErrorMoreData).
+  virtual DWORD Read(Hive hive, KeyId key, std::u16string_view name, DWORD* type, std::span<uint8_t> room,
+                     DWORD* size) = 0;
   /// Hands every value of the key to `visit`, in one consistent look.
   using Visitor = std::function<void(std::u16string_view name, DWORD type, std::span<const uint8_t> data)>;
   virtual DWORD ReadAll(Hive hive, KeyId key, const Visitor& visit) = 0;
@@ -83,7 +85,8 @@ struct Backend {
 /// Installs `backend` for the process; the object and what it points to must outlive every call. Null takes it away.
 HERON_PLATFORM_API void InstallBackend(const Backend* backend);
 
-/// How the real backend joins in: called at the first platform call if none is installed. Returns null if it can't be made.
+/// How the real backend joins in: called at the first platform call if none is installed. Returns null if it can't be
+/// made.
 using BackendFactory = const Backend* (*)();
 HERON_PLATFORM_API void SetDefaultBackend(BackendFactory factory);
 

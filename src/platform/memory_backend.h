@@ -17,8 +17,8 @@ class MemoryBackend {
   MemoryBackend(const MemoryBackend&) = delete;
   MemoryBackend& operator=(const MemoryBackend&) = delete;
 
-  /// Lets the `n`-th call of a tree, module or locale operation from now on fail (1: the next one); 0: none. `sticky`: that
-  /// one and all after it.
+  /// Lets the `n`-th call of a tree, module or locale operation from now on fail (1: the next one); 0: none. `sticky`:
+  /// that one and all after it.
   void FailCall(uint64_t n, DWORD status, bool sticky = false);
   /// Backend calls made since construction or the last FailCall.
   uint64_t Calls() const;

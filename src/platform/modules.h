@@ -7,13 +7,14 @@ namespace heron::platform {
 
 extern "C" {
 
-/// Loads the module at the full path `path`; null with kErrorModNotFound if it can't be. A module that is loaded already
-/// costs a look-up only.
+/// Loads the module at the full path `path`; null with kErrorModNotFound if it can't be. A module that is loaded
+/// already costs a look-up only.
 HERON_PLATFORM_API HMODULE LoadLibraryW(const char16_t* path);
 HERON_PLATFORM_API BOOL FreeLibrary(HMODULE module);
 
-/// Copies text number `id` of the module into `buffer` (`room` characters, terminator included; cut to fit) and returns the
-/// characters copied. 0 if there is no such text or `module` is null; `buffer` then holds the empty text if it has room.
+/// Copies text number `id` of the module into `buffer` (`room` characters, terminator included; cut to fit) and returns
+/// the characters copied. 0 if there is no such text or `module` is null; `buffer` then holds the empty text if it has
+/// room.
 HERON_PLATFORM_API int LoadStringW(HMODULE module, uint32_t id, char16_t* buffer, int room);
 }
 

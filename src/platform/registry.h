@@ -30,19 +30,19 @@ HERON_PLATFORM_API DWORD RegFlushKey(HKEY key);
 
 /// Deletes the empty key `path` below `parent` with its values; a key that has subkeys gives kErrorAccessDenied.
 HERON_PLATFORM_API DWORD RegDeleteKeyW(HKEY parent, const char16_t* path);
-/// Name of the `index`-th subkey in creation order. `*length`: in, room in characters with terminator; out, length without
-/// it. kErrorNoMoreItems at the end, kErrorMoreData if the name doesn't fit.
+/// Name of the `index`-th subkey in creation order. `*length`: in, room in characters with terminator; out, length
+/// without it. kErrorNoMoreItems at the end, kErrorMoreData if the name doesn't fit.
 HERON_PLATFORM_API DWORD RegEnumKeyExW(HKEY key, DWORD index, char16_t* name, DWORD* length);
 
-/// Reads a value. `type`, `data` may be null. `*size`: in, room; out, the value's size, also with kErrorMoreData (nothing
-/// is copied then). kErrorFileNotFound if there is none.
+/// Reads a value. `type`, `data` may be null. `*size`: in, room; out, the value's size, also with kErrorMoreData
+/// (nothing is copied then). kErrorFileNotFound if there is none.
 HERON_PLATFORM_API DWORD RegQueryValueExW(HKEY key, const char16_t* name, DWORD* type, uint8_t* data, DWORD* size);
 HERON_PLATFORM_API DWORD RegSetValueExW(HKEY key, const char16_t* name, DWORD type, const uint8_t* data, DWORD size);
 HERON_PLATFORM_API DWORD RegDeleteValueW(HKEY key, const char16_t* name);
 
 /// Changes to the tree of `root` (one of the two constants) between the two calls become visible and durable together;
-/// batches nest, and only the outermost counts. A layer of our own: a list is replaced as one. End with `keep` 0 in any of
-/// them withdraws the whole. A batch belongs to the calling thread; other threads wait.
+/// batches nest, and only the outermost counts. A layer of our own: a list is replaced as one. End with `keep` 0 in any
+/// of them withdraws the whole. A batch belongs to the calling thread; other threads wait.
 HERON_PLATFORM_API DWORD RegBeginBatch(HKEY root);
 HERON_PLATFORM_API DWORD RegEndBatch(HKEY root, BOOL keep);
 }

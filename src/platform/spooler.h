@@ -57,21 +57,21 @@ struct DRIVER_INFO_2W {
 
 extern "C" {
 
-/// Opens the queue `name`. `defaults` may be null (use access). Fails with kErrorInvalidPrinterName for an unknown queue,
-/// kErrorAccessDenied if full access is asked and printer data can't be written.
+/// Opens the queue `name`. `defaults` may be null (use access). Fails with kErrorInvalidPrinterName for an unknown
+/// queue, kErrorAccessDenied if full access is asked and printer data can't be written.
 HERON_PLATFORM_API BOOL OpenPrinterW(const char16_t* name, HANDLE* printer, const PRINTER_DEFAULTSW* defaults);
 HERON_PLATFORM_API BOOL ClosePrinter(HANDLE printer);
 
-/// Levels 1 and 2. Writes the structure at `buffer` with its texts behind it. `*needed` always receives the size in bytes;
-/// a smaller `size` fails with kErrorInsufficientBuffer. `buffer` may be null with `size` 0.
+/// Levels 1 and 2. Writes the structure at `buffer` with its texts behind it. `*needed` always receives the size in
+/// bytes; a smaller `size` fails with kErrorInsufficientBuffer. `buffer` may be null with `size` 0.
 HERON_PLATFORM_API BOOL GetPrinterW(HANDLE printer, DWORD level, uint8_t* buffer, DWORD size, DWORD* needed);
 
 /// Level 2; `environment` is ignored. As GetPrinterW.
 HERON_PLATFORM_API BOOL GetPrinterDriverW(HANDLE printer, const char16_t* environment, DWORD level, uint8_t* buffer,
                                           DWORD size, DWORD* needed);
 
-/// Reads one value of printer data. `type` may be null. `*needed` receives the value's size. kErrorFileNotFound if there
-/// is no such value, kErrorMoreData if `size` is too small (nothing is copied).
+/// Reads one value of printer data. `type` may be null. `*needed` receives the value's size. kErrorFileNotFound if
+/// there is no such value, kErrorMoreData if `size` is too small (nothing is copied).
 HERON_PLATFORM_API DWORD GetPrinterDataW(HANDLE printer, const char16_t* name, DWORD* type, uint8_t* buffer, DWORD size,
                                          DWORD* needed);
 /// Writes one value whole, durably. kErrorAccessDenied if the caller may not.

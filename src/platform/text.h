@@ -17,9 +17,9 @@ extern "C" {
 
 HERON_PLATFORM_API DWORD GetACP();
 
-/// Converts `length` characters (-1: up to and with the terminator) to `code_page`. Returns the bytes written; with `room`
-/// 0 the bytes needed. 0 with kErrorInsufficientBuffer if it doesn't fit: `buffer` then holds as many whole characters as
-/// fit. A character that the code page lacks becomes '?'.
+/// Converts `length` characters (-1: up to and with the terminator) to `code_page`. Returns the bytes written; with
+/// `room` 0 the bytes needed. 0 with kErrorInsufficientBuffer if it doesn't fit: `buffer` then holds as many whole
+/// characters as fit. A character that the code page lacks becomes '?'.
 HERON_PLATFORM_API int WideCharToMultiByte(DWORD code_page, const char16_t* text, int length, char* buffer, int room);
 /// The reverse; bytes that mean nothing become U+FFFD. Results as above, in characters.
 HERON_PLATFORM_API int MultiByteToWideChar(DWORD code_page, const char* text, int length, char16_t* buffer, int room);
@@ -32,9 +32,9 @@ HERON_PLATFORM_API std::u16string FromUtf8(std::string_view text);
 /// One argument of ExpandText.
 using TextArgument = std::variant<int64_t, std::u16string_view>;
 
-/// Expands a text with places: %s, %d, %i, %u, %ld, %lu, each with an optional 0 and width, and %%. Arguments are taken in
-/// order. A text whose places don't fit the arguments (type, number, unknown form) is returned as it stands. Texts come
-/// from the resource module or a store, so they never reach printf.
+/// Expands a text with places: %s, %d, %i, %u, %ld, %lu, each with an optional 0 and width, and %%. Arguments are taken
+/// in order. A text whose places don't fit the arguments (type, number, unknown form) is returned as it stands. Texts
+/// come from the resource module or a store, so they never reach printf.
 HERON_PLATFORM_API std::u16string ExpandText(std::u16string_view format, std::initializer_list<TextArgument> arguments);
 
 }  // namespace heron::platform

@@ -8,7 +8,8 @@
 namespace heron {
 
 /// Fills `env` with the defaults of the destination. The result isn't validated: geometry and mirror are zero. Null
-/// `printer_name`: the name of the queue `printer`. Null `resources`: every catalogue value reads as 0. Reads no printer data.
+/// `printer_name`: the name of the queue `printer`. Null `resources`: every catalogue value reads as 0. Reads no
+/// printer data.
 void BuildDefaultEnv(const ResourceContext* resources, DriverEnv* env, const char16_t* printer_name,
                      platform::HANDLE printer);
 

@@ -1,8 +1,9 @@
-// The settings record: 3328 bytes, packed, little-endian; a public part of 220 bytes, EnvBase of 1207, EnvExtra of 1901.
+// The settings record: 3328 bytes, packed, little-endian; a public part of 220 bytes, EnvBase of 1207, EnvExtra of
+// 1901.
 //
-// It is a byte format that travels between processes and machines, so fields are reached by name through Get and Set and
-// never by reference: Get<"Zoom">(env), Set<"trayTable.lpMediaType">(env, 1, row). A name that doesn't exist doesn't compile.
-// Switches hold 0 or 1, lists the option's value.
+// It is a byte format that travels between processes and machines, so fields are reached by name through Get and Set
+// and never by reference: Get<"Zoom">(env), Set<"trayTable.lpMediaType">(env, 1, row). A name that doesn't exist
+// doesn't compile. Switches hold 0 or 1, lists the option's value.
 #pragma once
 
 #include <algorithm>
@@ -44,21 +45,24 @@ struct EnvField {
   std::string_view name;
   uint16_t offset = 0;
   FieldType type = FieldType::kU8;
-  uint16_t length = 1;   ///< elements: 1, or the N of u32xN, wN, bN
-  uint16_t count = 1;    ///< times the field stands
-  uint16_t stride = 0;   ///< bytes from one to the next
+  uint16_t length = 1;  ///< elements: 1, or the N of u32xN, wN, bN
+  uint16_t count = 1;   ///< times the field stands
+  uint16_t stride = 0;  ///< bytes from one to the next
   bool fromFeature = false;
-  uint16_t value = 0;    ///< default: the feature, or the number itself
-  bool countsOn = false; ///< the feature counts on from one to the next
+  uint16_t value = 0;     ///< default: the feature, or the number itself
+  bool countsOn = false;  ///< the feature counts on from one to the next
   bool deviceOption = false;
 
   constexpr uint32_t ElementSize() const {
     switch (type) {
       case FieldType::kU16:
       case FieldType::kI16:
-      case FieldType::kText: return 2;
-      case FieldType::kU32: return 4;
-      default: return 1;
+      case FieldType::kText:
+        return 2;
+      case FieldType::kU32:
+        return 4;
+      default:
+        return 1;
     }
   }
   constexpr uint32_t Size() const { return ElementSize() * length; }
@@ -94,8 +98,10 @@ consteval uint16_t Number(std::string_view word) {
 
 consteval void ParseType(std::string_view word, EnvField& field) {
   if (word == "u8") return;
-  if (word == "u16") field.type = FieldType::kU16;
-  else if (word == "i16") field.type = FieldType::kI16;
+  if (word == "u16")
+    field.type = FieldType::kU16;
+  else if (word == "i16")
+    field.type = FieldType::kI16;
   else if (word.starts_with("u32")) {
     field.type = FieldType::kU32;
     if (word.size() > 3) field.length = Number(word.substr(4));
@@ -169,13 +175,21 @@ consteval const EnvField& FieldOf() {
 
 namespace env_internal {
 template <FieldType kType>
-struct ValueOf { using type = uint8_t; };
+struct ValueOf {
+  using type = uint8_t;
+};
 template <>
-struct ValueOf<FieldType::kU16> { using type = uint16_t; };
+struct ValueOf<FieldType::kU16> {
+  using type = uint16_t;
+};
 template <>
-struct ValueOf<FieldType::kI16> { using type = int16_t; };
+struct ValueOf<FieldType::kI16> {
+  using type = int16_t;
+};
 template <>
-struct ValueOf<FieldType::kU32> { using type = uint32_t; };
+struct ValueOf<FieldType::kU32> {
+  using type = uint32_t;
+};
 }  // namespace env_internal
 
 template <FieldName kName>

@@ -94,6 +94,6 @@ struct Margins {
   uint32_t left, top, right, bottom;  ///< hundredths of a millimetre, distances from the edges
 };
 /// Unprintable margins of a user paper of this size fed from `source`.
-Margins UserPaperMargins(uint16_t source, uint16_t source_unit, uint32_t width, uint32_t height);
+Margins UserPaperMargins(uint16_t source, uint16_t source_unit, int32_t width, int32_t height);
 
 }  // namespace heron

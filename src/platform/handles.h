@@ -1,0 +1,93 @@
+// Owners of the platform's handles and batches: what is opened here is closed exactly once, also when memory runs out.
+//
+// Thin wrappers over spooler.h and registry.h; they add no behaviour of their own. An empty owner means that opening
+// failed, with the reason where the wrapped call leaves it.
+#pragma once
+
+#include <memory>
+
+#include "platform/registry.h"
+#include "platform/spooler.h"
+
+namespace heron::platform {
+
+struct CloseKeyHandle {
+  using pointer = HKEY;
+  void operator()(HKEY key) const { RegCloseKey(key); }
+};
+using UniqueKey = std::unique_ptr<void, CloseKeyHandle>;
+
+/// Opens the key `path` below `parent`; empty if it doesn't exist or may not be opened so.
+inline UniqueKey OpenKey(HKEY parent, const char16_t* path, DWORD access) {
+  HKEY key = nullptr;
+  return UniqueKey(RegOpenKeyExW(parent, path, 0, access, &key) == kErrorSuccess ? key : nullptr);
+}
+
+/// Opens the key `path` below `parent` for everything, creating what is missing. `created` may be null.
+inline UniqueKey CreateKey(HKEY parent, const char16_t* path, bool* created = nullptr) {
+  HKEY key = nullptr;
+  DWORD disposition = 0;
+  const DWORD status = RegCreateKeyExW(parent, path, KEY_ALL_ACCESS, &key, &disposition);
+  if (created != nullptr) *created = disposition == REG_CREATED_NEW_KEY;
+  return UniqueKey(status == kErrorSuccess ? key : nullptr);
+}
+
+struct ClosePrinterHandle {
+  using pointer = HANDLE;
+  void operator()(HANDLE printer) const { ClosePrinter(printer); }
+};
+using UniquePrinter = std::unique_ptr<void, ClosePrinterHandle>;
+
+/// Opens the queue `name`; empty for a null name, an unknown queue, or access that isn't granted.
+inline UniquePrinter OpenPrinterFor(const char16_t* name, DWORD access) {
+  const PRINTER_DEFAULTSW defaults{nullptr, nullptr, access};
+  HANDLE printer = nullptr;
+  const bool opened = name != nullptr && OpenPrinterW(name, &printer, &defaults) != 0;
+  return UniquePrinter(opened ? printer : nullptr);
+}
+
+/// Values written to a queue's printer data while this lives take effect together at Keep(), or not at all.
+class PrinterDataBatch {
+ public:
+  explicit PrinterDataBatch(HANDLE printer)
+      : printer_(printer), open_(BeginPrinterDataBatch(printer) == kErrorSuccess) {}
+  ~PrinterDataBatch() {
+    if (open_) EndPrinterDataBatch(printer_, 0);
+  }
+  PrinterDataBatch(const PrinterDataBatch&) = delete;
+  PrinterDataBatch& operator=(const PrinterDataBatch&) = delete;
+
+  /// False if it never began or the values couldn't be made durable.
+  bool Keep() {
+    const bool open = open_;
+    open_ = false;
+    return open && EndPrinterDataBatch(printer_, 1) == kErrorSuccess;
+  }
+
+ private:
+  HANDLE printer_;
+  bool open_;
+};
+
+/// The same for one tree of the registry; `root` is one of its two constants.
+class RegistryBatch {
+ public:
+  explicit RegistryBatch(HKEY root) : root_(root), open_(RegBeginBatch(root) == kErrorSuccess) {}
+  ~RegistryBatch() {
+    if (open_) RegEndBatch(root_, 0);
+  }
+  RegistryBatch(const RegistryBatch&) = delete;
+  RegistryBatch& operator=(const RegistryBatch&) = delete;
+
+  bool Keep() {
+    const bool open = open_;
+    open_ = false;
+    return open && RegEndBatch(root_, 1) == kErrorSuccess;
+  }
+
+ private:
+  HKEY root_;
+  bool open_;
+};
+
+}  // namespace heron::platform
