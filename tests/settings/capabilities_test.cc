@@ -7,7 +7,7 @@
 #include "settings/defaults.h"
 #include "settings/papers.h"
 #include "settings/printer_data.h"
-#include "tests/support/driver_fixture.h"
+#include "support/driver_fixture.h"
 
 namespace heron {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "platform/text.h"
-#include "tests/support/driver_fixture.h"
+#include "support/driver_fixture.h"
 
 namespace heron {
 namespace {
