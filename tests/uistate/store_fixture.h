@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/registry.h"
+#include "platform/text.h"
 #include "settings/printer_data.h"
 #include "support/driver_fixture.h"
 #include "uistate/list_stores.h"
