@@ -67,7 +67,8 @@ TEST(ListStoreFields, StayInsideTheirStoreAndApart) {
   }
   for (const int list : {0, 11, -1, INT32_MIN, INT32_MAX})
     EXPECT_FALSE(GetStoreField(40, set, list, 0, &field)) << list;
-  for (const uint16_t row : std::initializer_list<uint16_t>{0, 13, 37, 90, 93, 0xFFFF}) EXPECT_FALSE(GetStoreField(row, set, 1, 1, &field)) << row;
+  for (const uint16_t row : std::initializer_list<uint16_t>{0, 13, 37, 90, 93, 0xFFFF})
+    EXPECT_FALSE(GetStoreField(row, set, 1, 1, &field)) << row;
 
   ASSERT_TRUE(GetStoreField(56, set, 10, 29, &field));
   EXPECT_EQ(field.data, reinterpret_cast<uint8_t*>(&set.pageLists->lists[9].pages[29].tabTextFontSize));

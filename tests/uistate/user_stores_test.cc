@@ -126,6 +126,19 @@ TEST_F(UserStoresTest, OnlyTheQueuesOwnKeysAreDeleted) {
   EXPECT_EQ(UserTree(), tree);
 }
 
+TEST_F(UserStoresTest, AnUnreadableVersionDoesNotCostAUserTheLists) {
+  ASSERT_TRUE(WriteListStores(PatternSet(2), u"P1", printer.get(), false));
+  StoreVersion(u"P1", kDriverVersion);
+  const std::string tree = UserTree();
+  for (uint64_t call = 1; call <= 3; ++call) {
+    backend.FailCall(call, platform::kErrorReadFault);
+    DriverEnv env = Record(u"P1");
+    RefreshUserStores(env);
+    backend.FailCall(0, 0);
+    EXPECT_EQ(UserTree(), tree) << "call " << call;
+  }
+}
+
 TEST_F(UserStoresTest, AFailedVersionChangeLeavesTheOldListsWhole) {
   SweepFailures(
       [&] {
@@ -136,7 +149,9 @@ TEST_F(UserStoresTest, AFailedVersionChangeLeavesTheOldListsWhole) {
       [&] {
         DriverEnv env = Record(u"P1");
         return RefreshUserStores(env);
-      });
+      },
+      /*may_bear=*/true);  // a key that can't be deleted is passed over
+  EXPECT_EQ(ReadAll().watermarks->wMarkListNum, 12);
 }
 
 }  // namespace

@@ -153,8 +153,9 @@ TEST_F(StoreTest, AFailedWriteChangesNothing) {
 }
 
 TEST_F(StoreTest, AFailedSeedChangesNothing) {
-  SweepFailures([] {}, [] { return SeedListStores(u"P1"); });
-  EXPECT_TRUE(HasKey(u"Fax Cover Sheet\\Comment"));
+  SweepFailures([this] { ASSERT_TRUE(WriteListStores(PatternSet(2), u"P1", printer.get(), false)); },
+                [] { return SeedListStores(u"P1"); }, /*may_bear=*/true);  // a text that can't be had is empty
+  EXPECT_EQ(ReadAll().fontSubst->fontSubTblNum, 26);
 }
 
 TEST_F(StoreTest, AFailedReadIsTold) {
