@@ -19,18 +19,19 @@ namespace heron::platform {
 /// The two trees: the user's own, and that of the machine, which holds the printer queues and their data.
 enum class Hive : uint8_t { kUser, kMachine };
 
-using KeyId = int64_t;  ///< a key of a tree; stays valid until the key is removed
+using KeyId = int64_t;  ///< a key of a tree; stays valid until the key is removed, and is never given to another key
 
 /// Keys and typed values of both trees. Paths are normalised: parts joined by single backslashes, none at the ends.
-/// Every change is durable when the call returns, or at Commit inside a transaction. Calls come from any thread; a
-/// transaction belongs to one thread at a time, others wait.
+/// The empty path is the tree's root, which always exists. A path or key that is missing gives kErrorFileNotFound, the
+/// id of a removed key kErrorKeyDeleted. Every change is durable when the call returns, or at End inside a transaction.
+/// Calls come from any thread; a transaction belongs to one thread at a time, others wait.
 class TreeStore {
  public:
   virtual ~TreeStore() = default;
   virtual DWORD Find(Hive hive, std::u16string_view path, KeyId* key) = 0;
   /// Creates the missing keys of `path`; `*created` tells whether the last one was missing.
   virtual DWORD Create(Hive hive, std::u16string_view path, KeyId* key, bool* created) = 0;
-  /// Removes an empty key with its values; kErrorAccessDenied if it has subkeys.
+  /// Removes a key without subkeys, with its values; kErrorAccessDenied if it has subkeys or is the root.
   virtual DWORD Remove(Hive hive, std::u16string_view path) = 0;
   /// Name of the index-th subkey in creation order, or kErrorNoMoreItems.
   virtual DWORD Subkey(Hive hive, KeyId key, uint32_t index, std::u16string* name) = 0;
@@ -44,6 +45,8 @@ class TreeStore {
   virtual DWORD Write(Hive hive, KeyId key, std::u16string_view name, DWORD type, std::span<const uint8_t> data) = 0;
   virtual DWORD Delete(Hive hive, KeyId key, std::u16string_view name) = 0;
   virtual DWORD Begin(Hive hive) = 0;  ///< not nested; the caller counts
+  /// Ends the thread's transaction in any case: unless this gives kErrorSuccess with `keep`, the tree is as it was at
+  /// Begin.
   virtual DWORD End(Hive hive, bool keep) = 0;
   /// Whether the tree can be written at all by this user.
   virtual bool Writable(Hive hive) = 0;
@@ -53,7 +56,7 @@ class ModuleLoader {
  public:
   virtual ~ModuleLoader() = default;
   virtual HMODULE Load(std::u16string_view path) = 0;  ///< null if it can't be loaded
-  virtual void Free(HMODULE module) = 0;
+  virtual bool Free(HMODULE module) = 0;               ///< false if it isn't loaded
   /// Address of the text and its length, valid while the module is loaded; an empty view if there is none.
   virtual std::u16string_view Text(HMODULE module, uint32_t id) = 0;
 };
@@ -83,6 +86,7 @@ struct Backend {
 };
 
 /// Installs `backend` for the process; the object and what it points to must outlive every call. Null takes it away.
+/// Handles and batches of the backend before it become invalid.
 HERON_PLATFORM_API void InstallBackend(const Backend* backend);
 
 /// How the real backend joins in: called at the first platform call if none is installed. Returns null if it can't be

@@ -10,8 +10,8 @@ inline constexpr DWORD LOCALE_ICOUNTRY = 5;
 
 extern "C" {
 
-/// Full path of the process's program (`module` null). Returns its length; cut to `room` characters with terminator.
-/// 0 on failure.
+/// Full path of the process's program (`module` null), cut to `room` characters with terminator. Returns the characters
+/// copied without the terminator; 0 on failure. kErrorInsufficientBuffer in GetLastError() tells that it was cut.
 HERON_PLATFORM_API DWORD GetModuleFileNameW(HMODULE module, char16_t* buffer, DWORD room);
 
 /// The locale item `item` as text. Returns characters written with the terminator; 0 if it is unknown or doesn't fit.

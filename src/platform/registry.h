@@ -37,6 +37,7 @@ HERON_PLATFORM_API DWORD RegEnumKeyExW(HKEY key, DWORD index, char16_t* name, DW
 /// Reads a value. `type`, `data` may be null. `*size`: in, room; out, the value's size, also with kErrorMoreData
 /// (nothing is copied then). kErrorFileNotFound if there is none.
 HERON_PLATFORM_API DWORD RegQueryValueExW(HKEY key, const char16_t* name, DWORD* type, uint8_t* data, DWORD* size);
+/// kErrorAccessDenied through a key that was opened for reading only; the same for RegDeleteValueW.
 HERON_PLATFORM_API DWORD RegSetValueExW(HKEY key, const char16_t* name, DWORD type, const uint8_t* data, DWORD size);
 HERON_PLATFORM_API DWORD RegDeleteValueW(HKEY key, const char16_t* name);
 

@@ -70,11 +70,14 @@ HERON_PLATFORM_API BOOL GetPrinterW(HANDLE printer, DWORD level, uint8_t* buffer
 HERON_PLATFORM_API BOOL GetPrinterDriverW(HANDLE printer, const char16_t* environment, DWORD level, uint8_t* buffer,
                                           DWORD size, DWORD* needed);
 
+/// Every call through the handle of a queue that was removed meanwhile fails with kErrorPrinterDeleted.
+
 /// Reads one value of printer data. `type` may be null. `*needed` receives the value's size. kErrorFileNotFound if
 /// there is no such value, kErrorMoreData if `size` is too small (nothing is copied).
 HERON_PLATFORM_API DWORD GetPrinterDataW(HANDLE printer, const char16_t* name, DWORD* type, uint8_t* buffer, DWORD size,
                                          DWORD* needed);
-/// Writes one value whole, durably. kErrorAccessDenied if the caller may not.
+/// Writes one value whole, durably. kErrorAccessDenied if the user may not write the store; what access the handle was
+/// opened with doesn't matter, since a program's default handle is enough to drive the driver.
 HERON_PLATFORM_API DWORD SetPrinterDataW(HANDLE printer, const char16_t* name, DWORD type, const uint8_t* data,
                                          DWORD size);
 HERON_PLATFORM_API DWORD DeletePrinterDataW(HANDLE printer, const char16_t* name);

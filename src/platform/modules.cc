@@ -1,0 +1,45 @@
+// Modules and their texts over the backend's loader.
+
+#include "platform/modules.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "platform/guarded.h"
+
+namespace heron::platform {
+
+HMODULE LoadLibraryW(const char16_t* path) {
+  HMODULE module = nullptr;
+  const DWORD status = WithBackend([&](const Backend& backend) {
+    if (path == nullptr) return kErrorInvalidParameter;
+    module = backend.modules->Load(path);
+    return module == nullptr ? kErrorModNotFound : kErrorSuccess;
+  });
+  if (status != kErrorSuccess) SetLastError(status);
+  return module;
+}
+
+BOOL FreeLibrary(HMODULE module) {
+  return BoolResult(WithBackend([&](const Backend& backend) {
+    return module != nullptr && backend.modules->Free(module) ? kErrorSuccess : kErrorInvalidHandle;
+  }));
+}
+
+int LoadStringW(HMODULE module, uint32_t id, char16_t* buffer, int room) {
+  if (buffer == nullptr || room <= 0) return 0;
+  buffer[0] = u'\0';
+  size_t copied = 0;
+  const DWORD status = WithBackend([&](const Backend& backend) {
+    if (module == nullptr) return kErrorInvalidHandle;
+    const std::u16string_view text = backend.modules->Text(module, id);
+    copied = std::min(text.size(), static_cast<size_t>(room) - 1);
+    std::copy_n(text.data(), copied, buffer);
+    buffer[copied] = u'\0';
+    return kErrorSuccess;
+  });
+  if (status != kErrorSuccess) SetLastError(status);
+  return static_cast<int>(copied);
+}
+
+}  // namespace heron::platform
