@@ -60,7 +60,8 @@ enum Selector : uint32_t {
 };
 
 /// One query. `out` must have room for what the selector writes; only selectors 1 and 6 to 10 accept a null `out`.
-/// Null `resources` gives 0. An index at or above the count gives 0.
+/// Null `resources` gives 0. An index at or above the count gives 0, also with the selectors of a default row. A paper
+/// selector leaves the slot of a row without geometry as it was.
 uint32_t CatalogQuery(const ResourceContext* resources, uint16_t feature, uint32_t selector, void* out, uint32_t index,
                       uint32_t size);
 
@@ -68,15 +69,16 @@ uint32_t CatalogQuery(const ResourceContext* resources, uint16_t feature, uint32
 uint32_t CatalogDefault(const ResourceContext* resources, uint16_t feature);
 
 /// The tray lists as the paper feed unit `source_unit` leaves them: selector 1 counts, 2 writes labels `size`
-/// characters apart and returns the characters written, 5 writes u16 values; any other selector gives 0.
+/// characters apart and returns their lengths in all, 5 writes u16 values; any other selector gives 0.
 uint32_t CatalogQueryFiltered(const ResourceContext* resources, uint16_t feature, uint32_t selector, void* out,
                               uint32_t index, uint32_t size, uint16_t source_unit);
 
 /// Rows of list feature `feature` that store `value`: index of the first one, or -1.
 int CatalogIndexOf(uint16_t feature, int32_t value);
 
-bool IsFacilityEnabled(uint16_t facility);  ///< 1 to 7
-bool IsStoreEnabled(uint16_t store_id);     ///< 4097 to 4101, 8198
+bool IsFacilityEnabled(uint16_t facility);       ///< 1 to 7
+bool IsStoreEnabled(uint16_t store_id);          ///< 4097 to 4101, 8198
+bool IsFileSectionEnabled(uint16_t section_id);  ///< sections 1 to 8 of a settings file
 
 /// What the tables know of a feature, for listings. Spans point into constant tables.
 enum class FeatureKind : uint8_t { kNone = 0, kList = 1, kRange = 3, kText = 4, kBoundedText = 5 };

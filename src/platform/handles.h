@@ -5,6 +5,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "platform/registry.h"
 #include "platform/spooler.h"
@@ -45,6 +46,34 @@ inline UniquePrinter OpenPrinterFor(const char16_t* name, DWORD access) {
   const bool opened = name != nullptr && OpenPrinterW(name, &printer, &defaults) != 0;
   return UniquePrinter(opened ? printer : nullptr);
 }
+
+/// What GetPrinterW tells of a queue at one level, with its texts and record behind it; the usual size takes one call.
+class PrinterInfo {
+ public:
+  PrinterInfo(HANDLE printer, DWORD level) : buffer_(kUsualSize) {
+    DWORD needed = 0;
+    valid_ = Fetch(printer, level, &needed);
+    if (!valid_ && needed > buffer_.size()) {
+      buffer_.resize(needed);
+      valid_ = Fetch(printer, level, &needed);
+    }
+  }
+  explicit operator bool() const { return valid_; }
+  /// The structure of the level asked for; only if the call succeeded.
+  template <typename Info>
+  const Info& As() const {
+    return *reinterpret_cast<const Info*>(buffer_.data());
+  }
+
+ private:
+  static constexpr size_t kUsualSize = 6144;  ///< a saved record and some texts
+
+  bool Fetch(HANDLE printer, DWORD level, DWORD* needed) {
+    return GetPrinterW(printer, level, buffer_.data(), static_cast<DWORD>(buffer_.size()), needed) != 0;
+  }
+  std::vector<uint8_t> buffer_;
+  bool valid_ = false;
+};
 
 /// Values written to a queue's printer data while this lives take effect together at Keep(), or not at all.
 class PrinterDataBatch {

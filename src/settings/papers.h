@@ -37,16 +37,16 @@ struct CustomPaperEntry {
 static_assert(sizeof(CustomPaperEntry) == 76);
 using UserPaperStore = std::array<CustomPaperEntry, kUserPaperCount>;
 
-/// Default of entry `number` (1 to 10): 8267 x 8267, millimetre, name from the texts.
+/// Default of entry `number` (1 to 10): 8267 x 8267, millimetre, name from the texts, which the caller keeps in use.
 CustomPaperEntry DefaultUserPaper(int number);
 
-/// A name of paper rows, filled at run time; the table is shared by the process and guarded.
-void LoadPaperLabels();
-void RefreshUserPaperRows(const UserPaperStore& store);
-void BuildUserPaperSizeTexts(const UserPaperStore& store);
+/// The run-time part of the rows, shared by the process and guarded: any thread may call.
+void LoadPaperLabels();                                     ///< names of all rows, from the texts in use
+void RefreshUserPaperRows(const UserPaperStore& store);     ///< names and sizes of the user papers' rows
+void BuildUserPaperSizeTexts(const UserPaperStore& store);  ///< their size texts: "210.0x297.0mm", "8.267x11.693inch"
 
-/// Label and size text of the first row with the code; null if the table hasn't got it. The text lies in the process's
-/// table and changes only by the three operations above.
+/// Label and size text of the first row with the code; null if the table hasn't got it, empty before the operations above
+/// have run. A text handed out stays as it is while the process lives; a changed name is another text.
 const char16_t* PaperLabel(int32_t code);
 const char16_t* PaperSizeText(int32_t code);
 
@@ -66,14 +66,16 @@ int32_t RotatedTwin(int32_t code);  ///< -1 if it has none
 bool IsSubstitutedPaper(int32_t code);
 int32_t PaperSubstitute(int32_t code);  ///< -1 if it has none
 
+/// Entry `number` (1 to 10) as it is stored; false, with `entry` untouched, if it isn't, or not as 76 bytes.
+bool ReadStoredUserPaper(platform::HANDLE printer, int number, CustomPaperEntry* entry);
 /// Reads "UDPaper1" to "UDPaper10" of printer data; an entry that can't be read is its default.
 void LoadUserPapers(UserPaperStore* store, platform::HANDLE printer);
-/// Writes the entries that differ from what is stored, in one batch. False if a write failed.
+/// Writes the entries that differ from what is stored, in one batch. False if a write failed: then nothing is written.
 bool SaveUserPapers(const UserPaperStore& store, platform::HANDLE printer);
 /// Stored size of the user paper `code`, thousandths of an inch; the default's if nothing is stored.
 void ReadUserPaperSize(int32_t code, uint32_t* width, uint32_t* height, platform::HANDLE printer);
-/// Entry `number` (1 to 10) with its name, cut to `name_bytes` / 2 characters. False, with the default's values, if the store
-/// doesn't load.
+/// Entry `number` (1 to 10) with its name, cut to `name_bytes` / 2 characters and filled up with zeros: a name that fills its
+/// room has no terminator. False, with the default's values, if the store doesn't load.
 bool ReadUserPaper(platform::HANDLE printer, int number, uint32_t* width, uint32_t* height, char16_t* name,
                    uint32_t name_bytes);
 

@@ -1,0 +1,166 @@
+// Answers, failures and queues, as every command needs them (command.h).
+
+#include "command.h"
+
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <numeric>
+
+#include "platform/queues.h"
+#include "platform/spooler.h"
+#include "platform/text.h"
+
+namespace heron::cli {
+namespace {
+
+namespace fs = std::filesystem;
+using platform::DWORD;
+
+struct Reason {
+  DWORD status;
+  int code;
+  const char* sentence;
+};
+
+constexpr Reason kReasons[] = {
+    {platform::kErrorFileNotFound, kNotFound, "it doesn't exist"},
+    {platform::kErrorPathNotFound, kNotFound, "its folder doesn't exist"},
+    {platform::kErrorAccessDenied, kNotPermitted,
+     "you may not; ask an administrator or choose a store of your own with HERON_HOME"},
+    {platform::kErrorNotEnoughMemory, kFailed, "there isn't enough memory"},
+    {platform::kErrorWriteFault, kFailed, "it couldn't be written; check the disk"},
+    {platform::kErrorDiskFull, kFailed, "the disk is full; make room and try again"},
+    {platform::kErrorBusy, kFailed, "the store is in use by another program; try again in a moment"},
+    {platform::kErrorRegistryCorrupt, kFailed, "the store is damaged; see the message about where it was set aside"},
+    {platform::kErrorInvalidPrinterName, kUsage,
+     "this isn't a name for a printer: it is empty, too long, or has a comma or a control character"},
+};
+
+std::string Lower(std::string_view text) {
+  std::string lower(text);
+  for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return lower;
+}
+
+/// Edit distance of two texts.
+size_t Distance(std::string_view a, std::string_view b) {
+  std::vector<size_t> row(b.size() + 1);
+  std::iota(row.begin(), row.end(), size_t{0});
+  for (size_t i = 0; i < a.size(); ++i) {
+    size_t diagonal = row[0];
+    row[0] = i + 1;
+    for (size_t j = 0; j < b.size(); ++j) {
+      const size_t replaced = diagonal + (a[i] != b[j]);
+      diagonal = row[j + 1];
+      row[j + 1] = std::min({row[j + 1] + 1, row[j] + 1, replaced});
+    }
+  }
+  return row.back();
+}
+
+}  // namespace
+
+void FailWith(DWORD status, std::string_view doing) {
+  const std::string start = "can't " + std::string(doing) + ": ";
+  for (const Reason& reason : kReasons) {
+    if (reason.status == status) throw Failure(reason.code, start + reason.sentence);
+  }
+  throw Failure(kFailed, start + "the store or the system refused it (error " + std::to_string(status) +
+                             "); check that the folder of HERON_HOME can be written");
+}
+
+void PrintJson(std::string_view schema, const Json& answer) {
+  Json document = {{"schema", "heron." + std::string(schema)}, {"version", 1}};
+  document.update(answer);
+  std::cout << document.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+}
+
+std::string Printable(std::u16string_view text) {
+  std::u16string clean(text);
+  for (char16_t& c : clean) {
+    if (c < 0x20 || (c >= 0x7F && c < 0xA0) || (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069)) c = 0xFFFD;
+  }
+  return platform::ToUtf8(clean);
+}
+
+std::string Printable(std::string_view text) {
+  return Printable(platform::FromUtf8(text));
+}
+
+std::string Padded(std::string_view text, size_t width) {
+  const auto is_start = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; };
+  const auto places = static_cast<size_t>(std::count_if(text.begin(), text.end(), is_start));
+  return std::string(text) + std::string(width > places ? width - places : 0, ' ');
+}
+
+std::string Heading(std::string_view text) {
+  static const bool bold = isatty(STDOUT_FILENO) != 0 && std::getenv("NO_COLOR") == nullptr &&
+                           Lower(std::getenv("TERM") != nullptr ? std::getenv("TERM") : "dumb") != "dumb";
+  return bold ? "\033[1m" + std::string(text) + "\033[0m" : std::string(text);
+}
+
+std::vector<std::string> NearestNames(std::string_view wanted, const std::vector<std::string>& names) {
+  std::vector<std::pair<size_t, std::string>> near;
+  const std::string lower = Lower(wanted);
+  for (const std::string& name : names) {
+    const std::string other = Lower(name);
+    const size_t distance = other.find(lower) != std::string::npos ? 1 : Distance(lower, other);
+    if (distance <= std::max<size_t>(2, std::max(lower.size(), other.size()) / 3)) near.emplace_back(distance, name);
+  }
+  std::stable_sort(near.begin(), near.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  std::vector<std::string> best;
+  for (size_t i = 0; i < near.size() && i < 3; ++i) best.push_back(near[i].second);
+  return best;
+}
+
+std::string DidYouMean(std::string_view wanted, const std::vector<std::string>& names) {
+  std::string text;
+  for (const std::string& name : NearestNames(wanted, names)) {
+    text += (text.empty() ? "did you mean \"" : ", \"") + Printable(name) + '"';
+  }
+  return text.empty() ? text : text + "?";
+}
+
+void FailUnknownPrinter(const std::string& name) {
+  std::vector<std::u16string> queues;
+  platform::ListQueues(&queues);
+  std::vector<std::string> names;
+  for (const std::u16string& queue : queues) names.push_back(platform::ToUtf8(queue));
+  std::string hint = DidYouMean(name, names);
+  if (hint.empty()) {
+    hint = names.empty() ? "there is none yet; `heron printer add NAME` makes one" : "`heron printer list` names all";
+  }
+  throw Failure(kNotFound, "there is no printer \"" + Printable(name) + "\"; " + hint);
+}
+
+Printer::Printer(const std::string& name) : name_(platform::FromUtf8(name)) {
+  if (platform::OpenPrinterW(name_.c_str(), &handle_, nullptr)) return;
+  const DWORD status = platform::GetLastError();
+  if (status == platform::kErrorInvalidPrinterName) FailUnknownPrinter(name);
+  FailWith(status, "open the printer \"" + Printable(name) + '"');
+}
+
+Printer::~Printer() {
+  platform::ClosePrinter(handle_);
+}
+
+std::string ProgramDriverFolder() {
+  std::error_code error;
+  const fs::path program = fs::read_symlink("/proc/self/exe", error);
+  return error ? std::string() : (program.parent_path().parent_path() / "lib" / "driver").string() + '/';
+}
+
+CLI::App* AddCommand(CLI::App& parent, const std::string& name, const std::string& description) {
+  CLI::App* command = parent.add_subcommand(name, description);
+  command->set_help_flag("-h,--help", "Tell how the command is used");
+  command->set_version_flag("--version", "heron " HERON_VERSION, "Tell the version");
+  return command;
+}
+
+}  // namespace heron::cli

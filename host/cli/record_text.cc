@@ -1,0 +1,227 @@
+// Fields of a record as text and JSON (record_text.h).
+
+#include "record_text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstring>
+#include <iterator>
+
+#include "platform/text.h"
+
+namespace heron::cli {
+namespace {
+
+struct FieldBit {
+  uint32_t bit;
+  std::string_view name;
+  std::string_view field;
+};
+
+// clang-format off
+constexpr FieldBit kFieldBits[] = {
+    {platform::DM_ORIENTATION, "DM_ORIENTATION", "dmOrientation"},
+    {platform::DM_PAPERSIZE, "DM_PAPERSIZE", "dmPaperSize"},
+    {platform::DM_PAPERLENGTH, "DM_PAPERLENGTH", "dmPaperLength"},
+    {platform::DM_PAPERWIDTH, "DM_PAPERWIDTH", "dmPaperWidth"},
+    {0x10, "DM_SCALE", "dmScale"},
+    {platform::DM_COPIES, "DM_COPIES", "dmCopies"},
+    {platform::DM_DEFAULTSOURCE, "DM_DEFAULTSOURCE", "dmDefaultSource"},
+    {platform::DM_PRINTQUALITY, "DM_PRINTQUALITY", "dmPrintQuality"},
+    {0x800, "DM_COLOR", "dmColor"},
+    {platform::DM_DUPLEX, "DM_DUPLEX", "dmDuplex"},
+    {platform::DM_YRESOLUTION, "DM_YRESOLUTION", "dmYResolution"},
+    {0x4000, "DM_TTOPTION", "dmTTOption"},
+    {0x8000, "DM_COLLATE", "dmCollate"},
+    {0x10000, "DM_FORMNAME", "dmFormName"},
+};
+// clang-format on
+
+bool IsSecret(const EnvField& field) {
+  return std::find(std::begin(kSecretFields), std::end(kSecretFields), field.name) != std::end(kSecretFields);
+}
+
+int64_t ReadNumber(const Bytes& record, FieldType type, uint32_t offset) {
+  const auto take = [&](auto value) {
+    std::memcpy(&value, record.data() + offset, sizeof value);
+    return static_cast<int64_t>(value);
+  };
+  switch (type) {
+    case FieldType::kU16:
+      return take(uint16_t{});
+    case FieldType::kI16:
+      return take(int16_t{});
+    case FieldType::kU32:
+      return take(uint32_t{});
+    default:
+      return take(uint8_t{});
+  }
+}
+
+/// A text up to its terminator or its field's end.
+std::u16string ReadText(const Bytes& record, const EnvField& field) {
+  std::u16string text(field.length, u'\0');
+  std::memcpy(text.data(), record.data() + field.offset, field.Size());
+  return text.substr(0, text.find(u'\0'));
+}
+
+bool IsZero(const Bytes& record, const EnvField& field) {
+  const auto first = record.begin() + field.offset;
+  return std::all_of(first, first + field.Size(), [](uint8_t byte) { return byte == 0; });
+}
+
+std::string Hex(const Bytes& record, const EnvField& field) {
+  constexpr char kDigits[] = "0123456789abcdef";
+  std::string text;
+  for (uint32_t i = 0; i < field.Size(); ++i) {
+    const uint8_t byte = record[field.offset + i];
+    text += kDigits[byte >> 4];
+    text += kDigits[byte & 15];
+  }
+  return text;
+}
+
+std::string Fraction(int64_t value, int places, const char* unit) {
+  std::array<char, 48> text;
+  std::snprintf(text.data(), text.size(), "%.*f%s", places, static_cast<double>(value) / (places == 1 ? 10 : 100),
+                unit);
+  return text.data();
+}
+
+std::string InUnit(Unit unit, int64_t value) {
+  switch (unit) {
+    case Unit::kTenthMm:
+      return Fraction(value, 1, " mm");
+    case Unit::kHundredthMm:
+      return Fraction(value, 2, " mm");
+    case Unit::kMm:
+      return std::to_string(value) + " mm";
+    case Unit::kPercent:
+      return std::to_string(value) + " %";
+    case Unit::kDpi:
+      return std::to_string(value) + " dpi";
+    case Unit::kDots:
+      return std::to_string(value);
+    case Unit::kHour:
+      return std::to_string(value) + " h";
+    case Unit::kMinute:
+      return std::to_string(value) + " min";
+  }
+  return std::to_string(value);
+}
+
+/// The feature whose options the field takes, or -1.
+int FeatureOf(const Slot& slot) {
+  const EnvField& field = *slot.field;
+  if (field.fromFeature) return field.value + (field.countsOn ? slot.index : 0);
+  const auto row = std::find_if(std::begin(kFieldFeatures), std::end(kFieldFeatures),
+                                [&](const FieldFeature& other) { return other.field == field.name; });
+  return row == std::end(kFieldFeatures) ? -1 : row->feature;
+}
+
+std::string DuplexText(int64_t value) {
+  constexpr const char* kWays[] = {"1 (one-sided)", "2 (two-sided, long edge)", "3 (two-sided, short edge)"};
+  return value >= 1 && value <= 3 ? kWays[value - 1] : std::to_string(value);
+}
+
+std::string NumberText(const Slot& slot, int64_t value, const Catalogue& catalogue) {
+  const std::string_view name = slot.field->name;
+  if (name == "dmFields") return FieldBits(static_cast<uint32_t>(value));
+  if (name == "dmDuplex") return DuplexText(value);
+  // This one stores its switch plus one.
+  if (name == "EnableBPPChange_Check" && (value == 1 || value == 2)) return value == 2 ? "on" : "off";
+  if (name.find("_Check") != std::string_view::npos && value <= 1) return value == 1 ? "on" : "off";
+  for (const FieldUnit& row : kFieldUnits) {
+    if (row.field == name) return InUnit(row.unit, value);
+  }
+  const int feature = FeatureOf(slot);
+  if (feature < 0) return std::to_string(value);
+  const std::string label = catalogue.LabelOfValue(static_cast<uint16_t>(feature), static_cast<int32_t>(value));
+  if (!label.empty()) return std::to_string(value) + " (" + label + ')';
+  if (IsSwitch(static_cast<uint16_t>(feature)) && value <= 1) return value == 1 ? "on" : "off";
+  return std::to_string(value);
+}
+
+}  // namespace
+
+std::vector<const EnvField*> FieldsOf(const Bytes& record) {
+  const bool own = IsOwnEnv(record.data());
+  const uint32_t end = own ? kEnvSize : std::min(ForeignEnv(record.data()).PublicSize(), kPublicSize);
+  std::vector<const EnvField*> fields;
+  for (const EnvField& field : kEnvFields) {
+    if (field.name != "reserved" && field.offset + field.Size() <= end) fields.push_back(&field);
+  }
+  return fields;
+}
+
+std::vector<Slot> SlotsOf(const Bytes& record) {
+  std::vector<Slot> slots;
+  for (const EnvField* field : FieldsOf(record)) {
+    for (uint16_t i = 0; i < field->count; ++i) {
+      std::string name(field->name);
+      if (field->count > 1) name += '[' + std::to_string(i) + ']';
+      slots.push_back({field, i, std::move(name)});
+    }
+  }
+  return slots;
+}
+
+bool SameBytes(const Bytes& a, const Bytes& b, const Slot& slot) {
+  return std::memcmp(a.data() + slot.offset(), b.data() + slot.offset(), slot.field->Size()) == 0;
+}
+
+Group GroupOf(const EnvField& field) {
+  const auto next = std::upper_bound(std::begin(kFieldGroups), std::end(kFieldGroups), field.offset,
+                                     [](uint16_t offset, const FieldGroup& row) { return offset < row.offset; });
+  return std::prev(next)->group;
+}
+
+std::string SlotText(const Bytes& record, const Slot& slot, const Catalogue& catalogue) {
+  const EnvField& field = *slot.field;
+  if (IsSecret(field)) return IsZero(record, field) ? "(empty)" : "***";
+  if (field.type == FieldType::kText) {
+    const std::u16string text = ReadText(record, field);
+    return text.empty() ? "(empty)" : '"' + Printable(text) + '"';
+  }
+  if (field.type == FieldType::kBytes) return IsZero(record, field) ? "(empty)" : Hex(record, field);
+  std::string text;
+  for (uint16_t i = 0; i < field.length; ++i) {
+    const uint32_t at = slot.offset() + i * field.ElementSize();
+    text += (i > 0 ? ", " : "") + NumberText(slot, ReadNumber(record, field.type, at), catalogue);
+  }
+  return text;
+}
+
+Json FieldJson(const Bytes& record, const EnvField& field) {
+  if (IsSecret(field)) return IsZero(record, field) ? "" : "***";
+  if (field.type == FieldType::kText) return platform::ToUtf8(ReadText(record, field));
+  if (field.type == FieldType::kBytes) return Hex(record, field);
+  const auto number = [&](uint32_t offset) { return ReadNumber(record, field.type, offset); };
+  if (field.count == 1 && field.length == 1) return number(field.offset);
+  Json array = Json::array();
+  for (uint16_t i = 0; i < std::max(field.count, field.length); ++i) {
+    array.push_back(number(field.count > 1 ? field.At(i) : field.offset + i * field.ElementSize()));
+  }
+  return array;
+}
+
+std::string FieldBits(uint32_t bits) {
+  std::string text;
+  const auto add = [&text](std::string_view name) { text += (text.empty() ? "" : ", ") + std::string(name); };
+  for (const FieldBit& row : kFieldBits) {
+    if ((bits & row.bit) != 0) add(row.name);
+    bits &= ~row.bit;
+  }
+  if (bits != 0) add(std::to_string(bits));
+  return text.empty() ? "none" : text;
+}
+
+uint32_t BitOfField(const EnvField& field) {
+  for (const FieldBit& row : kFieldBits) {
+    if (row.field == field.name) return row.bit;
+  }
+  return 0;
+}
+
+}  // namespace heron::cli

@@ -1,0 +1,49 @@
+// A record's fields as a person and as JSON wants them. Secrets come out masked; nothing outside the record's bytes is
+// read.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "command.h"
+#include "labels.h"
+#include "record_file.h"
+#include "record_layout.h"
+#include "settings/driver_env.h"
+
+namespace heron::cli {
+
+/// One place of a field: a repeated field has as many as it stands times.
+struct Slot {
+  const EnvField* field;
+  uint16_t index;
+  std::string name;  ///< "Zoom", "trayTable.lpMediaType[3]"
+
+  uint32_t offset() const { return field->At(index); }
+};
+
+/// The named fields that `record` holds, in their order: all of ours, or the public ones inside a foreign record's
+/// dmSize.
+std::vector<const EnvField*> FieldsOf(const Bytes& record);
+/// The same, place by place.
+std::vector<Slot> SlotsOf(const Bytes& record);
+
+/// Whether two records that both hold the slot hold the same bytes there.
+bool SameBytes(const Bytes& a, const Bytes& b, const Slot& slot);
+
+Group GroupOf(const EnvField& field);
+
+/// "9 (A4)", "on", "210.0 mm", "\"Office\"", "***".
+std::string SlotText(const Bytes& record, const Slot& slot, const Catalogue& catalogue);
+
+/// Raw value: a number, an array of numbers, a text, bytes in hexadecimal, or "***" for a secret that isn't empty.
+Json FieldJson(const Bytes& record, const EnvField& field);
+
+/// Bit names of dmFields, "DM_ORIENTATION, DM_COPIES"; an unknown bit as a number.
+std::string FieldBits(uint32_t bits);
+
+/// The bit of dmFields that names a public field, or 0.
+uint32_t BitOfField(const EnvField& field);
+
+}  // namespace heron::cli

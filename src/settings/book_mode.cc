@@ -1,0 +1,124 @@
+// BookMode: what a user last confirmed for a queue in the spreadsheet program, which hands records back unchanged; and
+// the version that the user's stores of a queue were seeded by.
+//
+// The state lies in the user's tree, "BookMode" below the queue's key. A key without this driver's version, be it new,
+// older or half written, is set back to nothing known before it is used.
+#include <array>
+
+#include "platform/handles.h"
+#include "platform/process.h"
+#include "settings/printer_data.h"
+
+namespace heron {
+namespace {
+
+using namespace platform;
+
+constexpr char16_t kStatus[] = u"Status";
+constexpr char16_t kResolution[] = u"Resolution";
+constexpr char16_t kVersion[] = u"Version";
+constexpr uint32_t kDefaultResolution = 600;
+constexpr std::u16string_view kSpreadsheet = u"EXCEL.EXE";
+constexpr size_t kProgramPathRoom = 4096;
+
+bool ReadNumber(HKEY key, const char16_t* name, uint32_t* value) {
+  uint32_t stored = 0;
+  DWORD type = 0;
+  DWORD size = sizeof stored;
+  const DWORD status = RegQueryValueExW(key, name, &type, reinterpret_cast<uint8_t*>(&stored), &size);
+  if (status != kErrorSuccess || type != REG_DWORD || size != sizeof stored) return false;
+  *value = stored;
+  return true;
+}
+
+bool WriteNumber(HKEY key, const char16_t* name, uint32_t value) {
+  return RegSetValueExW(key, name, REG_DWORD, reinterpret_cast<const uint8_t*>(&value), sizeof value) == kErrorSuccess;
+}
+
+bool SameVersion(uint32_t a, uint32_t b) {
+  return ((a ^ b) & kVersionMask) == 0;
+}
+
+/// Nothing known, as one.
+void ResetBookMode(HKEY key) {
+  RegistryBatch batch(HKEY_CURRENT_USER);
+  if (WriteNumber(key, kStatus, 0) && WriteNumber(key, kResolution, kDefaultResolution) &&
+      WriteNumber(key, kVersion, kDriverVersion)) {
+    batch.Keep();
+  }
+}
+
+struct BookMode {
+  UniqueKey key;       ///< empty if it can't be opened
+  bool fresh = false;  ///< nothing was known
+};
+
+BookMode OpenBookMode(std::u16string_view printer_name) {
+  BookMode mode;
+  bool created = false;
+  mode.key = CreateKey(HKEY_CURRENT_USER, BuildUserKey(printer_name, u"BookMode").c_str(), &created);
+  if (mode.key == nullptr) return mode;
+  uint32_t version = 0;
+  mode.fresh = created || !ReadNumber(mode.key.get(), kVersion, &version) || !SameVersion(version, kDriverVersion);
+  if (mode.fresh) ResetBookMode(mode.key.get());
+  return mode;
+}
+
+/// The number `name`, or `if_unknown` where nothing is known or can be read.
+uint32_t BookModeNumber(std::u16string_view printer_name, const char16_t* name, uint32_t if_unknown) {
+  const BookMode mode = OpenBookMode(printer_name);
+  uint32_t value = if_unknown;
+  if (mode.key != nullptr && !mode.fresh) ReadNumber(mode.key.get(), name, &value);
+  return value;
+}
+
+/// A write that fails is ignored, as with printer data: only a key that doesn't open is a failure.
+bool SetBookModeNumber(std::u16string_view printer_name, const char16_t* name, uint32_t value) {
+  const BookMode mode = OpenBookMode(printer_name);
+  if (mode.key == nullptr) return false;
+  WriteNumber(mode.key.get(), name, value);
+  return true;
+}
+
+constexpr char16_t Upper(char16_t c) {
+  return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - u'a' + u'A') : c;
+}
+
+}  // namespace
+
+bool InExcel() {
+  std::array<char16_t, kProgramPathRoom> path;
+  const size_t length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+  if (length < kSpreadsheet.size() || length > path.size()) return false;
+  const char16_t* end = path.data() + length - kSpreadsheet.size();
+  for (const char16_t c : kSpreadsheet) {
+    if (Upper(*end++) != c) return false;
+  }
+  return true;
+}
+
+uint32_t BookModeStatus(std::u16string_view printer_name) {
+  return BookModeNumber(printer_name, kStatus, 0);
+}
+
+uint32_t BookModeResolution(std::u16string_view printer_name) {
+  const uint32_t stored = BookModeNumber(printer_name, kResolution, kDefaultResolution);
+  return stored == 200 || stored == 400 ? stored : kDefaultResolution;
+}
+
+bool SetBookModeStatus(const DriverEnv& env, uint32_t status) {
+  return SetBookModeNumber(GetText<"dmDeviceName">(env), kStatus, status);
+}
+
+bool SetBookModeResolution(std::u16string_view printer_name, uint32_t value) {
+  return SetBookModeNumber(printer_name, kResolution, value);
+}
+
+int CompareDriverVersion(std::u16string_view printer_name, uint16_t version) {
+  const UniqueKey key = OpenKey(HKEY_CURRENT_USER, BuildUserKey(printer_name).c_str(), KEY_READ);
+  uint32_t stored = 0;
+  if (key == nullptr || !ReadNumber(key.get(), u"DriverVersion", &stored)) return 3;
+  return SameVersion(stored, version) ? 1 : 2;
+}
+
+}  // namespace heron

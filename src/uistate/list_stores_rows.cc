@@ -1,0 +1,43 @@
+// Row look-ups of the list stores. Everything told about a row stands in list_store_table.h.
+#include "uistate/list_stores_rows.h"
+
+#include <algorithm>
+
+namespace heron {
+
+std::span<const ListStoreRow> RowsOf(ListStoreId store) {
+  for (const ListStoreRows& rows : kListStoreRows) {
+    if (rows.store == store) return rows.rows;
+  }
+  return {};
+}
+
+bool IsCountRow(std::span<const ListStoreRow> rows, const ListStoreRow& row) {
+  return std::any_of(rows.begin(), rows.end(), [&](const ListStoreRow& other) { return other.link == row.id; });
+}
+
+uint16_t ListStoreTable::IndexOf(uint16_t id) const {
+  if (id == 0) return kNoIndex;
+  const auto row = std::find_if(rows.begin(), rows.end(), [id](const WorkingStoreRow& r) { return r.id() == id; });
+  return row == rows.end() ? kNoIndex : static_cast<uint16_t>(row - rows.begin());
+}
+
+ListStoreTable BuildListStoreTable() {
+  ListStoreTable table{};
+  for (size_t part = 0; part < kListStoreRows.size(); ++part) {
+    const auto& [store, rows] = kListStoreRows[part];
+    table.parts[part] = {store, static_cast<uint16_t>(table.rows.size()), static_cast<uint16_t>(rows.size())};
+    for (const ListStoreRow& row : rows) {
+      WorkingStoreRow working;
+      working.row = &row;
+      working.store = store;
+      working.isCount = IsCountRow(rows, row);
+      working.selfIndex = static_cast<uint16_t>(table.rows.size());
+      table.rows.push_back(working);
+    }
+  }
+  table.rows.emplace_back();
+  return table;
+}
+
+}  // namespace heron

@@ -1,0 +1,66 @@
+// Reading and writing list stores: one common walk over the row table for the five that live in the user's registry
+// tree, and the saving of all six.
+//
+// The walk trusts nothing that it reads: a value of the wrong type or size counts as missing and leaves its field as it
+// was, a count is narrowed to its width and clamped to its list's room, a text is always terminated. A write of one
+// store is one batch: after a failure or a crash the registry holds all of the old or all of the new. Two sheets of one
+// user overwrite each other's lists, the last one wins.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <utility>
+
+#include "platform/registry.h"
+#include "uistate/list_stores.h"
+
+namespace heron {
+
+enum class WalkOp : uint8_t {
+  kRead = 1,
+  kWrite = 2,
+  kSeed = 3,  ///< walks like a write
+};
+
+/// A batch on the user's tree; withdrawn when it goes out of scope unless kept. Nests.
+class UserTreeBatch {
+ public:
+  UserTreeBatch() : open_(platform::RegBeginBatch(platform::HKEY_CURRENT_USER) == platform::kErrorSuccess) {}
+  ~UserTreeBatch() {
+    if (open_) platform::RegEndBatch(platform::HKEY_CURRENT_USER, 0);
+  }
+  UserTreeBatch(const UserTreeBatch&) = delete;
+  UserTreeBatch& operator=(const UserTreeBatch&) = delete;
+  bool open() const { return open_; }
+  /// Ends the batch, keeping its changes. False if it wasn't open or couldn't be kept.
+  bool Keep() {
+    const bool was_open = std::exchange(open_, false);
+    return was_open && platform::RegEndBatch(platform::HKEY_CURRENT_USER, 1) == platform::kErrorSuccess;
+  }
+
+ private:
+  bool open_;
+};
+
+/// Reads or writes one registry store of the queue `printer_name`. True at once for a store that this model leaves out
+/// or that has no place in the registry. False for a null store, or if a registry call failed: nothing has then been
+/// written, and a store that was being read holds what came before the failure.
+bool WalkStore(const ListStoreSet& set, ListStoreId store, std::u16string_view printer_name, WalkOp op);
+
+/// Reads the five registry stores, then the user papers from the queue's data. A value that isn't stored leaves its
+/// field. False if one of the stores couldn't be read; the others are read all the same.
+bool ReadListStores(ListStoreSet& set, std::u16string_view printer_name, platform::HANDLE printer);
+
+/// Writes the five registry stores, and the user papers unless the queue is a server's (its name begins with "\\") and
+/// `printer_data_locked` is set. False if one couldn't be written; the others are written all the same.
+bool WriteListStores(const ListStoreSet& set, std::u16string_view printer_name, platform::HANDLE printer,
+                     bool printer_data_locked);
+
+/// What a print job needs of the queue's per-page lists, read afresh. `list` is 1 to 10, `page` 0 to 29. False, with
+/// `out` untouched, for a number outside or a store that can't be allocated or read.
+bool ReadListPageCount(std::u16string_view printer_name, int list, uint16_t* out);
+bool ReadListMixplex(std::u16string_view printer_name, int list, uint16_t* out);
+bool ReadListPage(std::u16string_view printer_name, int list, int page, PageEntry* out);
+bool ReadListTabSettings(std::u16string_view printer_name, int list, TabSettings* out);
+
+}  // namespace heron
