@@ -51,7 +51,8 @@ uint32_t BookModeResolution(std::u16string_view printer_name);
 bool SetBookModeStatus(const DriverEnv& env, uint32_t status);
 bool SetBookModeResolution(std::u16string_view printer_name, uint32_t value);
 
-/// 1 the stores were seeded by this version (low 14 bits), 2 by another, 3 never.
+/// 1 the stores were seeded by this version (low 14 bits), 2 by another, 3 never. 1 also if the store can't tell for now, so
+/// that nobody's lists are replaced over it.
 int CompareDriverVersion(std::u16string_view printer_name, uint16_t version);
 
 }  // namespace heron
