@@ -1,5 +1,6 @@
 """The catalogue and the capabilities as answers, and command lines that aren't understood."""
 
+import subprocess
 import unittest
 
 import support
@@ -56,7 +57,7 @@ class Capabilities(support.Journey):
         self.assertEqual([answers[name]["result"] for name in ("DC_SIZE", "DC_EXTRA", "DC_COPIES", "DC_BINADJUST")],
                          [220, 3108, 999, -1])
         self.assertIsNone(answers["DC_BINADJUST"]["output"])
-        self.assertRegex(self.heron("capabilities", "-p", "Office"), r"(?m)^  9 +\S.* 210\.0 x 297\.0 mm$")
+        self.assertRegex(self.heron("capabilities", "-p", "Office"), r"(?m)^  9 +A4 +210\.0 x 297\.0 mm$")
 
     def test_a_record_given_is_merged_first(self):
         self.add_printer()
@@ -93,7 +94,6 @@ class Usage(support.Journey):
 
     def test_an_answer_that_cant_be_written(self):
         with open("/dev/full", "wb") as full:
-            import subprocess
             done = subprocess.run([support.BIN, "catalog"], stdout=full, stderr=subprocess.PIPE, env=self.environment(), check=False)
         self.assertEqual(done.returncode, 1)
         self.assertIn(b"heron: ", done.stderr)

@@ -1,5 +1,7 @@
 """Records in, valid records out; defaults by country; conversion; what is shown of them, and what never is."""
 
+import pathlib
+import runpy
 import struct
 import unittest
 
@@ -70,7 +72,7 @@ class Merge(support.Journey):
         self.assertEqual(out.stat().st_size, 3328)
         self.assertEqual(out.stat().st_mode & 0o077, 0, "others can read what may hold a password")
         self.heron("record", "default", "-p", "Office", "--out", "/dev/null")
-        self.assertTrue(open("/dev/null", "rb").read() == b"")
+        self.assertTrue(pathlib.Path("/dev/null").is_char_device())
         self.heron("record", "default", "-p", "Office", "--out", self.folder / "no" / "folder.bin", code=5)
 
 
@@ -218,7 +220,6 @@ class BadFiles(support.Journey):
         self.heron("record", "show", self.folder, code=1)
 
     def test_samples_are_what_their_script_makes(self):
-        import runpy
         script = runpy.run_path(str(support.SAMPLES / "make_records.py"))
         for name, data in script["records"]():
             self.assertEqual((support.SAMPLES / name).read_bytes(), data, name)
