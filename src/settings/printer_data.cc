@@ -7,6 +7,7 @@
 #include <array>
 #include <cstring>
 #include <memory>
+#include <new>
 
 #include "catalog/strings.h"
 #include "platform/handles.h"
@@ -37,7 +38,10 @@ std::u16string ThroughCodePage(DWORD code_page, std::u16string_view name) {
   std::array<char, kNameBytes + 1> bytes{};
   std::array<char16_t, kNameBytes> text;
   // A name that doesn't fit fails, but leaves its whole characters.
-  WideCharToMultiByte(code_page, name.data(), static_cast<int>(name.size()), bytes.data(), kNameBytes);
+  const int written =
+      WideCharToMultiByte(code_page, name.data(), static_cast<int>(name.size()), bytes.data(), kNameBytes);
+  // Half a name would be another queue's key.
+  if (written == 0 && GetLastError() == kErrorNotEnoughMemory) throw std::bad_alloc();
   const auto length = static_cast<int>(std::strlen(bytes.data()));
   const int characters = length > 0 ? MultiByteToWideChar(code_page, bytes.data(), length, text.data(), kNameBytes) : 0;
   return {text.data(), static_cast<size_t>(characters)};

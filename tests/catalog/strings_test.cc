@@ -2,7 +2,7 @@
 #include <atomic>
 #include <thread>
 
-#include "catalog/failing_new.h"
+#include "support/failing_new.h"
 #include "support/driver_fixture.h"
 
 namespace heron {

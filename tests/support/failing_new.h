@@ -1,4 +1,4 @@
-// Lets the allocations of the calling thread fail, for tests of what happens when memory runs out.
+// Lets the allocations of the calling thread fail, for tests of what happens when memory runs out; and counts its blocks.
 #pragma once
 
 #include <cstdint>
@@ -12,6 +12,12 @@ class FailingNew {
   ~FailingNew();
   FailingNew(const FailingNew&) = delete;
   FailingNew& operator=(const FailingNew&) = delete;
+
+  /// Whether a block was asked for and refused.
+  bool Refused() const;
 };
+
+/// Blocks that the calling thread has taken and not given back.
+int64_t LiveBlocks();
 
 }  // namespace heron::test
