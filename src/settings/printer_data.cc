@@ -127,7 +127,8 @@ bool LoadPrinterEnv(HANDLE printer, DriverEnv* env, const char16_t* printer_name
     return true;
   }
   BuildDefaultEnv(resources, env, printer_name, printer);
-  // A store that is only busy or short of memory for the moment still holds the device options: they aren't overwritten.
+  // A store that is only busy or short of memory for the moment still holds the device options: they aren't
+  // overwritten.
   const bool lost = status == kErrorSuccess || status == kErrorMoreData || status == kErrorFileNotFound;
   if (lost) SavePrinterEnv(printer, *env);
   return true;
