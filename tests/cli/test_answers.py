@@ -64,13 +64,15 @@ class Capabilities(support.Journey):
         record = self.default_record()
         record[2774] = 4  # the feed unit that has every tray
         path = self.write("unit.bin", record)
-        self.assertEqual(self.json("capabilities", "-p", "Office", "--in", path)["DC_BINS"]["output"], [7, 1, 2, 258, 259, 270, 4])
+        answers = self.json("capabilities", "-p", "Office", "--in", path)
+        self.assertEqual(answers["DC_BINS"]["output"], [7, 1, 2, 258, 259, 270, 4])
 
 
 class Usage(support.Journey):
     def test_what_isnt_understood_is_usage(self):
         for arguments in ([], ["nonsense"], ["printer"], ["printer", "add"], ["printer", "list", "extra"], ["record"],
-                          ["record", "show"], ["record", "merge", "-p", "X"], ["record", "diff", "one"], ["record", "diff", "-", "-"],
+                          ["record", "show"], ["record", "merge", "-p", "X"], ["record", "diff", "one"],
+                          ["record", "diff", "-", "-"],
                           ["record", "convert", "-p", "X", "--in", "x", "--to", "newest"], ["capabilities"],
                           ["record", "show", "x", "-p", "X"], ["catalog", "--country", "x"], ["record", "show", "--nonsense", "x"]):
             self.heron(*arguments, code=2)
@@ -94,7 +96,8 @@ class Usage(support.Journey):
 
     def test_an_answer_that_cant_be_written(self):
         with open("/dev/full", "wb") as full:
-            done = subprocess.run([support.BIN, "catalog"], stdout=full, stderr=subprocess.PIPE, env=self.environment(), check=False)
+            done = subprocess.run([support.BIN, "catalog"], stdout=full, stderr=subprocess.PIPE, env=self.environment(),
+                                  check=False)
         self.assertEqual(done.returncode, 1)
         self.assertIn(b"heron: ", done.stderr)
 
