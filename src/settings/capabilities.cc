@@ -175,7 +175,6 @@ int32_t AnswerBins(const Query& query, bool names, void* output) {
   const uint16_t source_unit = Get<"lpSourceUnit">(query.env);
   const uint32_t count = CatalogQueryFiltered(query.resources, kTrayFeature, kCount, nullptr, 0, 0, source_unit);
   if (output != nullptr && names) {
-    std::memset(output, 0, count * kBinNameLength * sizeof(char16_t));
     CatalogQueryFiltered(query.resources, kTrayFeature, kAllLabels, output, 0, kBinNameLength, source_unit);
   } else if (output != nullptr) {
     CatalogQueryFiltered(query.resources, kTrayFeature, kAllValues, output, 0, sizeof(uint16_t), source_unit);

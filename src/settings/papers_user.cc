@@ -51,7 +51,7 @@ bool IsStored(HANDLE printer, int number, const CustomPaperEntry& entry) {
 }
 
 /// Splits what `size` exceeds `printable` by between two sides, both at least `least`.
-void SplitExcess(int32_t size, int64_t printable, int32_t least_near, int32_t least_far, uint32_t* near,
+void SplitExcess(int64_t size, int64_t printable, int32_t least_near, int32_t least_far, uint32_t* near,
                  uint32_t* far) {
   const int64_t excess = std::max<int64_t>(size - printable, 0);
   const int64_t half = (excess + 1) / 2;
