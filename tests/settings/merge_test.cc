@@ -107,7 +107,9 @@ TEST_F(MergeTest, DeviceOptionsAreTheListedFieldsAndNoOthers) {
   CopyDeviceOptions(saved, merged);
   std::string expected = "lpPDLType lpCoverSheetTray";
   for (uint32_t at = 2774; at < 2794; ++at) {
-    for (const EnvField& field : kEnvFields) expected += field.offset == at ? " " + std::string(field.name) : "";
+    for (const EnvField& field : kEnvFields) {
+      if (field.offset == at) expected.append(" ").append(field.name);
+    }
   }
   expected += " deviceInfoText Secur_Check lpPIPunchFoldUnit lpLCStackerUnit szDevIPAddress";
   EXPECT_EQ(Differences(base, merged), expected);
