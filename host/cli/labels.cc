@@ -18,7 +18,7 @@ constexpr const char* kResourceModule = "TVOR6T1.DLL";
 platform::HMODULE LoadTexts() {
   const std::u16string beside = platform::FromUtf8(ProgramDriverFolder() + kResourceModule);
   if (platform::HMODULE module = platform::LoadLibraryW(beside.c_str())) return module;
-  const std::u16string installed = platform::FromUtf8(store::DriverDirectoryPath() + kResourceModule);
+  const std::u16string installed = platform::FromUtf8((store::DriverDirectoryPath() / kResourceModule).string());
   return platform::LoadLibraryW(installed.c_str());
 }
 

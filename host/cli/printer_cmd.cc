@@ -46,27 +46,39 @@ std::vector<uint8_t> ReadWhole(const fs::path& path) {
   return bytes;
 }
 
-/// Copies the driver's files into the store's driver directory, each whole and only if it changed.
+[[noreturn]] void FailFolder(const fs::path& folder, const std::error_code& error) {
+  const bool denied = error == std::errc::permission_denied || error == std::errc::read_only_file_system;
+  throw Failure(denied ? kNotPermitted : kFailed,
+                "can't use the driver directory \"" + folder.string() + "\": " + error.message());
+}
+
+/// Whether the file holds these bytes.
+bool Holds(const fs::path& path, const std::vector<uint8_t>& bytes) {
+  std::error_code error;
+  return fs::is_regular_file(path, error) && fs::file_size(path, error) == bytes.size() && ReadWhole(path) == bytes;
+}
+
+/// Copies the driver's files into the store's driver directory, each whole and only if it changed. All users may read
+/// them.
 void InstallDriverFiles() {
   const fs::path source = ProgramDriverFolder();
   const fs::path target = store::DriverDirectoryPath();
   std::error_code error;
-  fs::create_directories(target, error);
-  if (error) {
-    const bool denied = error == std::errc::permission_denied || error == std::errc::read_only_file_system;
-    throw Failure(denied ? kNotPermitted : kFailed,
-                  "can't make the driver directory \"" + target.string() + "\": " + error.message());
-  }
   if (!fs::is_directory(source, error)) {
     throw Failure(
         kFailed, "the driver's files aren't where they belong, in \"" + source.string() + "\"; build or install again");
   }
+  fs::create_directories(target, error);
+  if (error) FailFolder(target, error);
   for (const fs::directory_entry& entry : fs::directory_iterator(source)) {
     if (!entry.is_regular_file()) continue;
     const fs::path to = target / entry.path().filename();
     const std::vector<uint8_t> bytes = ReadWhole(entry.path());
-    if (fs::is_regular_file(to, error) && fs::file_size(to, error) == bytes.size() && ReadWhole(to) == bytes) continue;
-    WriteRecord(to.string(), bytes);
+    if (!Holds(to, bytes)) ReplaceFile(to.string(), bytes);
+    constexpr fs::perms kForAll =
+        fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read | fs::perms::others_read;
+    if (fs::status(to).permissions() != kForAll) fs::permissions(to, kForAll, error);
+    if (error) FailFolder(target, error);
   }
 }
 
@@ -76,7 +88,7 @@ platform::Queue QueueFrom(const PrinterOptions& options) {
   queue.server = FromUtf8(options.server);
   queue.port = FromUtf8(options.port);
   queue.driver = FromUtf8(options.driver);
-  queue.dataFile = FromUtf8(options.data_file.empty() ? store::DriverDirectoryPath() + kDataFile
+  queue.dataFile = FromUtf8(options.data_file.empty() ? (store::DriverDirectoryPath() / kDataFile).string()
                                                       : fs::absolute(options.data_file).string());
   if (queue.dataFile.size() >= platform::kMaxPath) {
     throw Failure(kFailed,

@@ -80,6 +80,11 @@ Bytes ReadRecord(const std::string& path) {
   return bytes;
 }
 
+void ReplaceFile(const std::string& path, const Bytes& bytes) {
+  if (const int failed = store::ReplaceFileBytes(fs::absolute(path), bytes); failed != 0)
+    FailFile(path, "write", failed);
+}
+
 void WriteRecord(const std::string& path, const Bytes& bytes) {
   if (path == "-") {
     std::cout.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
@@ -89,8 +94,7 @@ void WriteRecord(const std::string& path, const Bytes& bytes) {
   const fs::file_status status = fs::status(path, error);
   if (fs::exists(status) && !fs::is_regular_file(status)) return WriteThrough(path, bytes);
   // A link keeps pointing at its file, which is what gets replaced.
-  const fs::path target = fs::exists(status) ? fs::canonical(path) : fs::path(path);
-  if (const int failed = store::ReplaceFileBytes(target.string(), bytes); failed != 0) FailFile(path, "write", failed);
+  ReplaceFile(fs::exists(status) ? fs::canonical(path).string() : path, bytes);
 }
 
 }  // namespace heron::cli

@@ -17,4 +17,7 @@ Bytes ReadRecord(const std::string& path);
 /// record may hold passwords. A device or pipe is written to as it stands.
 void WriteRecord(const std::string& path, const Bytes& bytes);
 
+/// Replaces or makes the file `path`, whole or not at all, readable by its owner only.
+void ReplaceFile(const std::string& path, const Bytes& bytes);
+
 }  // namespace heron::cli

@@ -21,7 +21,7 @@ struct Format {
   uint16_t driverVersion;
   uint16_t size;
   uint16_t extra;
-  uint32_t Whole() const { return uint32_t{size} + extra; }
+  constexpr uint32_t Whole() const { return uint32_t{size} + extra; }
 };
 
 /// The record of the system before this one.

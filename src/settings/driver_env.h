@@ -150,12 +150,17 @@ consteval auto ParseFields() {
 
 inline constexpr auto kEnvFields = env_internal::ParseFields();
 
+/// Index of the field's row, or the number of rows.
+constexpr size_t EnvFieldIndex(std::string_view name) {
+  size_t i = 0;
+  while (i < kEnvFields.size() && (kEnvFields[i].name != name || name == "reserved")) ++i;
+  return i;
+}
+
 /// The field's row, or null.
-constexpr const EnvField* FindEnvField(std::string_view name) {
-  for (const EnvField& field : kEnvFields) {
-    if (field.name == name && name != "reserved") return &field;
-  }
-  return nullptr;
+inline const EnvField* FindEnvField(std::string_view name) {
+  const size_t i = EnvFieldIndex(name);
+  return i < kEnvFields.size() ? &kEnvFields[i] : nullptr;
 }
 
 /// A field's name as a template argument.
@@ -167,10 +172,10 @@ struct FieldName {
 };
 
 template <FieldName kName>
-consteval const EnvField& FieldOf() {
-  const EnvField* field = FindEnvField(kName.View());
-  if (field == nullptr) throw "the record has no field of this name";
-  return *field;
+consteval EnvField FieldOf() {
+  constexpr size_t kIndex = EnvFieldIndex(kName.View());
+  static_assert(kIndex < kEnvFields.size(), "the record has no field of this name");
+  return kEnvFields[kIndex];
 }
 
 namespace env_internal {

@@ -51,7 +51,7 @@ bool IsStored(HANDLE printer, int number, const CustomPaperEntry& entry) {
 }
 
 /// Splits what `size` exceeds `printable` by between two sides, both at least `least`.
-void SplitExcess(uint32_t size, int64_t printable, int32_t least_near, int32_t least_far, uint32_t* near,
+void SplitExcess(int64_t size, int64_t printable, int32_t least_near, int32_t least_far, uint32_t* near,
                  uint32_t* far) {
   const int64_t excess = std::max<int64_t>(size - printable, 0);
   const int64_t half = (excess + 1) / 2;
@@ -123,7 +123,7 @@ const SourceLimit& FindSourceLimit(uint16_t source, uint16_t source_unit, uint16
   return row != limits.end() ? *row : limits.front();
 }
 
-Margins UserPaperMargins(uint16_t source, uint16_t source_unit, uint32_t width, uint32_t height) {
+Margins UserPaperMargins(uint16_t source, uint16_t source_unit, int32_t width, int32_t height) {
   const SourceLimit& limit = FindSourceLimit(source, source_unit, 1);
   Margins margins;
   SplitExcess(width, int64_t{limit.printableWidth} * 10, limit.marginLeft, limit.marginRight, &margins.left,

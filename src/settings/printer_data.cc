@@ -32,15 +32,23 @@ constexpr size_t kUserKeyLength = 260;
 using RenderDriverName = std::array<char16_t, 64>;
 static_assert(sizeof(RenderDriverName) == 128);
 
-/// `name` as the system code page knows it, cut to whole characters within 31 bytes.
-std::u16string ThroughCodePage(std::u16string_view name) {
+/// `name` as `code_page` knows it, cut to whole characters within 31 bytes; empty for an unknown code page.
+std::u16string ThroughCodePage(DWORD code_page, std::u16string_view name) {
   std::array<char, kNameBytes + 1> bytes{};
   std::array<char16_t, kNameBytes> text;
   // A name that doesn't fit fails, but leaves its whole characters.
-  WideCharToMultiByte(CP_ACP, name.data(), static_cast<int>(name.size()), bytes.data(), kNameBytes);
+  WideCharToMultiByte(code_page, name.data(), static_cast<int>(name.size()), bytes.data(), kNameBytes);
   const auto length = static_cast<int>(std::strlen(bytes.data()));
-  const int characters = length == 0 ? 0 : MultiByteToWideChar(CP_ACP, bytes.data(), length, text.data(), kNameBytes);
+  const int characters = length > 0 ? MultiByteToWideChar(code_page, bytes.data(), length, text.data(), kNameBytes) : 0;
   return {text.data(), static_cast<size_t>(characters)};
+}
+
+/// The part of the user's key that is the queue's: never shared by all queues, whatever the system's code page is.
+std::u16string KeyName(std::u16string_view printer_name) {
+  std::u16string name = ThroughCodePage(CP_ACP, printer_name);
+  if (name.empty()) name = ThroughCodePage(CP_UTF8, printer_name);
+  if (name.starts_with(u"\\\\")) name.erase(0, 2);
+  return name;
 }
 
 bool ReadCountry(HANDLE printer, uint32_t* country) {
@@ -96,8 +104,7 @@ std::u16string PrinterName(HANDLE printer) {
 
 std::u16string BuildUserKey(std::u16string_view printer_name, std::u16string_view sub1, std::u16string_view sub2) {
   std::u16string path(kUserKeyBase);
-  const std::u16string name = ThroughCodePage(printer_name);
-  path.append(name, name.starts_with(u"\\\\") ? 2 : 0);
+  path.append(KeyName(printer_name));
   if (!sub1.empty()) {
     path.append(u"\\").append(sub1);
     if (!sub2.empty()) path.append(u"\\").append(sub2);
@@ -120,7 +127,9 @@ bool LoadPrinterEnv(HANDLE printer, DriverEnv* env, const char16_t* printer_name
     return true;
   }
   BuildDefaultEnv(resources, env, printer_name, printer);
-  SavePrinterEnv(printer, *env);
+  // A store that is only busy or short of memory for the moment still holds the device options: they aren't overwritten.
+  const bool lost = status == kErrorSuccess || status == kErrorMoreData || status == kErrorFileNotFound;
+  if (lost) SavePrinterEnv(printer, *env);
   return true;
 }
 

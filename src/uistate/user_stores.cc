@@ -114,11 +114,15 @@ bool WriteVersion(const std::u16string& path, uint16_t version) {
                                                     bytes.size()) == kErrorSuccess;
 }
 
-/// Deletion and seeding take effect together, so that a crash leaves the old lists or the new ones.
-bool RenewStores(std::u16string_view printer_name, uint16_t version, bool delete_old) {
+/// Deletion and seeding take effect together, so that a crash leaves the old lists or the new ones. What was found
+/// outside the batch is looked at again inside: another process may have renewed the lists by now, and a look that
+/// failed once must not cost the user the lists.
+bool RenewStores(std::u16string_view printer_name, uint16_t version) {
   UserTreeBatch batch;
   if (!batch.open()) return false;
-  if (delete_old && !DeleteOldStores(printer_name)) return false;
+  const int comparison = CompareDriverVersion(printer_name, version);
+  if (comparison == kSeededByThisVersion) return batch.Keep();
+  if (comparison == kSeededByAnother && !DeleteOldStores(printer_name)) return false;
   return SeedStores(printer_name, version) && batch.Keep();
 }
 
@@ -152,10 +156,9 @@ MirrorHead ReadMirror(const DriverEnv& env) {
 
 bool RefreshUserStores(DriverEnv& env) {
   const MirrorHead head = ReadMirror(env);
-  const int comparison = CompareDriverVersion(head.printerName, head.version);
   bool current = true;
-  if (comparison != kSeededByThisVersion) {
-    current = RenewStores(head.printerName, head.version, comparison == kSeededByAnother);
+  if (CompareDriverVersion(head.printerName, head.version) != kSeededByThisVersion) {
+    current = RenewStores(head.printerName, head.version);
     Set<"lpOverlay">(env, kNoOverlay);
     Set<"bOverlayIndex">(env, 0);
     Set<"watermarkIndex">(env, 0);

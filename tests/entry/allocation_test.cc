@@ -64,7 +64,9 @@ class AllocationTest : public DriverTest {
         EXPECT_GT(n, 1) << "nothing was ever allocated";
         return;
       }
-      if (!done) ASSERT_EQ(output, before) << "allocation " << n;
+      if (!done) {
+        ASSERT_EQ(output, before) << "allocation " << n;
+      }
     }
     FAIL() << "never finished";
   }

@@ -49,7 +49,7 @@ TEST_F(HostileRecordTest, EveryPositionAtEveryEdge) {
   DriverEnv valid;
   ASSERT_TRUE(Resolve(base.bytes.data(), valid));
   for (uint32_t at = 0; at + 1 < kEnvSize; at += 2) {
-    for (const uint16_t value : {0, 1, 0x7FFF, 0x8000, 0xFFFF}) {
+    for (const uint16_t value : std::initializer_list<uint16_t>{0, 1, 0x7FFF, 0x8000, 0xFFFF}) {
       DriverEnv record = valid;
       std::memcpy(record.bytes.data() + at, &value, sizeof value);
       ASSERT_NO_FATAL_FAILURE(Check(record.bytes)) << "byte " << at << " value " << value;

@@ -7,7 +7,7 @@
 #include "settings/defaults.h"
 #include "settings/papers.h"
 #include "settings/printer_data.h"
-#include "tests/support/driver_fixture.h"
+#include "support/driver_fixture.h"
 
 namespace heron {
 namespace {
@@ -75,9 +75,9 @@ TEST_F(CapabilitiesTest, FixedAnswersNeedNoPrinter) {
   for (const auto& [capability, expected] : kCases) {
     EXPECT_EQ(DeviceCapability(nullptr, nullptr, capability, nullptr, nullptr), expected) << capability;
   }
-  for (const uint16_t capability : {19, 21, 22, 23, 24, 26, 28, 29, 31, 34, 100}) {
+  for (const int capability : {19, 21, 22, 23, 24, 26, 28, 29, 31, 34, 100}) {
     uint64_t output = 7;
-    EXPECT_EQ(Ask(capability, &output), -1) << capability;
+    EXPECT_EQ(Ask(static_cast<uint16_t>(capability), &output), -1) << capability;
     EXPECT_EQ(output, 7u) << capability;
   }
   EXPECT_EQ(List<uint32_t>(kNup), (std::vector<uint32_t>{1, 2, 4, 6, 9, 16}));
@@ -97,9 +97,9 @@ TEST_F(CapabilitiesTest, AnswersOfADefaultRecord) {
 
 TEST_F(CapabilitiesTest, PapersLeaveOutTwinsAndSubstitutes) {
   const auto papers = List<uint16_t>(kPapers);
-  const auto lists = [&](uint16_t code) { return std::find(papers.begin(), papers.end(), code) != papers.end(); };
-  for (const uint16_t code : {2059, 2054, 9, 1, 513, 256}) EXPECT_TRUE(lists(code)) << code;
-  for (const uint16_t code : {2382, 334, 512, 511, 257, 1033, 2057}) EXPECT_FALSE(lists(code)) << code;
+  const auto lists = [&](int code) { return std::find(papers.begin(), papers.end(), code) != papers.end(); };
+  for (const int code : {2059, 2054, 9, 1, 513, 256}) EXPECT_TRUE(lists(code)) << code;
+  for (const int code : {2382, 334, 512, 511, 257, 1033, 2057}) EXPECT_FALSE(lists(code)) << code;
   EXPECT_EQ(Ask(kPaperSize), static_cast<int32_t>(papers.size()));
   EXPECT_EQ(Ask(kPaperNames), static_cast<int32_t>(papers.size()));
 }
@@ -140,7 +140,7 @@ TEST_F(CapabilitiesTest, BinsFollowTheFeedUnitOfTheMergedRecord) {
   DriverEnv given = Default();
   Set<"lpSourceUnit">(given, 1);
   const auto bins = List<uint16_t>(kBins, 1, &given);
-  for (const uint16_t hidden : {258, 259, 270}) {
+  for (const int hidden : {258, 259, 270}) {
     EXPECT_EQ(std::count(bins.begin(), bins.end(), hidden), 0) << hidden;
   }
   EXPECT_LT(bins.size(), CatalogQuery(resources.get(), 27, kCount, nullptr, 0, 0));
@@ -181,7 +181,9 @@ TEST_F(CapabilitiesTest, SpreadsheetProgramSeesWhatWasConfirmed) {
     EXPECT_EQ(Ask(kCopies), c.copies) << c.status << c.in_excel;
     uint32_t first = 7;
     EXPECT_EQ(Ask(kResolutions) > 0, c.resolutions) << c.status << c.in_excel;
-    if (!c.resolutions) EXPECT_EQ(Ask(kResolutions, &first), -1);
+    if (!c.resolutions) {
+      EXPECT_EQ(Ask(kResolutions, &first), -1);
+    }
     EXPECT_EQ(first, 7u);
   }
 }

@@ -80,7 +80,7 @@ TEST_F(MergeTest, CopiesKeepTheirRange) {
 }
 
 TEST_F(MergeTest, FieldsBeyondTheDeclaredSizeDoNotCount) {
-  for (const uint16_t size : {72, 76, 77, 78, 86, 87, 88}) {
+  for (const uint16_t size : std::initializer_list<uint16_t>{72, 76, 77, 78, 86, 87, 88}) {
     CallerRecord record(size);
     record.Ask<"dmOrientation">(DM_ORIENTATION, 2).Ask<"dmCopies">(DM_COPIES, 3);
     const std::string expected = size >= 88   ? "dmOrientation dmCopies"

@@ -1,10 +1,12 @@
 // The saved record, the queue's other values, BookMode, and the user's key of a queue.
 #include "settings/printer_data.h"
 
+#include <iconv.h>
+
 #include <cstring>
 
 #include "settings/defaults.h"
-#include "tests/support/driver_fixture.h"
+#include "support/driver_fixture.h"
 
 namespace heron {
 namespace {
@@ -39,6 +41,44 @@ class PrinterDataTest : public test::DriverTest {
   }
 };
 
+/// A system whose code page is 936, in which a character takes one byte or two.
+class ChineseSystem : TextCodec {
+ public:
+  ChineseSystem() : before_(*CurrentBackend()), mine_(before_) {
+    mine_.text = this;
+    InstallBackend(&mine_);
+  }
+  ~ChineseSystem() override { InstallBackend(&before_); }
+
+ private:
+  DWORD ActiveCodePage() override { return 936; }
+  bool Encode(DWORD, std::u16string_view text, std::string* out) override {
+    out->assign(text.size() * 2, '\0');
+    const size_t left = Convert("CP936", "UTF-16LE", text.data(), text.size() * 2, out->data(), out->size());
+    out->resize(out->size() - left);
+    if (out->empty() && !text.empty()) *out = "?";
+    return true;
+  }
+  bool Decode(DWORD, std::string_view bytes, std::u16string* out) override {
+    out->assign(bytes.size(), u'\0');
+    const size_t left = Convert("UTF-16LE", "CP936", bytes.data(), bytes.size(), out->data(), out->size() * 2);
+    out->resize(out->size() - left / 2);
+    return true;
+  }
+  /// Bytes of the output's room that are left over.
+  static size_t Convert(const char* to, const char* from, const void* in, size_t size, void* out, size_t room) {
+    const iconv_t how = iconv_open(to, from);
+    char* source = static_cast<char*>(const_cast<void*>(in));
+    char* target = static_cast<char*>(out);
+    iconv(how, &source, &size, &target, &room);
+    iconv_close(how);
+    return room;
+  }
+
+  Backend before_;
+  Backend mine_;
+};
+
 TEST_F(PrinterDataTest, UserKeyCutsTheNameInTheSystemCodePage) {
   const std::u16string a29(29, u'a');
   const std::u16string a30(30, u'a');
@@ -56,9 +96,12 @@ TEST_F(PrinterDataTest, UserKeyCutsTheNameInTheSystemCodePage) {
       {936, a30 + u"中", a30},
       {936, u"中文打印机", u"中文打印机"},
       {936, u"😀", u"?"},
+      {20127, u"Büro", u"B?ro"},
+      {12345, u"Büro", u"Büro"},  // a code page that nobody knows
       {65001, u"", u""},
   };
   for (const auto& c : kCases) {
+    std::unique_ptr<ChineseSystem> chinese(c.codePage == 936 ? new ChineseSystem : nullptr);
     backend.codePage = c.codePage;
     EXPECT_EQ(BuildUserKey(c.name), std::u16string(kBase) + c.expected) << c.codePage;
   }

@@ -1,0 +1,101 @@
+// Modules through dlopen (module_loader.h).
+
+#include "store/module_loader.h"
+
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <span>
+
+#include "platform/module_texts.h"
+#include "platform/text.h"
+
+namespace heron::store {
+
+using platform::HMODULE;
+
+// A module stays mapped when its last user frees it, only the count drops: the driver frees its resource module at the
+// end of each call and loads it again at the next, and an address of a text may still be in use elsewhere. A replaced
+// file is met by the next process.
+struct DlModules::Module {
+  std::u16string path;
+  std::span<const HeronModuleText> texts;
+  uint32_t count = 0;
+};
+
+namespace {
+
+struct CloseLibrary {
+  void operator()(void* library) const { dlclose(library); }
+};
+using UniqueLibrary = std::unique_ptr<void, CloseLibrary>;
+
+/// The texts of a module; none if it has no table, or one that isn't sorted as the search needs it.
+std::span<const HeronModuleText> TextsOf(void* library) {
+  const auto function = reinterpret_cast<HeronModuleTextsFunction>(dlsym(library, kHeronModuleTextsName));
+  if (function == nullptr) return {};
+  uint32_t count = 0;
+  const HeronModuleText* const rows = function(&count);
+  if (rows == nullptr) return {};
+  const std::span texts(rows, count);
+  const bool sorted = std::ranges::is_sorted(texts, std::ranges::less_equal{}, &HeronModuleText::id) || count < 2;
+  return sorted ? texts : std::span<const HeronModuleText>();
+}
+
+}  // namespace
+
+DlModules::DlModules() = default;
+DlModules::~DlModules() = default;
+
+HMODULE DlModules::Load(std::u16string_view path) {
+  const auto find = [&] {
+    return std::ranges::find(modules_, path, [](const auto& module) { return std::u16string_view(module->path); });
+  };
+  {
+    const std::lock_guard guard(mutex_);
+    if (const auto found = find(); found != modules_.end()) {
+      ++(*found)->count;
+      return found->get();
+    }
+  }
+  // Only a full path: a bare name would be searched for in places that others may write to.
+  if (!path.starts_with(platform::kPathSeparator)) return nullptr;
+  // Without the lock, since a module's own start-up code may load another.
+  UniqueLibrary library(dlopen(platform::ToUtf8(path).c_str(), RTLD_NOW | RTLD_LOCAL));
+  if (library == nullptr) return nullptr;
+  auto module =
+      std::make_unique<Module>(Module{.path = std::u16string(path), .texts = TextsOf(library.get()), .count = 0});
+  const std::lock_guard guard(mutex_);
+  auto found = find();
+  if (found == modules_.end()) {
+    modules_.push_back(std::move(module));
+    found = modules_.end() - 1;
+    static_cast<void>(library.release());
+  }
+  ++(*found)->count;
+  return found->get();
+}
+
+/// The entry that `module` is the address of, if it is loaded. Under the lock.
+DlModules::Module* DlModules::FindLoaded(HMODULE module) {
+  const auto found = std::ranges::find(modules_, module, [](const auto& entry) -> HMODULE { return entry.get(); });
+  return found != modules_.end() && (*found)->count > 0 ? found->get() : nullptr;
+}
+
+bool DlModules::Free(HMODULE module) {
+  const std::lock_guard guard(mutex_);
+  Module* const entry = FindLoaded(module);
+  if (entry != nullptr) --entry->count;
+  return entry != nullptr;
+}
+
+std::u16string_view DlModules::Text(HMODULE module, uint32_t id) {
+  const std::lock_guard guard(mutex_);
+  const Module* const entry = FindLoaded(module);
+  if (entry == nullptr) return {};
+  const auto found = std::ranges::lower_bound(entry->texts, id, {}, &HeronModuleText::id);
+  if (found == entry->texts.end() || found->id != id || found->text == nullptr) return {};
+  return {found->text, found->length};
+}
+
+}  // namespace heron::store

@@ -1,0 +1,30 @@
+// Loaded modules and their texts (platform/module_texts.h), through dlopen.
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "platform/backend.h"
+
+namespace heron::store {
+
+class DlModules final : public platform::ModuleLoader {
+ public:
+  DlModules();
+  ~DlModules() override;
+
+  platform::HMODULE Load(std::u16string_view path) override;
+  bool Free(platform::HMODULE module) override;
+  std::u16string_view Text(platform::HMODULE module, uint32_t id) override;
+
+ private:
+  struct Module;
+  Module* FindLoaded(platform::HMODULE module);
+
+  std::mutex mutex_;
+  std::vector<std::unique_ptr<Module>> modules_;  ///< few; never shrinks
+};
+
+}  // namespace heron::store

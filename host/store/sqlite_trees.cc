@@ -1,0 +1,82 @@
+// The two files of a user's trees, and what must happen to them around fork().
+
+#include "store/sqlite_trees.h"
+
+#include <pthread.h>
+
+#include <algorithm>
+#include <mutex>
+#include <vector>
+
+namespace heron::store {
+namespace {
+
+/// All files that live, so that fork() finds them.
+struct LivingFiles {
+  std::mutex mutex;
+  std::vector<TreeFile*> files;
+};
+
+LivingFiles& Living() {
+  static LivingFiles& living = *new LivingFiles;
+  return living;
+}
+
+void BeforeFork() {
+  Living().mutex.lock();
+  for (TreeFile* file : Living().files) file->BeforeFork();
+}
+
+void AfterForkInParent() {
+  for (TreeFile* file : Living().files) file->AfterForkInParent();
+  Living().mutex.unlock();
+}
+
+void AfterForkInChild() {
+  for (TreeFile* file : Living().files) file->AfterForkInChild();
+  Living().mutex.unlock();
+}
+
+void Register(std::initializer_list<TreeFile*> files) {
+  static const int watching = pthread_atfork(BeforeFork, AfterForkInParent, AfterForkInChild);
+  static_cast<void>(watching);  // fails for want of memory only; then fork() is as unsafe as SQLite alone
+  const std::lock_guard guard(Living().mutex);
+  Living().files.insert(Living().files.end(), files);
+}
+
+/// Name of the user's file. A name is one part of a path, whatever stands in it.
+std::string FileNameOf(const std::string& user) {
+  static constexpr char kDigits[] = "0123456789ABCDEF";
+  std::string name;
+  for (const char c : user) {
+    const auto byte = static_cast<unsigned char>(c);
+    const bool plain = byte > ' ' && byte != 0x7F && c != '/' && c != '%' && !(c == '.' && name.empty());
+    if (plain)
+      name += c;
+    else
+      name += {'%', kDigits[byte >> 4], kDigits[byte & 15]};
+  }
+  return name + ".db";
+}
+
+}  // namespace
+
+SqliteTrees::SqliteTrees(const std::filesystem::path& home, const std::string& user,
+                         std::chrono::milliseconds busy_limit)
+    : machine_({.path = home / "printers.db", .shared = true, .busy_limit = busy_limit}),
+      user_({.path = home / "users" / FileNameOf(user), .shared = false, .busy_limit = busy_limit}) {
+  Register({&machine_, &user_});
+}
+
+SqliteTrees::~SqliteTrees() {
+  const std::lock_guard guard(Living().mutex);
+  std::erase(Living().files, &machine_);
+  std::erase(Living().files, &user_);
+}
+
+void SqliteTrees::CloseFiles() {
+  machine_.CloseIfIdle();
+  user_.CloseIfIdle();
+}
+
+}  // namespace heron::store

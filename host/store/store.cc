@@ -1,0 +1,72 @@
+// Puts the real backend together (store.h).
+
+#include "store/store.h"
+
+#include <utility>
+
+#include "platform/text.h"
+#include "store/code_pages.h"
+#include "store/module_loader.h"
+#include "store/sqlite_trees.h"
+
+namespace heron::store {
+namespace {
+
+class ProcessOfOptions final : public platform::ProcessInfo {
+ public:
+  explicit ProcessOfOptions(const StoreOptions& options)
+      : process_(options.process), country_(options.country), user_(platform::FromUtf8(options.user)) {}
+
+  std::u16string FileName() override { return process_; }
+  std::u16string LocaleCountry() override { return country_; }
+  std::u16string UserName() override { return user_; }
+
+ private:
+  const std::u16string process_;
+  const std::u16string country_;
+  const std::u16string user_;
+};
+
+}  // namespace
+
+struct StoreBackend::Parts {
+  explicit Parts(const StoreOptions& options)
+      : trees(options.home, options.user, options.busy_limit),
+        process(options),
+        text(options.code_page),
+        table{&trees, &modules, &process, &text} {}
+
+  SqliteTrees trees;
+  DlModules modules;
+  ProcessOfOptions process;
+  IconvCodec text;
+  platform::Backend table;
+};
+
+StoreBackend::StoreBackend(StoreOptions options) : parts_(std::make_unique<Parts>(options)) {}
+
+StoreBackend::~StoreBackend() {
+  if (platform::CurrentBackend() == &parts_->table) platform::InstallBackend(nullptr);
+}
+
+const platform::Backend& StoreBackend::Interface() const {
+  return parts_->table;
+}
+
+void StoreBackend::CloseFiles() {
+  parts_->trees.CloseFiles();
+}
+
+std::unique_ptr<StoreBackend> InstallStoreBackend(StoreOptions options) {
+  auto backend = std::make_unique<StoreBackend>(std::move(options));
+  platform::InstallBackend(&backend->Interface());
+  return backend;
+}
+
+std::unique_ptr<StoreBackend> InstallStoreBackend(const std::filesystem::path& home) {
+  StoreOptions options = OptionsFromEnvironment();
+  options.home = home;
+  return InstallStoreBackend(std::move(options));
+}
+
+}  // namespace heron::store

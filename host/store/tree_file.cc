@@ -1,0 +1,292 @@
+// Operations on a tree's file (tree_file.h).
+
+#include "store/tree_file.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <mutex>
+#include <random>
+#include <thread>
+
+#include "platform/key_path.h"
+#include "platform/text.h"
+
+namespace heron::store {
+
+using namespace platform;
+
+namespace {
+
+/// Whether a failure inside a transaction says that it can't be kept: anything but an answer about keys, values and
+/// rights.
+bool Voids(DWORD status) {
+  switch (status) {
+    case kErrorSuccess:
+    case kErrorFileNotFound:
+    case kErrorAccessDenied:
+    case kErrorKeyDeleted:
+    case kErrorMoreData:
+    case kErrorNoMoreItems:
+    case kErrorInvalidParameter:
+      return false;
+    default:
+      return true;
+  }
+}
+
+std::minstd_rand& Dice() {
+  thread_local std::minstd_rand dice(std::random_device{}());
+  return dice;
+}
+
+}  // namespace
+
+/// Sleeps a little, at random, so that waiting processes don't meet again. False once the deadline has passed.
+bool TreeFile::Wait() {
+  if (Clock::now() >= deadline_) return false;
+  std::this_thread::sleep_for(std::chrono::microseconds(std::uniform_int_distribution(500, 10000)(Dice())));
+  return true;
+}
+
+int TreeFile::OnBusy(void* self, int) {
+  return static_cast<TreeFile*>(self)->Wait() ? 1 : 0;
+}
+
+/// Runs `work` on the opened file, as often as a locked or newly replaced file demands; a damaged one is set aside
+/// once.
+template <class Work>
+DWORD TreeFile::Run(bool write, Work&& work) {
+  const std::lock_guard guard(lock_);
+  if (abandoned_) return kErrorGenFailure;
+  deadline_ = Clock::now() + options_.busy_limit;
+  if (in_transaction_) return RunInTransaction(work);
+  bool repaired = false;
+  bool reopened = false;
+  for (;;) {
+    DWORD status = Ready(write);
+    if (status == kErrorSuccess) status = work();
+    if (status == kErrorRegistryCorrupt && !repaired) {
+      repaired = true;
+      if (SetAside() == kErrorSuccess) continue;
+    }
+    if (status == kErrorAccessDenied && write && !reopened && db_ != nullptr &&
+        sqlite3_db_readonly(db_.get(), "main") == 1) {
+      reopened = true;  // opened for reading; the rights may have come since
+      Close();
+      continue;
+    }
+    if (status != kErrorBusy || !Wait()) return status;
+  }
+}
+
+template <class Work>
+DWORD TreeFile::RunInTransaction(Work&& work) {
+  if (broken_ != kErrorSuccess) return broken_;
+  const DWORD status = work();
+  // SQLite itself rolls back on some failures; what follows must not slip through one by one.
+  if (Voids(status))
+    broken_ = status;
+  else if (sqlite3_get_autocommit(db_.get()) != 0)
+    broken_ = kErrorGenFailure;
+  return status;
+}
+
+/// Runs `work`, several statements, as one change.
+template <class Work>
+DWORD TreeFile::Together(Work&& work) {
+  if (in_transaction_) return work();
+  struct Rollback {
+    sqlite3* db;
+    ~Rollback() {
+      if (sqlite3_get_autocommit(db) == 0) Execute(db, "ROLLBACK");
+    }
+  };
+  DWORD status = Execute(db_.get(), "BEGIN IMMEDIATE");
+  if (status != kErrorSuccess) return status;
+  const Rollback rollback{db_.get()};
+  status = work();
+  return status == kErrorSuccess ? Execute(db_.get(), "COMMIT") : status;
+}
+
+DWORD TreeFile::FindNow(std::u16string_view path, KeyId* key) {
+  const std::string utf8 = ToUtf8(path);
+  Query query(sql_[kFind]);
+  DWORD status = kErrorSuccess;
+  if (!query.Bind(utf8).Row(&status)) return status == kErrorSuccess ? kErrorFileNotFound : status;
+  *key = query.Number(0);
+  return kErrorSuccess;
+}
+
+DWORD TreeFile::HasKey(KeyId key) {
+  Query query(sql_[kHasKey]);
+  DWORD status = kErrorSuccess;
+  const bool found = query.Bind(key).Row(&status);
+  return found || status != kErrorSuccess ? status : kErrorKeyDeleted;
+}
+
+DWORD TreeFile::CreateNow(std::u16string_view path, KeyId* key, bool* created) {
+  *created = false;
+  DWORD status = FindNow(path, key);
+  if (status != kErrorFileNotFound) return status;
+  KeyId parent = 0;
+  status = CreateNow(ParentPath(path), &parent, created);
+  if (status != kErrorSuccess) return status;
+  const std::string utf8 = ToUtf8(path);
+  status = Query(sql_[kAddKey]).Bind(parent).Bind(utf8).Finish();
+  if (status != kErrorSuccess) return status;
+  *key = sqlite3_last_insert_rowid(db_.get());
+  *created = true;
+  return kErrorSuccess;
+}
+
+DWORD TreeFile::RemoveNow(std::u16string_view path) {
+  KeyId key = 0;
+  DWORD status = FindNow(path, &key);
+  if (status != kErrorSuccess) return status;
+  if (path.empty()) return kErrorAccessDenied;
+  if (Query(sql_[kSubkey]).Bind(key).Bind(int64_t{0}).Row(&status)) return kErrorAccessDenied;
+  if (status == kErrorSuccess) status = Query(sql_[kDropKey]).Bind(key).Finish();
+  return status == kErrorSuccess ? Query(sql_[kDropValues]).Bind(key).Finish() : status;
+}
+
+DWORD TreeFile::Find(std::u16string_view path, KeyId* key) {
+  return Run(false, [&] { return FindNow(path, key); });
+}
+
+DWORD TreeFile::Create(std::u16string_view path, KeyId* key, bool* created) {
+  return Run(true, [&] { return Together([&] { return CreateNow(path, key, created); }); });
+}
+
+DWORD TreeFile::Remove(std::u16string_view path) {
+  return Run(true, [&] { return Together([&] { return RemoveNow(path); }); });
+}
+
+DWORD TreeFile::Subkey(KeyId key, uint32_t index, std::u16string* name) {
+  return Run(false, [&] {
+    Query query(sql_[kSubkey]);
+    DWORD status = kErrorSuccess;
+    if (query.Bind(key).Bind(int64_t{index}).Row(&status)) {
+      *name = LastPart(FromUtf8(query.Text(0)));
+      return kErrorSuccess;
+    }
+    if (status == kErrorSuccess) status = HasKey(key);
+    return status == kErrorSuccess ? kErrorNoMoreItems : status;
+  });
+}
+
+DWORD TreeFile::Read(KeyId key, std::u16string_view name, DWORD* type, std::span<uint8_t> room, DWORD* size) {
+  const std::string utf8 = ToUtf8(name);
+  return Run(false, [&] {
+    Query query(sql_[kRead]);
+    DWORD status = kErrorSuccess;
+    if (query.Bind(key).Bind(utf8).Row(&status)) {
+      const std::span<const uint8_t> data = query.Bytes(1);
+      *type = static_cast<DWORD>(query.Number(0));
+      *size = static_cast<DWORD>(data.size());
+      if (data.size() > room.size()) return kErrorMoreData;
+      std::ranges::copy(data, room.begin());
+      return kErrorSuccess;
+    }
+    if (status == kErrorSuccess) status = HasKey(key);
+    return status == kErrorSuccess ? kErrorFileNotFound : status;
+  });
+}
+
+DWORD TreeFile::ReadAll(KeyId key, const TreeStore::Visitor& visit) {
+  return Run(false, [&] {
+    Query query(sql_[kReadAll]);
+    query.Bind(key);
+    DWORD status = kErrorSuccess;
+    bool any = false;
+    for (; query.Row(&status); any = true) {
+      visit(FromUtf8(query.Text(0)), static_cast<DWORD>(query.Number(1)), query.Bytes(2));
+    }
+    return status == kErrorSuccess && !any ? HasKey(key) : status;
+  });
+}
+
+DWORD TreeFile::Write(KeyId key, std::u16string_view name, DWORD type, std::span<const uint8_t> data) {
+  const std::string utf8 = ToUtf8(name);
+  return Run(true, [&] {
+    const DWORD status = Query(sql_[kWrite]).Bind(key).Bind(utf8).Bind(int64_t{type}).Bind(data).Finish();
+    return status == kErrorSuccess && sqlite3_changes(db_.get()) == 0 ? kErrorKeyDeleted : status;
+  });
+}
+
+DWORD TreeFile::Delete(KeyId key, std::u16string_view name) {
+  const std::string utf8 = ToUtf8(name);
+  return Run(true, [&] {
+    const DWORD status = Query(sql_[kDelete]).Bind(key).Bind(utf8).Finish();
+    if (status != kErrorSuccess || sqlite3_changes(db_.get()) != 0) return status;
+    const DWORD found = HasKey(key);
+    return found == kErrorSuccess ? kErrorFileNotFound : found;
+  });
+}
+
+DWORD TreeFile::Begin() {
+  const std::lock_guard guard(lock_);
+  if (in_transaction_) return kErrorInvalidParameter;
+  const DWORD status = Run(true, [&] { return Execute(db_.get(), "BEGIN IMMEDIATE"); });
+  if (status != kErrorSuccess) return status;
+  in_transaction_ = true;
+  broken_ = kErrorSuccess;
+  lock_.lock();  // held until End
+  return kErrorSuccess;
+}
+
+DWORD TreeFile::End(bool keep) {
+  const std::lock_guard guard(lock_);
+  if (!in_transaction_) return abandoned_ ? kErrorGenFailure : kErrorInvalidParameter;
+  deadline_ = Clock::now() + options_.busy_limit;
+  DWORD status = broken_;
+  if (status == kErrorSuccess && keep) {
+    do {
+      status = Execute(db_.get(), "COMMIT");
+    } while (status == kErrorBusy && Wait());
+  }
+  if (sqlite3_get_autocommit(db_.get()) == 0) Execute(db_.get(), "ROLLBACK");
+  in_transaction_ = false;
+  lock_.unlock();
+  return keep ? status : kErrorSuccess;
+}
+
+bool TreeFile::Writable() const {
+  const auto may = [](const std::filesystem::path& path, int mode) {
+    return faccessat(AT_FDCWD, path.c_str(), mode, AT_EACCESS) == 0;
+  };
+  std::filesystem::path folder = options_.path.parent_path();
+  if (may(options_.path, F_OK)) return may(options_.path, W_OK) && may(folder, W_OK | X_OK);
+  while (!may(folder, F_OK) && folder.has_relative_path()) folder = folder.parent_path();
+  return may(folder, W_OK | X_OK);  // where the missing folders would be made
+}
+
+void TreeFile::CloseIfIdle() {
+  if (!lock_.try_lock()) return;
+  if (!in_transaction_) Close();
+  lock_.unlock();
+}
+
+void TreeFile::BeforeFork() {
+  lock_.lock();
+  if (!in_transaction_) Close();
+}
+
+void TreeFile::AfterForkInParent() {
+  lock_.unlock();
+}
+
+void TreeFile::AfterForkInChild() {
+  if (in_transaction_) {
+    // Not even closing them is safe here; they are left as they are.
+    for (UniqueStatement& statement : sql_) static_cast<void>(statement.release());
+    static_cast<void>(db_.release());
+    in_transaction_ = false;
+    abandoned_ = true;
+    lock_.unlock();  // the transaction's hold
+  }
+  lock_.unlock();
+}
+
+}  // namespace heron::store

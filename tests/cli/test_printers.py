@@ -1,0 +1,140 @@
+"""Queues from their making to their end, and stores that can't be used as they are."""
+
+import os
+import shutil
+import sqlite3
+import subprocess
+import sys
+import threading
+import unittest
+
+import support
+
+
+class Printers(support.Journey):
+    def test_add_list_show_remove(self):
+        self.assertEqual(self.heron("printer", "list"), "")
+        self.add_printer("Office")
+        self.add_printer("Büro 2", "--server", r"\\host", "--port", "LPT1:")
+        self.assertEqual(self.heron("printer", "list").splitlines(), ["Office", "Büro 2"])
+        shown = self.json("printer", "show", "Büro 2")
+        self.assertEqual((shown["name"], shown["server"], shown["port"]), ("Büro 2", r"\\host", "LPT1:"))
+        self.assertEqual(shown["savedRecordSize"], 3328, "the driver wasn't told of the new queue")
+        self.assertEqual(shown["devModeSize"], 0)
+        self.assertTrue(os.path.isfile(shown["dataFile"]), "the driver's files weren't installed")
+        self.heron("printer", "remove", "Office")
+        self.assertEqual([p["name"] for p in self.json("printer", "list")["printers"]], ["Büro 2"])
+        self.heron("printer", "show", "Office", code=5)
+
+    def test_adding_twice_wants_replace(self):
+        self.add_printer("Office", "--port", "A:")
+        self.heron("printer", "add", "Office", "--port", "B:", code=1)
+        self.assertEqual(self.json("printer", "show", "Office")["port"], "A:")
+        self.heron("printer", "add", "Office", "--port", "B:", "--replace")
+        self.assertEqual(self.json("printer", "show", "Office")["port"], "B:")
+
+    def test_the_queues_own_record_reaches_applications(self):
+        self.add_printer("Office", "--dev-mode", support.SAMPLES / "bare-220.bin")
+        self.assertEqual(self.json("printer", "show", "Office")["devModeSize"], 220)
+        self.assertEqual(self.json("record", "show", "-p", "Office")["fields"]["dmCopies"], 3)
+
+    def test_unknown_printer_names_the_nearest(self):
+        self.add_printer("Office")
+        sample = support.SAMPLES / "bare-220.bin"
+        out = self.folder / "out.bin"
+        for arguments in (["printer", "show", "Ofice"], ["printer", "remove", "ofice"], ["capabilities", "-p", "Ofice"],
+                          ["record", "default", "-p", "Ofice", "--out", out], ["record", "show", "-p", "Ofice"],
+                          ["record", "merge", "-p", "Ofice", "--in", sample, "--out", out],
+                          ["record", "convert", "-p", "Ofice", "--in", sample, "--to", "legacy", "--out", out]):
+            self.heron(*arguments, code=5)
+            self.assertIn('"Office"', self.last_errors)
+        self.assertFalse(out.exists())
+
+    def test_names_that_no_printer_can_have(self):
+        for name in ("", "a,b", "tab\there", "x" * 220):
+            self.heron("printer", "add", name, code=2)
+        self.assertEqual(self.heron("printer", "list"), "")
+
+    def test_driver_files_that_were_spoilt_are_mended(self):
+        self.add_printer()
+        module = self.json("printer", "show", "Office")["dataFile"]
+        whole = open(module, "rb").read()
+        with open(module, "wb") as file:
+            file.write(whole[:100])
+        self.add_printer("Other")
+        self.assertEqual(open(module, "rb").read(), whole)
+
+
+class Stores(support.Journey):
+    def databases(self):
+        return [path for path in self.home.rglob("*")
+                if path.is_file() and path.open("rb").read(15) == b"SQLite format 3"]
+
+    def test_a_damaged_store_is_set_aside_and_said_so(self):
+        self.add_printer()
+        damaged = self.databases()
+        self.assertTrue(damaged)
+        for path in damaged:
+            path.write_bytes(b"no database at all " * 500)
+        self.assertEqual(self.heron("printer", "list"), "")
+        self.assertRegex(self.last_errors, r"heron: .*damaged")
+        kept = [path for path in self.home.rglob("*") if path.is_file() and b"no database" in path.read_bytes()[:20]]
+        self.assertTrue(kept, "the damaged store is gone, and with it whatever could be saved from it")
+        self.add_printer()
+        self.assertEqual(self.heron("printer", "list"), "Office\n")
+
+    def test_a_home_that_cant_be_made(self):
+        self.home.write_bytes(b"a file, no folder")
+        done = self.run_heron("printer", "add", "Office")
+        self.assertIn(done.returncode, (1, 6))
+        self.assertIn(b"heron: ", done.stderr)
+        self.assertEqual(self.home.read_bytes(), b"a file, no folder")
+
+    def test_a_store_in_use_is_waited_for(self):
+        self.add_printer()
+        holders = [sqlite3.connect(path, isolation_level=None, check_same_thread=False) for path in self.databases()]
+        for holder in holders:
+            holder.execute("BEGIN IMMEDIATE")
+        release = threading.Timer(1, lambda: [holder.rollback() for holder in holders])
+        release.start()
+        self.add_printer("Other")
+        release.join()
+        self.assertEqual(self.heron("printer", "list").split(), ["Office", "Other"])
+
+    def test_a_read_only_store_can_be_read_and_tells_why_not_more(self):
+        self.add_printer()
+        # Root may write anywhere, so a copy of the program that everyone can reach runs as nobody.
+        self.folder.chmod(0o755)
+        for folder, files in (("bin", ["heron"]), ("lib", ["libheron_platform.so"])):
+            (self.folder / folder).mkdir(mode=0o755)
+            for file in files:
+                shutil.copy2(os.path.join(support.LIB, "..", folder, file), self.folder / folder)
+        shutil.copytree(os.path.join(support.LIB, "driver"), self.folder / "lib" / "driver")
+        for path in [self.home, *self.home.rglob("*")]:
+            path.chmod(0o555 if path.is_dir() else 0o444)
+        who = {"user": 65534, "group": 65534, "extra_groups": []} if os.getuid() == 0 else {}
+        program = str(self.folder / "bin" / "heron")
+        try:
+            self.assertEqual(self.heron("printer", "list", program=program, **who), "Office\n")
+            self.heron("printer", "add", "Other", program=program, code=6, **who)
+            self.heron("printer", "remove", "Office", program=program, code=6, **who)
+        finally:
+            for path in [self.home, *self.home.rglob("*")]:
+                path.chmod(0o755)
+        self.assertEqual(self.heron("printer", "list"), "Office\n")
+
+
+class FromPython(support.Journey):
+    def test_another_language_gets_a_valid_record(self):
+        self.add_printer()
+        script = support.SAMPLES / "use_from_python.py"
+        preload = {name[len("HERON_CHILD_"):]: value for name, value in os.environ.items() if name.startswith("HERON_CHILD_")}
+        done = subprocess.run([sys.executable, script, "Office", support.LIB], capture_output=True, text=True, check=False,
+                              env=self.environment(**preload))
+        self.assertEqual(done.returncode, 0, done.stderr)
+        for expected in ("Office", "3328 bytes: 220 public, 3108 private", "code 9, 210.0 x 297.0 mm, portrait", "QDRV"):
+            self.assertIn(expected, done.stdout)
+
+
+if __name__ == "__main__":
+    unittest.main()
