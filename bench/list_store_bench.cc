@@ -1,13 +1,8 @@
 // What opening and committing a sheet pays for the list stores, over the real backend's files in a folder of its own.
 // Wanted: a seeded set read in under 3 ms, each store written in under 10 ms.
 #include <benchmark/benchmark.h>
-#include <unistd.h>
 
-#include <algorithm>
-#include <filesystem>
-#include <string>
-
-#include "store/store.h"
+#include "bench_store.h"
 #include "uistate/list_stores_seed.h"
 #include "uistate/walk_store.h"
 
@@ -15,25 +10,6 @@ namespace heron {
 namespace {
 
 constexpr char16_t kQueue[] = u"P1";
-
-/// A home that lasts as long as the benchmark, with a seeded queue.
-class Home {
- public:
-  Home() : path_(std::filesystem::temp_directory_path() / ("heron-bench-" + std::to_string(getpid()))) {
-    std::filesystem::create_directories(path_);
-    backend_ = store::InstallStoreBackend(path_);
-    SeedListStores(kQueue);
-  }
-  ~Home() {
-    backend_.reset();
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-
- private:
-  std::filesystem::path path_;
-  std::unique_ptr<store::StoreBackend> backend_;
-};
 
 /// The seeded lists, or all lists at their full length.
 ListStoreSet MakeLists(bool full) {
@@ -48,7 +24,7 @@ ListStoreSet MakeLists(bool full) {
 }
 
 void BM_ReadAllStores(benchmark::State& state) {
-  const Home home;
+  const BenchStore store_in_use;
   const ListStoreSet written = MakeLists(state.range(0) != 0);
   for (const ListStoreId store : kRegistryStores) WalkStore(written, store, kQueue, WalkOp::kWrite);
   const ListStoreSet set = CreateListStoreSet();
@@ -61,7 +37,7 @@ void BM_ReadAllStores(benchmark::State& state) {
 BENCHMARK(BM_ReadAllStores)->ArgName("full")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 void BM_WriteStore(benchmark::State& state) {
-  const Home home;
+  const BenchStore store_in_use;
   const ListStoreSet set = MakeLists(state.range(1) != 0);
   const ListStoreId store = kRegistryStores[static_cast<size_t>(state.range(0))];
   for ([[maybe_unused]] auto step : state) {

@@ -47,7 +47,8 @@ std::vector<uint8_t> ReadWhole(const fs::path& path) {
 }
 
 [[noreturn]] void FailFolder(const fs::path& folder, const std::error_code& error) {
-  const bool denied = error == std::errc::permission_denied || error == std::errc::read_only_file_system;
+  const bool denied = error == std::errc::permission_denied || error == std::errc::operation_not_permitted ||
+                      error == std::errc::read_only_file_system;
   throw Failure(denied ? kNotPermitted : kFailed,
                 "can't use the driver directory \"" + folder.string() + "\": " + error.message());
 }
@@ -75,9 +76,8 @@ void InstallDriverFiles() {
     const fs::path to = target / entry.path().filename();
     const std::vector<uint8_t> bytes = ReadWhole(entry.path());
     if (!Holds(to, bytes)) ReplaceFile(to.string(), bytes);
-    constexpr fs::perms kForAll =
-        fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read | fs::perms::others_read;
-    if (fs::status(to).permissions() != kForAll) fs::permissions(to, kForAll, error);
+    constexpr fs::perms kForAll = fs::perms::group_read | fs::perms::others_read;
+    if ((fs::status(to).permissions() & kForAll) != kForAll) fs::permissions(to, kForAll, fs::perm_options::add, error);
     if (error) FailFolder(target, error);
   }
 }

@@ -103,7 +103,7 @@ void PrintGroups(const std::map<Group, std::vector<Line>>& groups) {
   }
 }
 
-/// One of our records: the document's own lines, and of the rest what differs from the default of the locale's country.
+/// One of our records: the main fields, and of the rest what differs from the default of the locale's country.
 void PrintOwn(const Bytes& record, const Catalogue& catalogue, bool all) {
   DriverEnv defaults;
   const char16_t no_name[] = u"";
@@ -114,7 +114,7 @@ void PrintOwn(const Bytes& record, const Catalogue& catalogue, bool all) {
   for (const Slot& slot : SlotsOf(record)) {
     const Group group = GroupOf(*slot.field);
     const bool inner = group == Group::kInternal || group == Group::kHeader;
-    const bool shown = all || group == Group::kDocument || (!inner && !SameBytes(record, standard, slot));
+    const bool shown = all || IsMainField(*slot.field) || (!inner && !SameBytes(record, standard, slot));
     if (shown) {
       groups[group].push_back({slot.name, SlotText(record, slot, catalogue)});
     } else {

@@ -75,16 +75,25 @@ inline constexpr FieldGroup kFieldGroups[] = {
     {1439, Group::kFinishing},
     {1444, Group::kLayout},     // booklets
     {1448, Group::kFinishing},  // binding margin
+    {1450, Group::kInternal},   // lpBindMargin, computed
+    {1451, Group::kFinishing},
     {1454, Group::kJob},
     {1458, Group::kSecurity},
     {1937, Group::kInternal},
     {1939, Group::kJob},
     {1942, Group::kPaper},
+    {1945, Group::kJob},        // lpOutputTray
+    {1947, Group::kInternal},   // sizes computed of the papers
+    {1955, Group::kPaper},
+    {1956, Group::kInternal},
+    {1960, Group::kPaper},
     {1961, Group::kJob},
     {1962, Group::kCovers},
     {1964, Group::kPaper},
     {1968, Group::kJob},
     {1969, Group::kFinishing},
+    {1971, Group::kInternal},   // bindingSide, computed
+    {1972, Group::kFinishing},
     {1979, Group::kCovers},
     {1985, Group::kPaper},      // lpMediaType
     {1986, Group::kCovers},
@@ -104,7 +113,7 @@ inline constexpr FieldGroup kFieldGroups[] = {
     {2617, Group::kFax},
     {2774, Group::kDevice},
     {2827, Group::kInternal},
-    {2861, Group::kPaper},
+    {2877, Group::kPaper},      // QXOutputPaperSize
     {2879, Group::kSecurity},   // owner
     {3016, Group::kInternal},
     {3025, Group::kLibrary},
@@ -133,6 +142,12 @@ inline constexpr FieldUnit kFieldUnits[] = {
 /// Fields that hold a secret: they are never shown in clear, only whether something is there.
 inline constexpr std::string_view kSecretFields[] = {
     "secureCodeA", "securePassword", "secureCodeB", "secureId", "authPassword", "departmentPassword",
+};
+
+/// Fields that a person wants to see of every record, also at their default.
+inline constexpr std::string_view kMainFields[] = {
+    "dmOrientation", "dmPaperSize", "dmPaperLength", "dmPaperWidth", "dmCopies", "dmDefaultSource", "dmPrintQuality", "dmDuplex",
+    "paperMargins",
 };
 
 /// Fields that take their options from a feature, though their default doesn't come from it.

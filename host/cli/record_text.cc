@@ -39,7 +39,7 @@ constexpr FieldBit kFieldBits[] = {
 // clang-format on
 
 bool IsSecret(const EnvField& field) {
-  return std::find(std::begin(kSecretFields), std::end(kSecretFields), field.name) != std::end(kSecretFields);
+  return std::ranges::find(kSecretFields, field.name) != std::end(kSecretFields);
 }
 
 int64_t ReadNumber(const Bytes& record, FieldType type, uint32_t offset) {
@@ -80,6 +80,15 @@ std::string Hex(const Bytes& record, const EnvField& field) {
     text += kDigits[byte & 15];
   }
   return text;
+}
+
+/// Bytes for a person: the first of them, and how many there are.
+std::string BytesText(const Bytes& record, const EnvField& field) {
+  constexpr size_t kShown = 32;
+  if (IsZero(record, field)) return "(empty)";
+  const std::string hex = Hex(record, field);
+  if (hex.size() <= 2 * kShown) return hex;
+  return hex.substr(0, 2 * kShown) + "... (" + std::to_string(field.Size()) + " bytes)";
 }
 
 std::string Fraction(int64_t value, int places, const char* unit) {
@@ -171,6 +180,10 @@ bool SameBytes(const Bytes& a, const Bytes& b, const Slot& slot) {
   return std::memcmp(a.data() + slot.offset(), b.data() + slot.offset(), slot.field->Size()) == 0;
 }
 
+bool IsMainField(const EnvField& field) {
+  return std::ranges::find(kMainFields, field.name) != std::end(kMainFields);
+}
+
 Group GroupOf(const EnvField& field) {
   const auto next = std::upper_bound(std::begin(kFieldGroups), std::end(kFieldGroups), field.offset,
                                      [](uint16_t offset, const FieldGroup& row) { return offset < row.offset; });
@@ -184,7 +197,7 @@ std::string SlotText(const Bytes& record, const Slot& slot, const Catalogue& cat
     const std::u16string text = ReadText(record, field);
     return text.empty() ? "(empty)" : '"' + Printable(text) + '"';
   }
-  if (field.type == FieldType::kBytes) return IsZero(record, field) ? "(empty)" : Hex(record, field);
+  if (field.type == FieldType::kBytes) return BytesText(record, field);
   std::string text;
   for (uint16_t i = 0; i < field.length; ++i) {
     const uint32_t at = slot.offset() + i * field.ElementSize();

@@ -32,6 +32,9 @@ std::vector<Slot> SlotsOf(const Bytes& record);
 /// Whether two records that both hold the slot hold the same bytes there.
 bool SameBytes(const Bytes& a, const Bytes& b, const Slot& slot);
 
+/// Whether a person wants to see the field of every record.
+bool IsMainField(const EnvField& field);
+
 Group GroupOf(const EnvField& field);
 
 /// "9 (A4)", "on", "210.0 mm", "\"Office\"", "***".

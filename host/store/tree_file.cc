@@ -134,9 +134,10 @@ DWORD TreeFile::CreateNow(std::u16string_view path, KeyId* key, bool* created) {
   status = CreateNow(ParentPath(path), &parent, created);
   if (status != kErrorSuccess) return status;
   const std::string utf8 = ToUtf8(path);
-  status = Query(sql_[kAddKey]).Bind(parent).Bind(utf8).Finish();
+  status = Query(sql_[kAddKey]).Bind(parent).Bind(utf8).Bind(highest_id_).Finish();
   if (status != kErrorSuccess) return status;
-  *key = sqlite3_last_insert_rowid(db_.get());
+  if (sqlite3_changes(db_.get()) == 0) return kErrorRegistryCorrupt;  // the count itself has gone
+  *key = highest_id_ = sqlite3_last_insert_rowid(db_.get());
   *created = true;
   return kErrorSuccess;
 }
@@ -228,7 +229,11 @@ DWORD TreeFile::Delete(KeyId key, std::u16string_view name) {
 DWORD TreeFile::Begin() {
   const std::lock_guard guard(lock_);
   if (in_transaction_) return kErrorInvalidParameter;
-  const DWORD status = Run(true, [&] { return Execute(db_.get(), "BEGIN IMMEDIATE"); });
+  const DWORD status = Run(true, [&] {
+    // SQLite would begin one for reading, and refuse at the first change only.
+    const bool may = sqlite3_db_readonly(db_.get(), "main") == 0 && Writable();
+    return may ? Execute(db_.get(), "BEGIN IMMEDIATE") : kErrorAccessDenied;
+  });
   if (status != kErrorSuccess) return status;
   in_transaction_ = true;
   broken_ = kErrorSuccess;

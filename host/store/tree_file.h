@@ -102,6 +102,7 @@ class TreeFile {
   FileStamp stamp_;
   bool absent_ = false;     ///< there is no file: `db_` is an empty tree in memory, for reading only
   bool immutable_ = false;  ///< opened without any lock, since its folder can't be written
+  KeyId highest_id_ = 0;    ///< given out here: withdrawing a transaction takes SQLite's own count back
   bool in_transaction_ = false;
   DWORD broken_ = 0;        ///< what voided the running transaction
   bool abandoned_ = false;  ///< this is the child of a fork() inside a transaction

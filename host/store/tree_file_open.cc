@@ -41,7 +41,7 @@ constexpr const char* kStatements[] = {
     "SELECT id FROM keys WHERE path = ?1",
     "SELECT 1 FROM keys WHERE id = ?1",
     "SELECT path FROM keys WHERE parent = ?1 ORDER BY id LIMIT 1 OFFSET ?2",
-    "INSERT INTO keys(parent, path) VALUES(?1, ?2)",
+    "INSERT INTO keys(id, parent, path) SELECT max(seq, ?3) + 1, ?1, ?2 FROM sqlite_sequence WHERE name = 'keys'",
     "DELETE FROM keys WHERE id = ?1",
     "DELETE FROM vals WHERE key = ?1",
     "SELECT type, data FROM vals WHERE key = ?1 AND name = ?2",

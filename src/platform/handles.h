@@ -18,10 +18,12 @@ struct CloseKeyHandle {
 };
 using UniqueKey = std::unique_ptr<void, CloseKeyHandle>;
 
-/// Opens the key `path` below `parent`; empty if it doesn't exist or may not be opened so.
-inline UniqueKey OpenKey(HKEY parent, const char16_t* path, DWORD access) {
+/// Opens the key `path` below `parent`; empty if it doesn't exist or may not be opened so. `status` may be null.
+inline UniqueKey OpenKey(HKEY parent, const char16_t* path, DWORD access, DWORD* status = nullptr) {
   HKEY key = nullptr;
-  return UniqueKey(RegOpenKeyExW(parent, path, 0, access, &key) == kErrorSuccess ? key : nullptr);
+  const DWORD result = RegOpenKeyExW(parent, path, 0, access, &key);
+  if (status != nullptr) *status = result;
+  return UniqueKey(result == kErrorSuccess ? key : nullptr);
 }
 
 /// Opens the key `path` below `parent` for everything, creating what is missing. `created` may be null.

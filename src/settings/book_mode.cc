@@ -18,17 +18,23 @@ constexpr char16_t kStatus[] = u"Status";
 constexpr char16_t kResolution[] = u"Resolution";
 constexpr char16_t kVersion[] = u"Version";
 constexpr uint32_t kDefaultResolution = 600;
+constexpr int kSeededByThis = 1;
+constexpr int kSeededByOther = 2;
+constexpr int kNeverSeeded = 3;
 constexpr std::u16string_view kSpreadsheet = u"EXCEL.EXE";
 constexpr size_t kProgramPathRoom = 4096;
 
-bool ReadNumber(HKEY key, const char16_t* name, uint32_t* value) {
+/// Reads a number; one of the wrong type or size counts as missing.
+DWORD ReadNumber(HKEY key, const char16_t* name, uint32_t* value) {
   uint32_t stored = 0;
   DWORD type = 0;
   DWORD size = sizeof stored;
   const DWORD status = RegQueryValueExW(key, name, &type, reinterpret_cast<uint8_t*>(&stored), &size);
-  if (status != kErrorSuccess || type != REG_DWORD || size != sizeof stored) return false;
+  if (status == kErrorMoreData) return kErrorFileNotFound;
+  if (status != kErrorSuccess) return status;
+  if (type != REG_DWORD || size != sizeof stored) return kErrorFileNotFound;
   *value = stored;
-  return true;
+  return kErrorSuccess;
 }
 
 bool WriteNumber(HKEY key, const char16_t* name, uint32_t value) {
@@ -59,8 +65,10 @@ BookMode OpenBookMode(std::u16string_view printer_name) {
   mode.key = CreateKey(HKEY_CURRENT_USER, BuildUserKey(printer_name, u"BookMode").c_str(), &created);
   if (mode.key == nullptr) return mode;
   uint32_t version = 0;
-  mode.fresh = created || !ReadNumber(mode.key.get(), kVersion, &version) || !SameVersion(version, kDriverVersion);
-  if (mode.fresh) ResetBookMode(mode.key.get());
+  const DWORD status = ReadNumber(mode.key.get(), kVersion, &version);
+  mode.fresh = created || status != kErrorSuccess || !SameVersion(version, kDriverVersion);
+  // What a busy store can't tell for now is not known, but it isn't thrown away either.
+  if (mode.fresh && (status == kErrorSuccess || status == kErrorFileNotFound)) ResetBookMode(mode.key.get());
   return mode;
 }
 
@@ -115,10 +123,14 @@ bool SetBookModeResolution(std::u16string_view printer_name, uint32_t value) {
 }
 
 int CompareDriverVersion(std::u16string_view printer_name, uint16_t version) {
-  const UniqueKey key = OpenKey(HKEY_CURRENT_USER, BuildUserKey(printer_name).c_str(), KEY_READ);
+  DWORD status = kErrorSuccess;
+  const UniqueKey key = OpenKey(HKEY_CURRENT_USER, BuildUserKey(printer_name).c_str(), KEY_READ, &status);
   uint32_t stored = 0;
-  if (key == nullptr || !ReadNumber(key.get(), u"DriverVersion", &stored)) return 3;
-  return SameVersion(stored, version) ? 1 : 2;
+  if (key != nullptr) status = ReadNumber(key.get(), u"DriverVersion", &stored);
+  if (status == kErrorFileNotFound) return kNeverSeeded;
+  // Anything else would have the user's lists seeded anew, for a store that is only busy.
+  if (status != kErrorSuccess) return kSeededByThis;
+  return SameVersion(stored, version) ? kSeededByThis : kSeededByOther;
 }
 
 }  // namespace heron

@@ -83,6 +83,13 @@ class Output {
     next_ += sizeof element;
   }
 
+  void Append(const uint8_t* bytes, size_t size) {
+    std::memcpy(next_, bytes, size);
+    next_ += size;
+  }
+  /// Bytes written since `start`.
+  size_t Behind(const uint8_t* start) const { return static_cast<size_t>(next_ - start); }
+
  private:
   uint8_t* next_;
 };
@@ -140,18 +147,21 @@ std::array<char16_t, kPaperNameLength> PaperName(const Query& query, const Liste
 
 int32_t AnswerPapers(const Query& query, uint16_t capability, Output output) {
   const std::vector<ListedPaper> papers = CapabilityPaperList(query.resources);
-  if (output) {
-    for (const ListedPaper& paper : papers) {
-      if (capability == kPapers) {
-        output.Append(paper.code);
-      } else if (capability == kPaperNames) {
-        output.Append(PaperName(query, paper));
-      } else {
-        output.Append(IsCustomPaper(paper.code) ? UserPaperExtent(query.printer, paper.code)
-                                                : CatalogExtent(query.resources, paper.row));
-      }
+  if (!output) return static_cast<int32_t>(papers.size());
+  // Names and sizes of user papers are read and may fail for want of memory: the caller's output waits for the whole list.
+  std::vector<uint8_t> answer(papers.size() * kPaperNameLength * sizeof(char16_t));
+  Output list(answer.data());
+  for (const ListedPaper& paper : papers) {
+    if (capability == kPapers) {
+      list.Append(paper.code);
+    } else if (capability == kPaperNames) {
+      list.Append(PaperName(query, paper));
+    } else {
+      list.Append(IsCustomPaper(paper.code) ? UserPaperExtent(query.printer, paper.code)
+                                            : CatalogExtent(query.resources, paper.row));
     }
   }
+  output.Append(answer.data(), list.Behind(answer.data()));
   return static_cast<int32_t>(papers.size());
 }
 
@@ -175,7 +185,6 @@ int32_t AnswerBins(const Query& query, bool names, void* output) {
   const uint16_t source_unit = Get<"lpSourceUnit">(query.env);
   const uint32_t count = CatalogQueryFiltered(query.resources, kTrayFeature, kCount, nullptr, 0, 0, source_unit);
   if (output != nullptr && names) {
-    std::memset(output, 0, count * kBinNameLength * sizeof(char16_t));
     CatalogQueryFiltered(query.resources, kTrayFeature, kAllLabels, output, 0, kBinNameLength, source_unit);
   } else if (output != nullptr) {
     CatalogQueryFiltered(query.resources, kTrayFeature, kAllValues, output, 0, sizeof(uint16_t), source_unit);

@@ -28,11 +28,11 @@ int16_t CustomPaperCode(int number);
 
 /// One user paper as it is stored, 76 bytes.
 struct CustomPaperEntry {
-  uint32_t width;        ///< thousandths of an inch
-  uint32_t height;       ///< thousandths of an inch
-  int16_t unit;          ///< 1 millimetre, 2 inch: how it is shown
+  uint32_t width;   ///< thousandths of an inch
+  uint32_t height;  ///< thousandths of an inch
+  int16_t unit;     ///< 1 millimetre, 2 inch: how it is shown
   char16_t name[32];
-  uint16_t longFlag;     ///< not 0: long paper
+  uint16_t longFlag;  ///< not 0: long paper
 };
 static_assert(sizeof(CustomPaperEntry) == 76);
 using UserPaperStore = std::array<CustomPaperEntry, kUserPaperCount>;
@@ -45,8 +45,8 @@ void LoadPaperLabels();                                     ///< names of all ro
 void RefreshUserPaperRows(const UserPaperStore& store);     ///< names and sizes of the user papers' rows
 void BuildUserPaperSizeTexts(const UserPaperStore& store);  ///< their size texts: "210.0x297.0mm", "8.267x11.693inch"
 
-/// Label and size text of the first row with the code; null if the table hasn't got it, empty before the operations above
-/// have run. A text handed out stays as it is while the process lives; a changed name is another text.
+/// Label and size text of the first row with the code; null if the table hasn't got it, empty before the operations
+/// above have run. A text handed out stays as it is while the process lives; a changed name is another text.
 const char16_t* PaperLabel(int32_t code);
 const char16_t* PaperSizeText(int32_t code);
 
@@ -74,8 +74,8 @@ void LoadUserPapers(UserPaperStore* store, platform::HANDLE printer);
 bool SaveUserPapers(const UserPaperStore& store, platform::HANDLE printer);
 /// Stored size of the user paper `code`, thousandths of an inch; the default's if nothing is stored.
 void ReadUserPaperSize(int32_t code, uint32_t* width, uint32_t* height, platform::HANDLE printer);
-/// Entry `number` (1 to 10) with its name, cut to `name_bytes` / 2 characters and filled up with zeros: a name that fills its
-/// room has no terminator. False, with the default's values, if the store doesn't load.
+/// Entry `number` (1 to 10) with its name, cut to `name_bytes` / 2 characters and filled up with zeros: a name that
+/// fills its room has no terminator. False, with the default's values, if the store doesn't load.
 bool ReadUserPaper(platform::HANDLE printer, int number, uint32_t* width, uint32_t* height, char16_t* name,
                    uint32_t name_bytes);
 

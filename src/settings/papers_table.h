@@ -1,13 +1,16 @@
 // The paper tables as constants: what every paper code means, and which codes belong together.
 //
-// Readers: papers.cc and papers_user.cc. Sizes are hundredths of a millimetre. The plain rows are written out in their
-// order; the rows of the families follow from them by rule, and the checks at the end hold the counts. A new size takes
-// a plain row, a label number of the paper names, and says which families have it.
+// Readers: papers.cc and papers_user.cc. Sizes, in hundredths of a millimetre, are the catalogue's. The plain rows are
+// written out in their order; the rows of the families follow from them by rule, and the checks at the end hold the
+// counts. A new paper takes a plain row, a label number of the paper names, says which families have it, and has its
+// size in catalog/paper_sizes.h.
 #pragma once
 
 #include <array>
 #include <cstdint>
 
+#include "catalog/paper_sizes.h"
+#include "catalog/table_text.h"
 #include "settings/papers.h"
 
 namespace heron::papers_internal {
@@ -21,76 +24,76 @@ enum Families : uint8_t {
 struct PaperRow {
   int16_t code = 0;
   uint16_t label = 0;  ///< text number of the name
-  uint32_t width = 0;  ///< 0 in the rows of user papers, whose sizes come at run time
-  uint32_t height = 0;
   Families families = kPlainOnly;
+  uint32_t width = 0;  ///< from the catalogue's sizes; 0 in the rows of user papers, whose sizes come at run time
+  uint32_t height = 0;
 };
 
 // clang-format off
 inline constexpr auto kPlainPapers = std::to_array<PaperRow>({
-    // code label  width  height families
-    { 257, 48000,     0,     0, kPlainOnly},  // same as document
-    { 512, 48001,     0,     0, kPlainOnly},  // end of the list
-    { 513, 21550,     0,     0, kPlainOnly},  // user papers
-    { 514, 21551,     0,     0, kPlainOnly},
-    { 515, 21552,     0,     0, kPlainOnly},
-    { 516, 21553,     0,     0, kPlainOnly},
-    { 517, 21554,     0,     0, kPlainOnly},
-    { 518, 21555,     0,     0, kPlainOnly},
-    { 519, 21556,     0,     0, kPlainOnly},
-    { 520, 21557,     0,     0, kPlainOnly},
-    { 521, 21558,     0,     0, kPlainOnly},
-    { 256, 21559,     0,     0, kPlainOnly},
-    {   8, 48010, 29700, 42000, kAll},        // A3
-    {   9, 48011, 21000, 29700, kAll},        // A4
-    {2057, 48012, 21000, 29700, kAll},
-    {  11, 48013, 14800, 21000, kAll},        // A5
-    {2059, 48014, 14800, 21000, kAll},
-    {  70, 48015, 10500, 14800, kAll},        // A6
-    {  12, 48016, 25700, 36400, kAll},        // B4
-    {  13, 48017, 18200, 25700, kAll},        // B5
-    {2061, 48018, 18200, 25700, kAll},
-    {  88, 48019, 12800, 18200, kAll},        // B6
-    {   1, 48020, 21590, 27940, kAll},        // letter
-    {2049, 48021, 21590, 27940, kAll},
-    {   3, 48022, 27940, 43180, kAll},        // ledger
-    {   5, 48023, 21590, 35560, kAll},        // legal
-    {   6, 48024, 13970, 21590, kAll},        // statement
-    {2054, 48025, 13970, 21590, kAll},
-    {   7, 48026, 18415, 26670, kAll},        // executive
-    {2055, 48027, 18415, 26670, kAll},
-    {  14, 48028, 21590, 33020, kAll},        // folio; stands twice, a search finds the first
-    {  14, 48028, 21590, 33020, kAll},
-    { 330, 48029, 30480, 45720, kAll},        // 12 x 18 inch
-    { 340, 48030, 20320, 33020, kAll},        // folios of other widths
-    { 341, 48031, 20955, 33020, kAll},
-    { 342, 48032, 20637, 33655, kAll},
-    { 343, 48033, 20320, 33020, kAll},
-    { 320, 48034, 22000, 33000, kAll},
-    { 360, 48035, 27000, 39000, kAll},        // 8K
-    { 361, 48036, 19500, 27000, kAll},        // 16K
-    {2409, 48037, 19500, 27000, kAll},
-    {  34, 48038, 17600, 25000, kAll},        // B5 (ISO)
-    {2082, 48039, 17600, 25000, kAll},
-    {  28, 48040, 16200, 22900, kAll},        // envelope C5
-    {2076, 48041, 16200, 22900, kAll},
-    {  27, 48042, 11000, 22000, kAll},        // envelope DL
-    {  37, 48043,  9842, 19050, kAll},        // envelope Monarch
-    {  20, 48044, 10477, 24130, kAll},        // envelope No. 10
-    {  43, 48045, 10000, 14800, kAll},        // postcard
-    { 390, 48046, 10160, 15240, kAll},        // postcard 4 x 6 inch
-    {1033, 48047, 22250, 29700, kTabs},       // A4 tab
-    {1025, 48048, 22840, 27940, kTabs},       // letter tab
-    { 370, 48049, 12000, 17600, kPlainOnly},  // envelopes Youkei 1, 4 and 6
-    {  91, 48050, 10500, 23500, kPlainOnly},
-    { 372, 48051,  9800, 19000, kPlainOnly},
-    {  31, 48052, 11400, 16200, kPlainOnly},  // envelope C6
-    {  19, 48053,  9842, 22542, kPlainOnly},  // envelope No. 9
-    {  38, 48054,  9207, 16510, kPlainOnly},  // envelope Personal
-    { 333, 48055, 17780, 21590, kPlainOnly},  // 7 x 8.5 inch
-    {2381, 48056, 17780, 21590, kPlainOnly},
-    { 334, 48057, 10795, 13970, kPlainOnly},  // 4.25 x 5.5 inch
-    {2382, 48058, 10795, 13970, kPlainOnly},
+    // code label  families
+    { 257, 48000, kPlainOnly},  // same as document
+    { 512, 48001, kPlainOnly},  // end of the list
+    { 513, 21550, kPlainOnly},  // user papers
+    { 514, 21551, kPlainOnly},
+    { 515, 21552, kPlainOnly},
+    { 516, 21553, kPlainOnly},
+    { 517, 21554, kPlainOnly},
+    { 518, 21555, kPlainOnly},
+    { 519, 21556, kPlainOnly},
+    { 520, 21557, kPlainOnly},
+    { 521, 21558, kPlainOnly},
+    { 256, 21559, kPlainOnly},
+    {   8, 48010, kAll},        // A3
+    {   9, 48011, kAll},        // A4
+    {2057, 48012, kAll},
+    {  11, 48013, kAll},        // A5
+    {2059, 48014, kAll},
+    {  70, 48015, kAll},        // A6
+    {  12, 48016, kAll},        // B4
+    {  13, 48017, kAll},        // B5
+    {2061, 48018, kAll},
+    {  88, 48019, kAll},        // B6
+    {   1, 48020, kAll},        // letter
+    {2049, 48021, kAll},
+    {   3, 48022, kAll},        // ledger
+    {   5, 48023, kAll},        // legal
+    {   6, 48024, kAll},        // statement
+    {2054, 48025, kAll},
+    {   7, 48026, kAll},        // executive
+    {2055, 48027, kAll},
+    {  14, 48028, kAll},        // folio; stands twice, a search finds the first
+    {  14, 48028, kAll},
+    { 330, 48029, kAll},        // 12 x 18 inch
+    { 340, 48030, kAll},        // folios of other widths
+    { 341, 48031, kAll},
+    { 342, 48032, kAll},
+    { 343, 48033, kAll},
+    { 320, 48034, kAll},
+    { 360, 48035, kAll},        // 8K
+    { 361, 48036, kAll},        // 16K
+    {2409, 48037, kAll},
+    {  34, 48038, kAll},        // B5 (ISO)
+    {2082, 48039, kAll},
+    {  28, 48040, kAll},        // envelope C5
+    {2076, 48041, kAll},
+    {  27, 48042, kAll},        // envelope DL
+    {  37, 48043, kAll},        // envelope Monarch
+    {  20, 48044, kAll},        // envelope No. 10
+    {  43, 48045, kAll},        // postcard
+    { 390, 48046, kAll},        // postcard 4 x 6 inch
+    {1033, 48047, kTabs},       // A4 tab
+    {1025, 48048, kTabs},       // letter tab
+    { 370, 48049, kPlainOnly},  // envelopes Youkei 1, 4 and 6
+    {  91, 48050, kPlainOnly},
+    { 372, 48051, kPlainOnly},
+    {  31, 48052, kPlainOnly},  // envelope C6
+    {  19, 48053, kPlainOnly},  // envelope No. 9
+    {  38, 48054, kPlainOnly},  // envelope Personal
+    { 333, 48055, kPlainOnly},  // 7 x 8.5 inch
+    {2381, 48056, kPlainOnly},
+    { 334, 48057, kPlainOnly},  // 4.25 x 5.5 inch
+    {2382, 48058, kPlainOnly},
 });
 
 /// A family adds its bits to a size's code and its distance to the label number.
@@ -138,19 +141,32 @@ inline constexpr auto kSourceLimits = std::to_array<SourceLimit>({
 });
 // clang-format on
 
+inline constexpr uint16_t kFirstFixedLabel = 48010;  ///< names below are those of entries without a size of their own
 inline constexpr size_t kPapersInUse = 178;
 inline constexpr size_t kPaperRows = 180;  ///< two closing rows of code 0
+
+/// Takes the catalogue's size of the row's paper; a rotated code and those of the families have that of their plain code.
+consteval PaperRow Sized(PaperRow row) {
+  if (row.label < kFirstFixedLabel) return row;
+  catalog::ForEachLine(catalog::kPaperSizeText, [&](std::u16string_view line) {
+    const int code = catalog::Unsigned(catalog::CutWord(line));
+    if (code != (row.code & ~0x3800)) return;
+    row.width = catalog::Unsigned(catalog::CutWord(line));
+    row.height = catalog::Unsigned(catalog::CutWord(line));
+  });
+  return row;
+}
 
 consteval std::array<PaperRow, kPaperRows> BuildPaperTable() {
   std::array<PaperRow, kPaperRows> rows{};
   size_t used = 0;
-  for (const PaperRow& row : kPlainPapers) rows[used++] = row;
+  for (const PaperRow& row : kPlainPapers) rows[used++] = Sized(row);
   for (const Family& family : kFamilies) {
     for (PaperRow row : kPlainPapers) {
       if (row.families == kPlainOnly || (row.families == kTabs && family.bits != kFullFamily.bits)) continue;
       row.code = static_cast<int16_t>(row.code + family.bits);
       row.label = static_cast<uint16_t>(row.label + family.labels);
-      rows[used++] = row;
+      rows[used++] = Sized(row);
     }
   }
   if (used != kPapersInUse) throw "the families don't add up";

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstring>
 #include <memory>
+#include <new>
 
 #include "catalog/strings.h"
 #include "platform/handles.h"
@@ -37,7 +38,10 @@ std::u16string ThroughCodePage(DWORD code_page, std::u16string_view name) {
   std::array<char, kNameBytes + 1> bytes{};
   std::array<char16_t, kNameBytes> text;
   // A name that doesn't fit fails, but leaves its whole characters.
-  WideCharToMultiByte(code_page, name.data(), static_cast<int>(name.size()), bytes.data(), kNameBytes);
+  const int written =
+      WideCharToMultiByte(code_page, name.data(), static_cast<int>(name.size()), bytes.data(), kNameBytes);
+  // Half a name would be another queue's key.
+  if (written == 0 && GetLastError() == kErrorNotEnoughMemory) throw std::bad_alloc();
   const auto length = static_cast<int>(std::strlen(bytes.data()));
   const int characters = length > 0 ? MultiByteToWideChar(code_page, bytes.data(), length, text.data(), kNameBytes) : 0;
   return {text.data(), static_cast<size_t>(characters)};
@@ -127,7 +131,8 @@ bool LoadPrinterEnv(HANDLE printer, DriverEnv* env, const char16_t* printer_name
     return true;
   }
   BuildDefaultEnv(resources, env, printer_name, printer);
-  // A store that is only busy or short of memory for the moment still holds the device options: they aren't overwritten.
+  // A store that is only busy or short of memory for the moment still holds the device options: they aren't
+  // overwritten.
   const bool lost = status == kErrorSuccess || status == kErrorMoreData || status == kErrorFileNotFound;
   if (lost) SavePrinterEnv(printer, *env);
   return true;

@@ -18,12 +18,13 @@ namespace heron {
 /// Name of the queue from PRINTER_INFO_1, at most 31 characters; empty if it can't be read.
 std::u16string PrinterName(platform::HANDLE printer);
 
-/// Path of the user's key of a queue, with up to two parts below; at most 260 characters. The name goes through the system
-/// code page and is cut at the last whole character within 31 bytes; then a leading "\\" is dropped.
+/// Path of the user's key of a queue, with up to two parts below; at most 260 characters. The name goes through the
+/// system code page and is cut at the last whole character within 31 bytes; then a leading "\\" is dropped.
 std::u16string BuildUserKey(std::u16string_view printer_name, std::u16string_view sub1 = {},
                             std::u16string_view sub2 = {});
 
-/// Always leaves a valid record in `env`: the saved one, or defaults, which are then saved. Null `printer_name`: the queue's.
+/// Always leaves a valid record in `env`: the saved one, or defaults, which are then saved. Null `printer_name`: the
+/// queue's.
 bool LoadPrinterEnv(platform::HANDLE printer, DriverEnv* env, const char16_t* printer_name,
                     const ResourceContext* resources);
 
@@ -51,7 +52,8 @@ uint32_t BookModeResolution(std::u16string_view printer_name);
 bool SetBookModeStatus(const DriverEnv& env, uint32_t status);
 bool SetBookModeResolution(std::u16string_view printer_name, uint32_t value);
 
-/// 1 the stores were seeded by this version (low 14 bits), 2 by another, 3 never.
+/// 1 the stores were seeded by this version (low 14 bits), 2 by another, 3 never. 1 also if the store can't tell for
+/// now, so that nobody's lists are replaced over it.
 int CompareDriverVersion(std::u16string_view printer_name, uint16_t version);
 
 }  // namespace heron

@@ -1,4 +1,5 @@
-// Row look-ups of the list stores. Everything told about a row stands in list_store_table.h.
+// Row look-ups of the list stores. Everything told about a row stands in list_store_table.h; what depends on other
+// tables is filled in by whoever joins them.
 #include "uistate/list_stores_rows.h"
 
 #include <algorithm>
@@ -36,7 +37,7 @@ ListStoreTable BuildListStoreTable() {
       table.rows.push_back(working);
     }
   }
-  table.rows.emplace_back();
+  table.rows.emplace_back();  // id 0: for scans that stop at it
   return table;
 }
 

@@ -65,12 +65,14 @@ enum : uint16_t {
   kTabTextPositionFeature = 223,
 };
 
+/// Cuts a text to its field and fills the rest with zeros.
 template <size_t N>
 void SetText(char16_t (&field)[N], std::u16string_view text) {
   const size_t length = std::min(text.size(), N - 1);
   std::fill(std::copy_n(text.begin(), length, field), field + N, u'\0');
 }
 
+/// Features that this model hasn't got give 0, which is what a tab setting then stays.
 void FillPageLists(PageListStore& store, const ResourceContext* resources) {
   const auto value = [resources](uint16_t feature) { return CatalogDefault(resources, feature); };
   for (uint32_t n = 0; n < kPageListCount; ++n) {
@@ -112,6 +114,7 @@ void FillFontSubst(FontSubstStore& store) {
   std::copy(std::begin(kFontPairs), std::end(kFontPairs), store.pairs);
 }
 
+/// What isn't told here stays empty or 0: the sender writes it.
 void FillFaxCover(FaxCoverStore& store) {
   SetText(store.fixedform, GetUiString(kFixedFormText));
   store.pagenum = 1;

@@ -1,4 +1,7 @@
 // The conversion between raw values. The rules stand at the declaration.
+//
+// Sizes and codes come from two tables that needn't agree, so both are checked: the sizes against each other first,
+// then each numeric end against the width of its code.
 #include "uistate/transfer_value.h"
 
 #include <cstring>
@@ -29,6 +32,7 @@ bool Pairs(uint16_t to, uint16_t from) {
   return NumericWidth(from) != 0 && (NumericWidth(to) != 0 || to == kTypeAny);
 }
 
+/// The numeric value in 32 bits. 32 bit codes keep their bits whatever their sign.
 uint32_t Widen(const TransferSource& source) {
   uint32_t value = 0;
   std::memcpy(&value, source.data, NumericWidth(source.type));
@@ -47,6 +51,7 @@ int32_t TransferValue(TransferDirection direction, const TransferTarget& target,
   if (!Pairs(target.type, source.type)) return kTransferUnpaired;
   if (target.data == nullptr || source.data == nullptr || source.size > target.size) return too_large;
 
+  // The same form on both ends: the bytes as they are.
   if (target.type == kTypeAny || target.type == source.type) {
     std::memcpy(target.data, source.data, source.size);
     if (write) std::memset(static_cast<uint8_t*>(target.data) + source.size, 0, target.size - source.size);

@@ -1,5 +1,8 @@
-// The walk over the row table. A row names one level; its key is found through the nearest earlier rows of the levels
-// above. Keys are opened once a walk: opening costs more than a value.
+// The walk over the row table, row by row in its order, so that a list's count and its items land in one key.
+//
+// A row names one level; its key is found through the nearest earlier rows of the levels above. Two numbers run: that
+// of the level 2 name (a per-page list, a watermark) and that of the level 3 name (a page, a form, a font pair). Keys
+// are opened once a walk: opening costs more than a value.
 #include "uistate/walk_store.h"
 
 #include <algorithm>
@@ -47,6 +50,13 @@ std::u16string ExpandName(const ListStoreRow& row, int number) {
 /// The only way in for a count that somebody else wrote: 0 to the list's room.
 uint16_t ClampCount(uint32_t count, uint32_t room) {
   return static_cast<uint16_t>(std::min(count, room));
+}
+
+/// Every count is a u16.
+uint16_t CountIn(const StoreField& field) {
+  uint16_t count;
+  std::memcpy(&count, field.data, sizeof count);
+  return count;
 }
 
 class StoreWalker {
@@ -119,15 +129,15 @@ uint32_t StoreWalker::RoomOf(const ListStoreRow& count_row) const {
   return room;
 }
 
+/// Numbers of the row's %d: as told by the row, or the items of its list. `list`: the number of the level above.
 NumberRange StoreWalker::RangeOf(const ListStoreRow& row, int list) const {
   if (row.link == 0) return {row.lo, row.hi};
   StoreField field;
   if (!GetStoreField(row.link, set_, list, 0, &field)) return {0, -1};
-  uint16_t count;
-  std::memcpy(&count, field.data, sizeof count);
-  return {0, static_cast<int>(ClampCount(count, row.hi + 1u)) - 1};
+  return {0, static_cast<int>(ClampCount(CountIn(field), row.hi + 1u)) - 1};
 }
 
+/// Every item of the row, under every key of the level above; then what a longer list left there.
 bool StoreWalker::WalkRow(const Chain& chain) {
   const ListStoreRow& row = *chain.row;
   const NumberRange outer = row.level >= 2 ? RangeOf(*chain.level2, 0) : NumberRange{0, 0};
@@ -141,6 +151,7 @@ bool StoreWalker::WalkRow(const Chain& chain) {
   return row.level != 2 || row.link == 0 || DropSurplus(chain, 0, outer.last + 1);
 }
 
+/// One item: its key is made, or its value moved.
 bool StoreWalker::Visit(const Chain& chain, int number2, int number3) {
   const ListStoreRow& row = *chain.row;
   if (row.flags == kKeyRow && reading()) return true;
@@ -167,8 +178,10 @@ size_t TextLength(const StoreField& field) {
   return static_cast<size_t>(std::find(text, text + most, u'\0') - text);
 }
 
+/// Takes a stored value into its field, unless it is missing or of another shape.
 bool StoreWalker::ReadField(HKEY key, const ListStoreRow& row, const std::u16string& name, const StoreField& field) {
   const DWORD wanted = RegistryType(field.type);
+  // A value larger than the room is refused by the platform and so counts as missing.
   const DWORD room = wanted == platform::REG_DWORD ? sizeof(uint32_t) : field.size;
   buffer_.assign(room, 0);
   DWORD type = 0;
@@ -179,25 +192,18 @@ bool StoreWalker::ReadField(HKEY key, const ListStoreRow& row, const std::u16str
   const bool fits = wanted == platform::REG_SZ ? size <= room && size % sizeof(char16_t) == 0 : size == room;
   if (type != wanted || !fits) return true;
 
-  if (wanted == platform::REG_DWORD) {
-    TransferValue(TransferDirection::kRead, {field.data, sizeof(uint32_t), field.type},
-                  {buffer_.data(), sizeof(uint32_t), kTypeU32}, nullptr);
-    if (IsCountRow(rows_, row)) {
-      uint16_t count;
-      std::memcpy(&count, field.data, sizeof count);
-      count = ClampCount(count, RoomOf(row));
-      std::memcpy(field.data, &count, sizeof count);
-    }
-    return true;
-  }
-  std::memcpy(field.data, buffer_.data(), field.size);
+  std::memcpy(field.data, buffer_.data(), field.size);  // of a number, its low bytes
   if (wanted == platform::REG_SZ) {
     const size_t end = TextLength(field) * sizeof(char16_t);
     std::memset(field.data + end, 0, field.size - end);
+  } else if (IsCountRow(rows_, row)) {
+    const uint16_t count = ClampCount(CountIn(field), RoomOf(row));
+    std::memcpy(field.data, &count, sizeof count);
   }
   return true;
 }
 
+/// A number is widened to its REG_DWORD as TransferValue does it; a text goes out with its terminator and no more.
 bool StoreWalker::WriteField(HKEY key, const ListStoreRow& row, const std::u16string& name, const StoreField& field) {
   const DWORD type = RegistryType(field.type);
   if (type == platform::REG_BINARY) {

@@ -1,31 +1,9 @@
 // The driver directory and the cache of texts.
 #include <atomic>
-#include <cstdlib>
-#include <new>
 #include <thread>
 
+#include "support/failing_new.h"
 #include "support/driver_fixture.h"
-
-namespace {
-
-/// Allocations of this thread until one fails and all after it do; below 0: none fails.
-thread_local int64_t allocations_left = -1;
-
-}  // namespace
-
-void* operator new(size_t size) {
-  if (allocations_left == 0) throw std::bad_alloc();
-  if (allocations_left > 0) --allocations_left;
-  void* memory = std::malloc(size == 0 ? 1 : size);
-  if (memory == nullptr) throw std::bad_alloc();
-  return memory;
-}
-void operator delete(void* memory) noexcept {
-  std::free(memory);
-}
-void operator delete(void* memory, size_t) noexcept {
-  std::free(memory);
-}
 
 namespace heron {
 namespace {
@@ -156,20 +134,26 @@ TEST_F(StringsTest, ThreadsShareTheTexts) {
 
 TEST_F(StringsTest, ExhaustedMemoryGivesEmptyTexts) {
   Texts()[30000] = u"text";
-  for (int64_t left = 0; left < 8; ++left) {
-    allocations_left = left;
-    AcquireStrings();
-    const char16_t* text = GetUiString(30000);
-    allocations_left = -1;
-    EXPECT_TRUE(View(text).empty() || (left > 0 && View(text) == u"text")) << left;
-    AcquireStrings();
-    EXPECT_EQ(Get(30000), u"text") << left;
+  bool served = false;
+  for (int64_t left = 0; !served; ++left) {
+    ASSERT_LT(left, 100);
+    View text;
+    {
+      const test::FailingNew failing(left);
+      AcquireStrings();
+      text = GetUiString(30000);
+    }
+    served = !text.empty();
+    EXPECT_TRUE(text.empty() || text == u"text") << left;
+    {
+      const StringsInUse again;
+      EXPECT_EQ(Get(30000), u"text") << left;
+    }
     ReleaseStrings();
-    ReleaseStrings();
+    EXPECT_FALSE(left == 0 && served);
   }
-  allocations_left = 0;
+  const test::FailingNew failing(0);
   EXPECT_EQ(OpenResourceContext(1), nullptr);
-  allocations_left = -1;
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 """The catalogue and the capabilities as answers, and command lines that aren't understood."""
 
+import subprocess
 import unittest
 
 import support
@@ -56,20 +57,22 @@ class Capabilities(support.Journey):
         self.assertEqual([answers[name]["result"] for name in ("DC_SIZE", "DC_EXTRA", "DC_COPIES", "DC_BINADJUST")],
                          [220, 3108, 999, -1])
         self.assertIsNone(answers["DC_BINADJUST"]["output"])
-        self.assertRegex(self.heron("capabilities", "-p", "Office"), r"(?m)^  9 +\S.* 210\.0 x 297\.0 mm$")
+        self.assertRegex(self.heron("capabilities", "-p", "Office"), r"(?m)^  9 +A4 +210\.0 x 297\.0 mm$")
 
     def test_a_record_given_is_merged_first(self):
         self.add_printer()
         record = self.default_record()
         record[2774] = 4  # the feed unit that has every tray
         path = self.write("unit.bin", record)
-        self.assertEqual(self.json("capabilities", "-p", "Office", "--in", path)["DC_BINS"]["output"], [7, 1, 2, 258, 259, 270, 4])
+        answers = self.json("capabilities", "-p", "Office", "--in", path)
+        self.assertEqual(answers["DC_BINS"]["output"], [7, 1, 2, 258, 259, 270, 4])
 
 
 class Usage(support.Journey):
     def test_what_isnt_understood_is_usage(self):
         for arguments in ([], ["nonsense"], ["printer"], ["printer", "add"], ["printer", "list", "extra"], ["record"],
-                          ["record", "show"], ["record", "merge", "-p", "X"], ["record", "diff", "one"], ["record", "diff", "-", "-"],
+                          ["record", "show"], ["record", "merge", "-p", "X"], ["record", "diff", "one"],
+                          ["record", "diff", "-", "-"],
                           ["record", "convert", "-p", "X", "--in", "x", "--to", "newest"], ["capabilities"],
                           ["record", "show", "x", "-p", "X"], ["catalog", "--country", "x"], ["record", "show", "--nonsense", "x"]):
             self.heron(*arguments, code=2)
@@ -93,8 +96,8 @@ class Usage(support.Journey):
 
     def test_an_answer_that_cant_be_written(self):
         with open("/dev/full", "wb") as full:
-            import subprocess
-            done = subprocess.run([support.BIN, "catalog"], stdout=full, stderr=subprocess.PIPE, env=self.environment(), check=False)
+            done = subprocess.run([support.BIN, "catalog"], stdout=full, stderr=subprocess.PIPE, env=self.environment(),
+                                  check=False)
         self.assertEqual(done.returncode, 1)
         self.assertIn(b"heron: ", done.stderr)
 

@@ -1,6 +1,7 @@
 """Queues from their making to their end, and stores that can't be used as they are."""
 
 import os
+import pathlib
 import shutil
 import sqlite3
 import subprocess
@@ -57,18 +58,17 @@ class Printers(support.Journey):
 
     def test_driver_files_that_were_spoilt_are_mended(self):
         self.add_printer()
-        module = self.json("printer", "show", "Office")["dataFile"]
-        whole = open(module, "rb").read()
-        with open(module, "wb") as file:
-            file.write(whole[:100])
+        module = pathlib.Path(self.json("printer", "show", "Office")["dataFile"])
+        whole = module.read_bytes()
+        module.write_bytes(whole[:100])
         self.add_printer("Other")
-        self.assertEqual(open(module, "rb").read(), whole)
+        self.assertEqual(module.read_bytes(), whole)
 
 
 class Stores(support.Journey):
     def databases(self):
         return [path for path in self.home.rglob("*")
-                if path.is_file() and path.open("rb").read(15) == b"SQLite format 3"]
+                if path.is_file() and path.read_bytes()[:15] == b"SQLite format 3"]
 
     def test_a_damaged_store_is_set_aside_and_said_so(self):
         self.add_printer()
@@ -128,9 +128,10 @@ class FromPython(support.Journey):
     def test_another_language_gets_a_valid_record(self):
         self.add_printer()
         script = support.SAMPLES / "use_from_python.py"
-        preload = {name[len("HERON_CHILD_"):]: value for name, value in os.environ.items() if name.startswith("HERON_CHILD_")}
-        done = subprocess.run([sys.executable, script, "Office", support.LIB], capture_output=True, text=True, check=False,
-                              env=self.environment(**preload))
+        prefix = "HERON_CHILD_"  # what a sanitized library wants of the program that loads it
+        child = {name[len(prefix):]: value for name, value in os.environ.items() if name.startswith(prefix)}
+        done = subprocess.run([sys.executable, script, "Office", support.LIB], capture_output=True, text=True,
+                              check=False, env=self.environment(**child))
         self.assertEqual(done.returncode, 0, done.stderr)
         for expected in ("Office", "3328 bytes: 220 public, 3108 private", "code 9, 210.0 x 297.0 mm, portrait", "QDRV"):
             self.assertIn(expected, done.stdout)

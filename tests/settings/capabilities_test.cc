@@ -144,7 +144,8 @@ TEST_F(CapabilitiesTest, BinsFollowTheFeedUnitOfTheMergedRecord) {
     EXPECT_EQ(std::count(bins.begin(), bins.end(), hidden), 0) << hidden;
   }
   EXPECT_LT(bins.size(), CatalogQuery(resources.get(), 27, kCount, nullptr, 0, 0));
-  EXPECT_EQ(List<char16_t>(kBinNames, 24, &given).size(), bins.size() * 24);
+  // The module lacks the trays' texts: every slot is empty to its end.
+  EXPECT_EQ(List<char16_t>(kBinNames, 24, &given), std::vector<char16_t>(bins.size() * 24));
 
   // Device options of the saved record don't come back over the caller's, but hold where the caller says nothing.
   Set<"lpSourceUnit">(given, 2);

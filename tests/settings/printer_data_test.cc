@@ -44,11 +44,11 @@ class PrinterDataTest : public test::DriverTest {
 /// A system whose code page is 936, in which a character takes one byte or two.
 class ChineseSystem : TextCodec {
  public:
-  ChineseSystem() : before_(*CurrentBackend()), mine_(before_) {
+  ChineseSystem() : before_(CurrentBackend()), mine_(*before_) {
     mine_.text = this;
     InstallBackend(&mine_);
   }
-  ~ChineseSystem() override { InstallBackend(&before_); }
+  ~ChineseSystem() override { InstallBackend(before_); }
 
  private:
   DWORD ActiveCodePage() override { return 936; }
@@ -75,7 +75,7 @@ class ChineseSystem : TextCodec {
     return room;
   }
 
-  Backend before_;
+  const Backend* before_;
   Backend mine_;
 };
 
@@ -298,6 +298,20 @@ TEST_F(PrinterDataTest, BookModeThatCannotBeOpened) {
   EXPECT_EQ(BookModeResolution(u"P1"), 600u);
   EXPECT_FALSE(SetBookModeStatus(DriverEnv{}, 1));
   EXPECT_FALSE(SetBookModeResolution(u"P1", 200));
+}
+
+TEST_F(PrinterDataTest, BusyStoreForgetsNothing) {
+  ASSERT_TRUE(SetBookModeStatus(Default(), 2));
+  SetNumber(BuildUserKey(u"P1"), u"DriverVersion", 0x4200);
+  const std::string before = backend.Dump(Hive::kUser);
+  for (uint64_t n = 1; n < 8; ++n) {
+    backend.FailCall(n, kErrorBusy);  // this call alone: a rewrite after it would succeed
+    BookModeStatus(u"P1");
+    backend.FailCall(n, kErrorBusy);
+    EXPECT_EQ(CompareDriverVersion(u"P1", 0x4200), 1) << "call " << n;
+    backend.FailCall(0, 0);
+    ASSERT_EQ(backend.Dump(Hive::kUser), before) << "call " << n;
+  }
 }
 
 TEST_F(PrinterDataTest, VersionOfTheStores) {

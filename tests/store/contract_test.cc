@@ -21,8 +21,10 @@ struct Variant {
 class TreeContract : public ::testing::TestWithParam<Variant> {
  protected:
   TreeContract() {
-    if (GetParam().real) real_ = InstallAt(folder_.path / "home");
-    else memory_ = std::make_unique<MemoryBackend>();
+    if (GetParam().real)
+      real_ = InstallAt(folder_.path / "home");
+    else
+      memory_ = std::make_unique<MemoryBackend>();
     trees = CurrentBackend()->trees;
   }
 
@@ -102,11 +104,13 @@ TEST_P(TreeContract, ValuesAreReadWholeOrNotAtAll) {
   ASSERT_EQ(trees->Write(hive, key, u"VALUE", REG_SZ, Bytes{}), kErrorSuccess);  // one value, its first spelling
   ASSERT_EQ(Write(key, u"", {9}), kErrorSuccess);
   std::u16string seen;
-  ASSERT_EQ(trees->ReadAll(hive, key, [&](std::u16string_view name, DWORD t, std::span<const uint8_t> data) {
-    seen += name;
-    seen += t == REG_SZ ? u"=text" : u"=bytes";
-    seen += static_cast<char16_t>(u'0' + data.size());
-  }), kErrorSuccess);
+  ASSERT_EQ(trees->ReadAll(hive, key,
+                           [&](std::u16string_view name, DWORD t, std::span<const uint8_t> data) {
+                             seen += name;
+                             seen += t == REG_SZ ? u"=text" : u"=bytes";
+                             seen += static_cast<char16_t>(u'0' + data.size());
+                           }),
+            kErrorSuccess);
   EXPECT_EQ(seen, u"=bytes1Value=text0");
 
   EXPECT_EQ(trees->Delete(hive, key, u"value"), kErrorSuccess);
@@ -146,6 +150,7 @@ TEST_P(TreeContract, AWithdrawnTransactionLeavesEverythingAsItWas) {
   EXPECT_EQ(Read(key, u"v"), (Bytes{1}));
   EXPECT_EQ(FindStatus(u"k\\old"), kErrorSuccess);
   EXPECT_EQ(FindStatus(u"k\\new"), kErrorFileNotFound);
+  EXPECT_NE(Make(u"k\\later"), lost);
   EXPECT_EQ(Read(lost, u"v"), kDeleted);
 }
 
@@ -165,9 +170,9 @@ TEST_P(TreeContract, ATransactionKeepsOtherThreadsWaiting) {
 INSTANTIATE_TEST_SUITE_P(Backends, TreeContract,
                          ::testing::Values(Variant{false, Hive::kUser}, Variant{true, Hive::kUser},
                                            Variant{true, Hive::kMachine}),
-                         [](const auto& info) {
-                           return std::string(info.param.real ? "Real" : "Memory") +
-                                  (info.param.hive == Hive::kUser ? "User" : "Machine");
+                         [](const auto& variant) {
+                           return std::string(variant.param.real ? "Real" : "Memory") +
+                                  (variant.param.hive == Hive::kUser ? "User" : "Machine");
                          });
 
 /// One backend of the pair that runs the same random calls; ids differ, so keys are told by their number in `ids`.
@@ -195,20 +200,45 @@ struct Player {
     std::u16string text;
     Bytes room(dice % 9);
     switch (op) {
-      case 0: status = trees->Find(kHive, Path(dice), &found); break;
-      case 1: status = trees->Create(kHive, Path(dice), &found, &created); break;
-      case 2: status = trees->Remove(kHive, Path(dice)); break;
-      case 3: status = trees->Subkey(kHive, key, dice % 3, &text); break;
-      case 4: status = trees->Read(kHive, key, name, &type, room, &size); break;
-      case 5: case 6: status = trees->Write(kHive, key, name, dice % 5, Bytes(dice % 11, static_cast<uint8_t>(dice))); break;
-      case 7: status = trees->Delete(kHive, key, name); break;
-      case 8: status = trees->Begin(kHive); break;
-      case 9: status = trees->End(kHive, dice % 3 != 0); break;
-      default: status = trees->ReadAll(kHive, key, [&](auto n, DWORD t, auto d) { text += n; type += t; size += static_cast<DWORD>(d.size()); });
+      case 0:
+        status = trees->Find(kHive, Path(dice), &found);
+        break;
+      case 1:
+        status = trees->Create(kHive, Path(dice), &found, &created);
+        break;
+      case 2:
+        status = trees->Remove(kHive, Path(dice));
+        break;
+      case 3:
+        status = trees->Subkey(kHive, key, dice % 3, &text);
+        break;
+      case 4:
+        status = trees->Read(kHive, key, name, &type, room, &size);
+        break;
+      case 5:
+      case 6:
+        status = trees->Write(kHive, key, name, dice % 5, Bytes(dice % 11, static_cast<uint8_t>(dice)));
+        break;
+      case 7:
+        status = trees->Delete(kHive, key, name);
+        break;
+      case 8:
+        status = trees->Begin(kHive);
+        break;
+      case 9:
+        status = trees->End(kHive, dice % 3 != 0);
+        break;
+      default:
+        status = trees->ReadAll(kHive, key, [&](auto n, DWORD t, auto d) {
+          text += n;
+          type += t;
+          size += static_cast<DWORD>(d.size());
+        });
     }
     if (found >= 0) ids.push_back(found);
-    log = std::to_string(op) + ':' + std::to_string(status) + ' ' + std::to_string(created) + ' ' + std::to_string(type) + ' ' +
-          std::to_string(size) + ' ' + std::string(text.begin(), text.end()) + ' ' + std::string(room.begin(), room.end());
+    log = std::to_string(op) + ':' + std::to_string(status) + ' ' + std::to_string(created) + ' ' +
+          std::to_string(type) + ' ' + std::to_string(size) + ' ' + std::string(text.begin(), text.end()) + ' ' +
+          std::string(room.begin(), room.end());
   }
 };
 

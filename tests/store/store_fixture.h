@@ -2,6 +2,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -22,7 +23,7 @@ class TempFolder {
   TempFolder() {
     std::string name = (std::filesystem::temp_directory_path() / "heron-test-XXXXXX").native();
     path = mkdtemp(name.data());
-    chmod(path.c_str(), 0755);  // NOLINT: children of another user must get in
+    chmod(path.c_str(), 0755);  // children of another user must get in
   }
   ~TempFolder() {
     std::error_code ignored;
@@ -54,7 +55,9 @@ inline int WaitForChild(pid_t child) {
   waitpid(child, &status, 0);
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
-inline int RunChild(const std::function<int()>& work) { return WaitForChild(StartChild(work)); }
+inline int RunChild(const std::function<int()>& work) {
+  return WaitForChild(StartChild(work));
+}
 
 inline void WriteFile(const std::filesystem::path& path, const std::string& bytes) {
   std::ofstream(path, std::ios::binary) << bytes;
