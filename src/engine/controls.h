@@ -55,6 +55,8 @@ struct ControlRow {
 struct RuleTerm {
   ControlIndex control = kNoControl;
   int16_t value = 0;
+
+  constexpr bool operator==(const RuleTerm&) const = default;
 };
 
 namespace controls_internal {
@@ -184,10 +186,5 @@ consteval ControlIndex Control(std::u16string_view name) {
 consteval uint16_t ControlId(std::u16string_view name) {
   return kControls[NamedIndex(name)].id;
 }
-
-/// The value that a radio button stands for, or -1: RadioValue for those the engine reads by itself, RadioMemberValue
-/// for those of every dialog.
-int RadioValue(uint16_t id);
-int RadioMemberValue(uint16_t id);
 
 }  // namespace heron::engine

@@ -9,6 +9,7 @@
 //          own, of controls whose setting has no key and is found by its parameter number
 //   mask   instead of the dialog's
 //   fixed  its items are never forbidden by combination rules
+// The engine looks rows up, so their order carries nothing.
 // Mask bits: 4 the button itself, 8 paper, 16 per page, 32 device, 64 special, 128 quality, 256 fax, 512 font,
 // 1024 watermark. The view radios stand on six templates and carry the bits of five pages. The tray... and ...Mark rows
 // stand on no template; they are there for rules to name. To add a control, add its line; ids are template item ids.

@@ -6,8 +6,8 @@
 //              papers of the set; with conditions the rule stands once for each of them and counts while it holds.
 //              Several rules of one value must all be met
 //   group      number | controls
-//   condition  number | control=value, which holds while the control is available and has the value: the installed paper
-//              feed unit and output unit
+//   condition  number | control=value, which holds while the control is available and has the value: the installed
+//              paper feed unit and output unit
 // What is done about a control whose paper isn't in the set is in paper_checks_table.h. To add a paper, add it to the
 // sets of whatever can feed or finish it.
 #pragma once

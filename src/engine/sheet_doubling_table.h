@@ -1,7 +1,7 @@
 // The sheet that holds two pages of a paper.
 //
-// Reader: paper_rule_tables.cc, which repeats the rows for the families below by adding a family's bits to both codes. A
-// paper without a row stays as it is. Not the halves of settings/paper_feed_tables.h, which differ for 332 and 334 and
+// Reader: paper_rule_tables.cc, which repeats the rows for the families below by adding a family's bits to both codes.
+// A paper without a row stays as it is. Not the halves of settings/paper_feed_tables.h, which differ for 332, 334 and
 // their twins. Papers that exist only as such a sheet are the substituted ones of settings/papers.h (PaperSubstitute).
 #pragma once
 
