@@ -22,18 +22,9 @@ inline constexpr size_t kControlCount = 164;
 
 enum class ControlType : uint8_t { kList = 1, kRadio = 2, kCheck = 4, kNumber = 8, kButton = 32 };
 
-/// Bits of a page mask. A restore-defaults button reaches the rows that share a bit with it.
-enum PageMask : uint16_t {
-  kButtonMask = 4,
-  kPaperMask = 8,
-  kPerPageMask = 16,
-  kDeviceMask = 32,
-  kSpecialMask = 64,
-  kQualityMask = 128,
-  kFaxMask = 256,
-  kFontMask = 512,
-  kWatermarkMask = 1024,
-};
+/// The bit of a page mask that marks a restore-defaults button; a button reaches the rows that share another bit with
+/// it.
+inline constexpr uint16_t kButtonMask = 4;
 
 struct ControlRow {
   uint16_t id = 0;

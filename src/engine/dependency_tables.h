@@ -29,8 +29,8 @@ struct EnableRule {
 };
 
 struct DeviceGate {
-  enum class Join : uint8_t { kAlone = 0, kBegin = 1, kEnd = 2, kMiddle = 3 };  ///< place in a chain of tests
-  uint16_t control = 0;  ///< 0: one more row of the control above
+  enum class Join : uint8_t { kAlone = 0, kBegin = 1, kEnd = 2 };  ///< place in a chain: both tests must hold
+  uint16_t control = 0;                                            ///< 0: one more row of the control above
   RuleTerm test;
   Join join = Join::kAlone;
 };
