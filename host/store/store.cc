@@ -7,6 +7,7 @@
 #include "platform/text.h"
 #include "store/code_pages.h"
 #include "store/module_loader.h"
+#include "store/posix_files.h"
 #include "store/sqlite_trees.h"
 
 namespace heron::store {
@@ -34,12 +35,14 @@ struct StoreBackend::Parts {
       : trees(options.home, options.user, options.busy_limit),
         process(options),
         text(options.code_page),
-        table{&trees, &modules, &process, &text} {}
+        files(options.home),
+        table{&trees, &modules, &process, &text, &files} {}
 
   SqliteTrees trees;
   DlModules modules;
   ProcessOfOptions process;
   IconvCodec text;
+  PosixFiles files;
   platform::Backend table;
 };
 

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -78,11 +79,35 @@ class TextCodec {
   virtual bool Decode(DWORD code_page, std::string_view bytes, std::u16string* out) = 0;
 };
 
+/// An open file; closed when the last owner lets go. Calls come from any thread.
+class OpenFile {
+ public:
+  virtual ~OpenFile() = default;
+  virtual DWORD Read(std::span<uint8_t> room, DWORD* read) = 0;
+  virtual DWORD Write(std::span<const uint8_t> data, DWORD* written) = 0;
+};
+
+/// Regular files by full path; new ones are readable by their owner alone.
+class FileStore {
+ public:
+  virtual ~FileStore() = default;
+  /// The user's private folder with its separator, made if it is missing; empty if it can't be had.
+  virtual std::u16string TempFolder() = 0;
+  /// Where the search for an unused number of a temporary file begins.
+  virtual uint32_t NumberHint() = 0;
+  /// Makes an empty file; kErrorFileExists if something of this name is there.
+  virtual DWORD CreateNew(std::u16string_view path) = 0;
+  /// `create`: makes the file or empties it; otherwise it must exist.
+  virtual DWORD Open(std::u16string_view path, bool write, bool create, std::shared_ptr<OpenFile>* file) = 0;
+  virtual DWORD Delete(std::u16string_view path) = 0;
+};
+
 struct Backend {
   TreeStore* trees;
   ModuleLoader* modules;
   ProcessInfo* process;
   TextCodec* text;
+  FileStore* files;
 };
 
 /// Installs `backend` for the process; the object and what it points to must outlive every call. Null takes it away.

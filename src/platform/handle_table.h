@@ -26,7 +26,11 @@ struct OpenedPrinter {
   KeyId data;   ///< its printer data
 };
 
-using HandleEntry = std::variant<OpenedKey, OpenedPrinter>;
+struct OpenedFile {
+  std::shared_ptr<OpenFile> file;
+};
+
+using HandleEntry = std::variant<OpenedKey, OpenedPrinter, OpenedFile>;
 
 /// A new handle for `entry`. May throw std::bad_alloc.
 void* InsertHandle(HandleEntry entry);

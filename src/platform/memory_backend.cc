@@ -53,7 +53,7 @@ struct MemoryBackend::State final : TreeStore, ModuleLoader, ProcessInfo, TextCo
     uint32_t count = 0;
   };
 
-  explicit State(MemoryBackend* backend) : owner(backend), table{this, this, this, this} {}
+  explicit State(MemoryBackend* backend) : owner(backend), table{this, this, this, this, &backend->files} {}
 
   Tree& At(Hive hive) { return trees[static_cast<size_t>(hive)]; }
   bool MayWrite(Hive hive) const { return hive == Hive::kMachine ? owner->machineWritable : owner->userWritable; }

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/backend.h"
+#include "platform/memory_files.h"
 
 namespace heron::platform {
 
@@ -35,6 +36,7 @@ class MemoryBackend {
   bool userWritable = true;
   /// Modules by full path, each with its texts by number.
   std::map<std::u16string, std::map<uint32_t, std::u16string>> modules;
+  MemoryFiles files;
 
  private:
   struct State;

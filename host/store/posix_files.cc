@@ -1,0 +1,129 @@
+// Files through POSIX calls. A link is never followed and what isn't a regular file is never opened, so that nobody can
+// lay a trap in a folder that others may write. Opening doesn't wait: a pipe that nobody writes to would never open.
+#include "store/posix_files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+
+#include "platform/text.h"
+
+namespace heron::store {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace platform;
+
+constexpr mode_t kOwnerOnly = 0600;
+constexpr mode_t kOwnersFolder = 0700;
+
+DWORD StatusOf(int error) {
+  switch (error) {
+    case ENOENT:
+      return kErrorFileNotFound;
+    case ENOTDIR:
+      return kErrorPathNotFound;
+    case EEXIST:
+      return kErrorFileExists;
+    case ENOSPC:
+    case EDQUOT:
+      return kErrorDiskFull;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+    case ELOOP:
+    case EISDIR:
+      return kErrorAccessDenied;
+    case EIO:
+      return kErrorWriteFault;
+    default:
+      return kErrorGenFailure;
+  }
+}
+
+class OpenPosixFile final : public OpenFile {
+ public:
+  OpenPosixFile() = default;
+  ~OpenPosixFile() override {
+    if (fd_ >= 0) close(fd_);
+  }
+  OpenPosixFile(const OpenPosixFile&) = delete;
+  OpenPosixFile& operator=(const OpenPosixFile&) = delete;
+
+  /// 0, or the errno of the failure.
+  int Open(const std::string& path, int flags, bool empty) {
+    fd_ = open(path.c_str(), flags | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, kOwnerOnly);
+    struct stat info;
+    if (fd_ < 0 || fstat(fd_, &info) != 0) return errno;
+    if (!S_ISREG(info.st_mode)) return EACCES;
+    return empty && ftruncate(fd_, 0) != 0 ? errno : 0;
+  }
+
+  DWORD Read(std::span<uint8_t> room, DWORD* read_bytes) override {
+    size_t done = 0;
+    while (done < room.size()) {
+      const ssize_t got = read(fd_, room.data() + done, room.size() - done);
+      if (got == 0) break;
+      if (got < 0 && errno != EINTR) return StatusOf(errno);
+      if (got > 0) done += static_cast<size_t>(got);
+    }
+    *read_bytes = static_cast<DWORD>(done);
+    return kErrorSuccess;
+  }
+
+  DWORD Write(std::span<const uint8_t> data, DWORD* written) override {
+    size_t done = 0;
+    while (done < data.size()) {
+      const ssize_t put = write(fd_, data.data() + done, data.size() - done);
+      if (put < 0 && errno != EINTR) return StatusOf(errno);
+      if (put > 0) done += static_cast<size_t>(put);
+      *written = static_cast<DWORD>(done);
+    }
+    return kErrorSuccess;
+  }
+
+ private:
+  int fd_ = -1;
+};
+
+}  // namespace
+
+std::u16string PosixFiles::TempFolder() {
+  const fs::path folder = home_ / ("temp-" + std::to_string(geteuid()));
+  std::error_code ignored;
+  fs::create_directories(home_, ignored);
+  struct stat info;
+  const bool there = mkdir(folder.c_str(), kOwnersFolder) == 0 || errno == EEXIST;
+  const bool ours = there && lstat(folder.c_str(), &info) == 0 && S_ISDIR(info.st_mode) && info.st_uid == geteuid() &&
+                    (info.st_mode & 0777) == kOwnersFolder;
+  return ours ? FromUtf8((folder / "").native()) : std::u16string();
+}
+
+uint32_t PosixFiles::NumberHint() {
+  const auto now = std::chrono::steady_clock::now().time_since_epoch();
+  return static_cast<uint32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
+}
+
+DWORD PosixFiles::CreateNew(std::u16string_view path) {
+  const int fd = open(ToUtf8(path).c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kOwnerOnly);
+  if (fd < 0) return StatusOf(errno);
+  close(fd);
+  return kErrorSuccess;
+}
+
+DWORD PosixFiles::Open(std::u16string_view path, bool write, bool create, std::shared_ptr<OpenFile>* file) {
+  auto opened = std::make_shared<OpenPosixFile>();
+  const int flags = (write ? O_RDWR : O_RDONLY) | (create ? O_CREAT : 0);
+  if (const int error = opened->Open(ToUtf8(path), flags, create); error != 0) return StatusOf(error);
+  *file = std::move(opened);
+  return kErrorSuccess;
+}
+
+DWORD PosixFiles::Delete(std::u16string_view path) {
+  return unlink(ToUtf8(path).c_str()) == 0 ? kErrorSuccess : StatusOf(errno);
+}
+
+}  // namespace heron::store

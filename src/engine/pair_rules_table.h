@@ -1,0 +1,230 @@
+// Values of two controls that don't go together, and which control gives way.
+//
+// Reader: combination_tables.cc, at compile time. A rule is: A=v & B=w -> T:=x. When control A has just taken value v
+// while B holds w, T must take x; as a list sees it, the item v of A is forbidden while B holds w. Braces mean each of
+// the values; M stands in turn for each of trayMediaType.3310, trayMediaType.3330 and trayMediaType.3350, the same one
+// wherever it occurs in a rule.
+//
+// A conflict stands once for each control that can be the one just changed, with that control first: rules are looked
+// up by their first control. As a rule the control just changed wins and the other one yields. Rules with one first
+// control stand together. To add a conflict, add its rule under both controls.
+#pragma once
+
+#include <string_view>
+
+namespace heron::engine {
+
+// clang-format off
+inline constexpr std::u16string_view kPairRuleText = uR"(
+lpMediaSource={258,259,270} & lpSourceUnit=1 -> lpMediaSource:=7
+lpMediaSource={259,270} & lpSourceUnit=3 -> lpMediaSource:=7
+lpMediaSource=270 & lpSourceUnit=2 -> lpMediaSource:=7
+lpMediaSource=259 & lpSourceUnit=5 -> lpMediaSource:=7
+lpOIPaperTray={258,259,270} & lpSourceUnit=1 -> lpOIPaperTray:=1
+lpOIPaperTray={259,270} & lpSourceUnit=3 -> lpOIPaperTray:=1
+lpOIPaperTray=270 & lpSourceUnit=2 -> lpOIPaperTray:=1
+lpOIPaperTray=259 & lpSourceUnit=5 -> lpOIPaperTray:=1
+lpFrontCoverTray={258,259,270} & lpSourceUnit=1 -> lpFrontCoverTray:=1
+lpFrontCoverTray={259,270} & lpSourceUnit=3 -> lpFrontCoverTray:=1
+lpFrontCoverTray=270 & lpSourceUnit=2 -> lpFrontCoverTray:=1
+lpFrontCoverTray=259 & lpSourceUnit=5 -> lpFrontCoverTray:=1
+lpBackCoverTray={258,259,270} & lpSourceUnit=1 -> lpBackCoverTray:=1
+lpBackCoverTray={259,270} & lpSourceUnit=3 -> lpBackCoverTray:=1
+lpBackCoverTray=270 & lpSourceUnit=2 -> lpBackCoverTray:=1
+lpBackCoverTray=259 & lpSourceUnit=5 -> lpBackCoverTray:=1
+lpOutputTray={11,31,51} & lpOutputUnit=1 -> lpOutputTray:=1
+lpOutputTray=51 & lpOutputUnit={2,5,41,42,43} -> lpOutputTray:=1
+lpOutputTray={101,102,103,104} & lpMailBinKit=1 -> lpOutputTray:=1
+lpOutputTray={11,21,31,41,51,101,102,103,104} & FoldStaple_Check=1 -> FoldStaple_Check:=0
+lpOutputTray={101,102,103,104} & Staple_Check=1 -> Staple_Check:=0
+lpOutputTray={101,102,103,104} & Collate_Check=1 -> Collate_Check:=0
+lpOutputTray={101,102,103,104} & OHPInterLeave_Check=1 -> lpOutputTray:=1
+lpOutputTray={101,102,103,104} & M={2,3,4,8,30,58} -> lpOutputTray:=1
+lpSourceUnit={1,3,5} & lpMediaSource=259 -> lpMediaSource:=7
+lpSourceUnit={1,2,3} & lpMediaSource=270 -> lpMediaSource:=7
+lpSourceUnit=1 & lpMediaSource=258 -> lpMediaSource:=7
+lpSourceUnit={1,3,5} & lpOIPaperTray=259 -> lpOIPaperTray:=1
+lpSourceUnit={1,2,3} & lpOIPaperTray=270 -> lpOIPaperTray:=1
+lpSourceUnit=1 & lpOIPaperTray=258 -> lpOIPaperTray:=1
+lpSourceUnit={1,3,5} & lpFrontCoverTray=259 -> lpFrontCoverTray:=1
+lpSourceUnit={1,2,3} & lpFrontCoverTray=270 -> lpFrontCoverTray:=1
+lpSourceUnit=1 & lpFrontCoverTray=258 -> lpFrontCoverTray:=1
+lpSourceUnit={1,3,5} & lpBackCoverTray=259 -> lpBackCoverTray:=1
+lpSourceUnit={1,2,3} & lpBackCoverTray=270 -> lpBackCoverTray:=1
+lpSourceUnit=1 & lpBackCoverTray=258 -> lpBackCoverTray:=1
+lpOutputUnit=1 & lpOutputTray={11,31} -> lpOutputTray:=1
+lpOutputUnit={1,2,5,41,42,43} & lpOutputTray=51 -> lpOutputTray:=1
+lpOutputUnit={1,5,41,42,43} & lpMailBinKit=2 -> lpMailBinKit:=1
+lpOutputUnit={1,5,41,42,43} & lpPunchKit={21,22,23} -> lpPunchKit:=1
+lpOutputUnit={1,5,41,42,43} & lpSaddleUnit=2 -> lpSaddleUnit:=1
+lpOutputUnit=43 & lpPunchHoles={2,3} -> lpPunchHoles:=4
+lpOutputUnit={41,42} & lpPunchHoles=4 -> lpPunchHoles:=2
+lpOutputUnit=41 & lpPunchHoles=3 -> lpPunchHoles:=2
+lpOutputUnit={1,5} & Staple_Check=1 -> Staple_Check:=0
+lpOutputUnit={1,5} & Punch_Check=1 -> Punch_Check:=0
+lpOutputUnit={1,5} & Collate_Check=1 -> Collate_Check:=0
+lpMailBinKit=1 & lpOutputTray={101,102,103,104} -> lpOutputTray:=1
+lpMailBinKit=2 & lpOutputUnit={1,5,41,42,43} -> lpMailBinKit:=1
+lpMailBinKit=2 & lpSaddleUnit=2 -> lpSaddleUnit:=1
+lpPunchKit={21,22,23} & lpOutputUnit={1,5,41,42,43} -> lpPunchKit:=1
+lpPunchKit=23 & lpPunchHoles={2,3} -> lpPunchHoles:=4
+lpPunchKit=21 & lpPunchHoles=3 -> lpPunchHoles:=2
+lpPunchKit={21,22} & lpPunchHoles=4 -> lpPunchHoles:=2
+lpSaddleUnit=2 & lpOutputUnit={1,5,41,42,43} -> lpSaddleUnit:=1
+lpSaddleUnit=2 & lpMailBinKit=2 -> lpMailBinKit:=1
+lpSaddleUnit=1 & FoldStaple_Check=1 -> FoldStaple_Check:=0
+lpPunchHoles={2,3} & lpOutputUnit=43 -> lpPunchHoles:=4
+lpPunchHoles={2,3} & lpPunchKit=23 -> lpPunchHoles:=4
+lpPunchHoles={3,4} & lpOutputUnit=41 -> lpPunchHoles:=2
+lpPunchHoles=4 & lpOutputUnit=42 -> lpPunchHoles:=2
+lpPunchHoles={3,4} & lpPunchKit=21 -> lpPunchHoles:=2
+lpPunchHoles=4 & lpPunchKit=22 -> lpPunchHoles:=2
+Staple_Check=1 & lpOutputUnit={1,5} -> Staple_Check:=0
+Staple_Check=1 & lpPRNType=3 -> lpPRNType:=1
+Staple_Check=1 & FoldStaple_Check=1 -> FoldStaple_Check:=0
+Staple_Check=1 & lpOutputTray={101,102,103,104} -> Staple_Check:=0
+Staple_Check=1 & Collate_Check=1 -> Collate_Check:=0
+Staple_Check=1 & lpPOD_OnePerSheet=2 -> POD_OnePerSheet_Check:=0
+Staple_Check=1 & OHPInterLeave_Check=1 -> Staple_Check:=0
+Staple_Check=1 & M={2,3,4,8,58} -> Staple_Check:=0
+Punch_Check=1 & lpOutputUnit={1,5} -> Punch_Check:=0
+Punch_Check=1 & lpPRNType=3 -> lpPRNType:=1
+Punch_Check=1 & FoldStaple_Check=1 -> FoldStaple_Check:=0
+Punch_Check=1 & lpPOD_OnePerSheet=2 -> POD_OnePerSheet_Check:=0
+Punch_Check=1 & OHPInterLeave_Check=1 -> Punch_Check:=0
+Punch_Check=1 & M={2,3,4,8,30,58} -> Punch_Check:=0
+FoldStaple_Check=1 & lpSaddleUnit=1 -> FoldStaple_Check:=0
+FoldStaple_Check=1 & Staple_Check=1 -> Staple_Check:=0
+FoldStaple_Check=1 & Punch_Check=1 -> Punch_Check:=0
+FoldStaple_Check=1 & Collate_Check=1 -> Collate_Check:=0
+FoldStaple_Check=1 & lpOutputTray={11,21,31,41,51,101,102,103,104} -> lpOutputTray:=1
+FoldStaple_Check=1 & POD_OnePerSheet_Check=1 -> POD_OnePerSheet_Check:=0
+FoldStaple_Check=1 & Back_Check=1 -> Back_Check:=0
+FoldStaple_Check=1 & OHPInterLeave_Check=1 -> FoldStaple_Check:=0
+FoldStaple_Check=1 & M={2,3,4,8,30,58} -> FoldStaple_Check:=0
+Collate_Check=1 & lpOutputUnit={1,5} -> Collate_Check:=0
+Collate_Check=1 & Staple_Check=1 -> Staple_Check:=0
+Collate_Check=1 & FoldStaple_Check=1 -> FoldStaple_Check:=0
+Collate_Check=1 & lpOutputTray={101,102,103,104} -> Collate_Check:=0
+Collate_Check=1 & OHPInterLeave_Check=1 -> Collate_Check:=0
+Collate_Check=1 & M=8 -> Collate_Check:=0
+lpFAXUnit=1 & lpOutput.902=1 -> lpOutput.902:=2
+lpPRNType=1 & Chapter_Check=1 -> Chapter_Check:=0
+lpPRNType=3 & Staple_Check=1 -> Staple_Check:=0
+lpPRNType=3 & Punch_Check=1 -> Punch_Check:=0
+lpPRNType=3 & Sort_Check=0 -> Sort_Check:=1
+lpPRNType=3 & Back_Check=1 -> Back_Check:=0
+lpPRNType=3 & InterSheet_Check=1 -> InterSheet_Check:=0
+lpPRNType=3 & POD_OnePerSheet_Check=1 -> POD_OnePerSheet_Check:=0
+lpPRNType={2,3} & OHPInterLeave_Check=1 -> lpPRNType:=1
+lpPRNType=3 & PaperLess_Check=1 -> PaperLess_Check:=0
+lpPRNType={2,3} & M={2,3,4,8,30,35} -> lpPRNType:=1
+lpFoldStaple={1,3} & Sort_Check=0 -> Sort_Check:=1
+Sort_Check=0 & lpPRNType=3 -> lpPRNType:=1
+Sort_Check=0 & lpFoldStaple={1,3} -> FoldStaple_Check:=0
+Sort_Check=0 & lpOutputMethod=7 -> lpOutputMethod:=1
+Sort_Check=0 & Front_Check=1 -> Front_Check:=0
+Sort_Check=0 & Back_Check=1 -> Back_Check:=0
+Sort_Check=0 & InterSheet_Check=1 -> InterSheet_Check:=0
+Sort_Check=0 & Chapter_Check=1 -> Chapter_Check:=0
+Sort_Check=0 & POD_OnePerSheet_Check=1 -> POD_OnePerSheet_Check:=0
+Sort_Check=0 & CopyNo_Check=1 -> CopyNo_Check:=0
+Sort_Check=0 & OHPInterLeave_Check=1 -> Sort_Check:=1
+lpOutputMethod={2,3,4} & lpCopierHardDisk=1 -> lpOutputMethod:=1
+lpOutputMethod=7 & Sort_Check=0 -> Sort_Check:=1
+lpOutputMethod=7 & OHPInterLeave_Check=1 -> lpOutputMethod:=1
+Front_Check=1 & Sort_Check=0 -> Sort_Check:=1
+Front_Check=1 & POD_OnePerSheet_Check=1 -> POD_OnePerSheet_Check:=0
+Front_Check=1 & OHPInterLeave_Check=1 -> Front_Check:=0
+Back_Check=1 & lpPRNType=3 -> lpPRNType:=1
+Back_Check=1 & Sort_Check=0 -> Sort_Check:=1
+Back_Check=1 & POD_OnePerSheet_Check=1 -> POD_OnePerSheet_Check:=0
+Back_Check=1 & FoldStaple_Check=1 -> FoldStaple_Check:=0
+Back_Check=1 & OHPInterLeave_Check=1 -> Back_Check:=0
+InterSheet_Check=1 & lpPRNType=3 -> lpPRNType:=1
+InterSheet_Check=1 & Sort_Check=0 -> Sort_Check:=1
+InterSheet_Check=1 & Chapter_Check=1 -> Chapter_Check:=0
+InterSheet_Check=1 & POD_OnePerSheet_Check=1 -> POD_OnePerSheet_Check:=0
+InterSheet_Check=1 & OHPInterLeave_Check=1 -> InterSheet_Check:=0
+InterSheet_Check=1 & PaperLess_Check=1 -> PaperLess_Check:=0
+Chapter_Check=1 & lpPRNType=1 -> Chapter_Check:=0
+Chapter_Check=1 & Sort_Check=0 -> Sort_Check:=1
+Chapter_Check=1 & InterSheet_Check=1 -> InterSheet_Check:=0
+Chapter_Check=1 & POD_OnePerSheet_Check=1 -> POD_OnePerSheet_Check:=0
+Chapter_Check=1 & OHPInterLeave_Check=1 -> Chapter_Check:=0
+Chapter_Check=1 & PaperLess_Check=1 -> PaperLess_Check:=0
+Chapter_Check=1 & M={2,3,4,8} -> Chapter_Check:=0
+Chapter_Check=1 & M={30,35} -> lpPRNType:=1
+POD_OnePerSheet_Check=1 & lpPRNType=3 -> lpPRNType:=1
+POD_OnePerSheet_Check=1 & Sort_Check=0 -> Sort_Check:=1
+POD_OnePerSheet_Check=1 & FoldStaple_Check=1 -> FoldStaple_Check:=0
+POD_OnePerSheet_Check=1 & Front_Check=1 -> Front_Check:=0
+POD_OnePerSheet_Check=1 & Back_Check=1 -> Back_Check:=0
+POD_OnePerSheet_Check=1 & InterSheet_Check=1 -> InterSheet_Check:=0
+POD_OnePerSheet_Check=1 & Chapter_Check=1 -> Chapter_Check:=0
+POD_OnePerSheet_Check=1 & OHPInterLeave_Check=1 -> POD_OnePerSheet_Check:=0
+POD_OnePerSheet_Check=1 & PaperLess_Check=1 -> PaperLess_Check:=0
+lpPOD_OnePerSheet=2 & Staple_Check=1 -> Staple_Check:=0
+lpPOD_OnePerSheet=2 & Punch_Check=1 -> Punch_Check:=0
+CopyNo_Check=1 & Sort_Check=0 -> Sort_Check:=1
+CopyNo_Check=1 & OHPInterLeave_Check=1 -> CopyNo_Check:=0
+lpCopierHardDisk=1 & lpOutputMethod={2,3,4} -> lpOutputMethod:=1
+lpWidePaperPos.2358=1 & ImageShift_Check=1 -> ImageShift_Check:=0
+ImageShift_Check=1 & lpWidePaperPos.2358=1 -> lpWidePaperPos.2357:=0
+OHPInterLeave_Check=1 & lpOutputTray={101,102,103,104} -> OHPInterLeave_Check:=0
+OHPInterLeave_Check=1 & lpPRNType={2,3} -> OHPInterLeave_Check:=0
+OHPInterLeave_Check=1 & Staple_Check=1 -> OHPInterLeave_Check:=0
+OHPInterLeave_Check=1 & Punch_Check=1 -> OHPInterLeave_Check:=0
+OHPInterLeave_Check=1 & FoldStaple_Check=1 -> OHPInterLeave_Check:=0
+OHPInterLeave_Check=1 & lpOutputMethod=7 -> OHPInterLeave_Check:=0
+OHPInterLeave_Check=1 & Collate_Check=1 -> OHPInterLeave_Check:=0
+OHPInterLeave_Check=1 & Sort_Check=0 -> OHPInterLeave_Check:=0
+OHPInterLeave_Check=1 & Front_Check=1 -> OHPInterLeave_Check:=0
+OHPInterLeave_Check=1 & Back_Check=1 -> OHPInterLeave_Check:=0
+OHPInterLeave_Check=1 & InterSheet_Check=1 -> OHPInterLeave_Check:=0
+OHPInterLeave_Check=1 & Chapter_Check=1 -> OHPInterLeave_Check:=0
+OHPInterLeave_Check=1 & POD_OnePerSheet_Check=1 -> OHPInterLeave_Check:=0
+OHPInterLeave_Check=1 & CopyNo_Check=1 -> OHPInterLeave_Check:=0
+Nup_Check=1 & PaperLess_Check=1 -> PaperLess_Check:=0
+PaperLess_Check=1 & Nup_Check=1 -> PaperLess_Check:=0
+PaperLess_Check=1 & Chapter_Check=1 -> PaperLess_Check:=0
+PaperLess_Check=1 & lpPRNType=3 -> PaperLess_Check:=0
+PaperLess_Check=1 & POD_OnePerSheet_Check=1 -> PaperLess_Check:=0
+PaperLess_Check=1 & InterSheet_Check=1 -> PaperLess_Check:=0
+PaperLess_Check=1 & lpOverlay.403=3 -> PaperLess_Check:=0
+lpOverlay.403=3 & PaperLess_Check=1 -> PaperLess_Check:=0
+DraftPrint=1 & EngSaveToner_Check=1 -> EngSaveToner_Check:=0
+DraftPrint=1 & lpSmoothing={2,3,4} -> lpSmoothing:=1
+EngSaveToner_Check=1 & DraftPrint=1 -> DraftPrint:=0
+EngSaveToner_Check=1 & lpSmoothing={2,3,4} -> lpSmoothing:=1
+lpSmoothing={2,3,4} & EngSaveToner_Check=1 -> EngSaveToner_Check:=0
+lpSmoothing={2,3,4} & DraftPrint=1 -> DraftPrint:=0
+M={2,3,4,8,30,35} & lpPRNType={2,3} -> lpPRNType:=1
+M={2,3,4,8,58} & Staple_Check=1 -> Staple_Check:=0
+M={2,3,4,8,30,58} & Punch_Check=1 -> Punch_Check:=0
+M={2,3,4,8,30,58} & FoldStaple_Check=1 -> FoldStaple_Check:=0
+M={2,3,4,8,30,58} & lpOutputTray={101,102,103,104} -> lpOutputTray:=1
+M={2,3,4,8} & Chapter_Check=1 -> Chapter_Check:=0
+M={30,35} & Chapter_Check=1 -> lpPRNType:=1
+M=8 & Collate_Check=1 -> Collate_Check:=0
+lpMediaType.2921={2,3,4,8,30,35} & lpPRNType={2,3} -> lpPRNType:=1
+lpMediaType.2921={2,3,4,8,58} & Staple_Check=1 -> Staple_Check:=0
+lpMediaType.2921={2,3,4,8,30,58} & Punch_Check=1 -> Punch_Check:=0
+lpMediaType.2921={2,3,4,8,30,58} & FoldStaple_Check=1 -> FoldStaple_Check:=0
+lpMediaType.2921={2,3,4,8,30,58} & lpOutputTray={101,102,103,104} -> lpOutputTray:=1
+lpMediaType.2921={2,3,4,8} & Chapter_Check=1 -> Chapter_Check:=0
+lpMediaType.2921={30,35} & Chapter_Check=1 -> lpPRNType:=1
+lpMediaType.2921=8 & Collate_Check=1 -> Collate_Check:=0
+lpMediaType.2921={2,3,4,8,30,35} & trayRowSource={1,2,258,259,270} -> trayRowSource:=7
+trayRowSource={258,259,270} & lpSourceUnit=1 -> trayRowSource:=7
+trayRowSource={259,270} & lpSourceUnit=3 -> trayRowSource:=7
+trayRowSource=270 & lpSourceUnit=2 -> trayRowSource:=7
+trayRowSource=259 & lpSourceUnit=5 -> trayRowSource:=7
+lpInterSheetListTray={258,259,270} & lpSourceUnit=1 -> lpInterSheetListTray:=7
+lpInterSheetListTray={259,270} & lpSourceUnit=3 -> lpInterSheetListTray:=7
+lpInterSheetListTray=270 & lpSourceUnit=2 -> lpInterSheetListTray:=7
+lpInterSheetListTray=259 & lpSourceUnit=5 -> lpInterSheetListTray:=7
+)";
+// clang-format on
+
+}  // namespace heron::engine

@@ -1,0 +1,43 @@
+// Files: the calls that carry temporary data from one process of a user to another. Conventions: platform/types.h.
+//
+// Paths are of the host, in kPathSeparator. Only regular files open. Of the documented calls the arguments for
+// security, attributes, templates and overlapped work are left out.
+#pragma once
+
+#include "platform/types.h"
+
+namespace heron::platform {
+
+inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(intptr_t{-1});
+
+inline constexpr DWORD GENERIC_READ = 0x80000000;
+inline constexpr DWORD GENERIC_WRITE = 0x40000000;
+inline constexpr DWORD FILE_SHARE_READ = 1;
+inline constexpr DWORD FILE_SHARE_WRITE = 2;
+inline constexpr DWORD CREATE_ALWAYS = 2;
+inline constexpr DWORD OPEN_EXISTING = 3;
+
+extern "C" {
+
+/// The user's private folder for temporary files, with its separator; it is made if it is missing. Returns its length,
+/// or the room needed with the terminator if `room` is too small; 0 on failure.
+HERON_PLATFORM_API DWORD GetTempPathW(DWORD room, char16_t* buffer);
+
+/// Writes the name "<folder><first three characters of prefix><low 16 bits of the number in hexadecimal>.tmp" into
+/// `name` (kMaxPath characters) and returns those 16 bits. With `unique` 0 a number is chosen and the file is made,
+/// exclusively, readable by its owner alone; otherwise nothing is looked at or made. 0 on failure.
+HERON_PLATFORM_API DWORD GetTempFileNameW(const char16_t* folder, const char16_t* prefix, DWORD unique, char16_t* name);
+
+/// Opens a file: CREATE_ALWAYS makes it or empties it, readable by its owner alone; OPEN_EXISTING fails with
+/// kErrorFileNotFound. Sharing isn't enforced. INVALID_HANDLE_VALUE on failure.
+HERON_PLATFORM_API HANDLE CreateFileW(const char16_t* path, DWORD access, DWORD share, DWORD disposition);
+
+/// Reads on from where the last transfer ended; `*read` is less than `size` at the end of the file, 0 on failure.
+HERON_PLATFORM_API BOOL ReadFile(HANDLE file, void* buffer, DWORD size, DWORD* read);
+/// Writes all of `buffer` or fails; `*written` tells what was written.
+HERON_PLATFORM_API BOOL WriteFile(HANDLE file, const void* buffer, DWORD size, DWORD* written);
+HERON_PLATFORM_API BOOL CloseHandle(HANDLE file);
+HERON_PLATFORM_API BOOL DeleteFileW(const char16_t* path);
+}
+
+}  // namespace heron::platform

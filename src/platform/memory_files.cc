@@ -1,0 +1,75 @@
+// Files in memory. One folder exists; an open file outlives its deletion, as on the host.
+#include "platform/memory_files.h"
+
+#include <algorithm>
+
+namespace heron::platform {
+namespace {
+
+constexpr char16_t kTempFolder[] = u"/tmp/heron/";
+
+class OpenMemoryFile final : public OpenFile {
+ public:
+  OpenMemoryFile(std::shared_ptr<std::vector<uint8_t>> bytes, bool write) : bytes_(std::move(bytes)), write_(write) {}
+
+  DWORD Read(std::span<uint8_t> room, DWORD* read) override {
+    const std::lock_guard guard(mutex_);
+    const size_t left = bytes_->size() - std::min(at_, bytes_->size());
+    const size_t count = std::min(left, room.size());
+    std::copy_n(bytes_->data() + at_, count, room.data());
+    at_ += count;
+    *read = static_cast<DWORD>(count);
+    return kErrorSuccess;
+  }
+
+  DWORD Write(std::span<const uint8_t> data, DWORD* written) override {
+    const std::lock_guard guard(mutex_);
+    if (!write_) return kErrorAccessDenied;
+    bytes_->resize(std::max(bytes_->size(), at_ + data.size()));
+    std::ranges::copy(data, bytes_->data() + at_);
+    at_ += data.size();
+    *written = static_cast<DWORD>(data.size());
+    return kErrorSuccess;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::shared_ptr<std::vector<uint8_t>> bytes_;
+  size_t at_ = 0;
+  bool write_;
+};
+
+}  // namespace
+
+std::u16string MemoryFiles::TempFolder() {
+  return kTempFolder;
+}
+
+DWORD MemoryFiles::CreateNew(std::u16string_view path) {
+  const std::lock_guard guard(mutex_);
+  if (!writable) return kErrorAccessDenied;
+  const bool made = content.try_emplace(std::u16string(path), std::make_shared<std::vector<uint8_t>>()).second;
+  return made ? kErrorSuccess : kErrorFileExists;
+}
+
+DWORD MemoryFiles::Open(std::u16string_view path, bool write, bool create, std::shared_ptr<OpenFile>* file) {
+  const std::lock_guard guard(mutex_);
+  if ((write || create) && !writable) return kErrorAccessDenied;
+  auto found = content.find(std::u16string(path));
+  if (found == content.end()) {
+    if (!create) return kErrorFileNotFound;
+    found = content.emplace(std::u16string(path), std::make_shared<std::vector<uint8_t>>()).first;
+  }
+  auto opened = std::make_shared<OpenMemoryFile>(found->second, write);
+  if (create) found->second->clear();
+  *file = std::move(opened);
+  return kErrorSuccess;
+}
+
+DWORD MemoryFiles::Delete(std::u16string_view path) {
+  const std::lock_guard guard(mutex_);
+  if (!writable) return kErrorAccessDenied;
+  return content.erase(std::u16string(path)) == 1 ? kErrorSuccess : kErrorFileNotFound;
+}
+
+}  // namespace heron::platform

@@ -1,0 +1,28 @@
+// The files of the backend in memory (memory_backend.h). Private to it and to the tests that damage a file.
+#pragma once
+
+#include <map>
+#include <mutex>
+#include <vector>
+
+#include "platform/backend.h"
+
+namespace heron::platform {
+
+class MemoryFiles : public FileStore {
+ public:
+  std::u16string TempFolder() override;
+  uint32_t NumberHint() override { return 0; }
+  DWORD CreateNew(std::u16string_view path) override;
+  DWORD Open(std::u16string_view path, bool write, bool create, std::shared_ptr<OpenFile>* file) override;
+  DWORD Delete(std::u16string_view path) override;
+
+  /// Tests read and change these between calls.
+  std::map<std::u16string, std::shared_ptr<std::vector<uint8_t>>> content;
+  bool writable = true;  ///< false: nothing can be made, changed or deleted
+
+ private:
+  std::mutex mutex_;
+};
+
+}  // namespace heron::platform
