@@ -186,7 +186,6 @@ TEST_F(ParamTest, StoredDefaultsHaveTheTypeOfTheirRow) {
   EXPECT_FALSE(GetStoreRowDefault(stores.IndexOf(90), *ui->snapshots, &at)) << "a key";
   const auto in_snapshot = [](const auto& row) { return row.inSnapshot; };
   EXPECT_EQ(std::ranges::count_if(stores.rows, in_snapshot), 83);
-  // 186 has no feature of its own either; two pairs are of settings with none on this model.
   EXPECT_EQ(std::ranges::count_if(Params().params, in_snapshot), 34);
 }
 

@@ -308,5 +308,25 @@ TEST_F(UiStateTest, AnExhaustedMemoryLeavesNothingBehind) {
   EXPECT_EQ(failures, 9) << "the state, two blocks, six stores";
 }
 
+TEST_F(UiStateTest, AnExhaustedMemoryEndsACreationWithoutALeak) {
+  Create(env);  // what is made once is there
+  for (int64_t left = 0, step = 1;; left += step) {
+    const int64_t blocks = LiveBlocks();
+    bool refused = false;
+    {
+      const FailingNew failing(left);
+      try {
+        const UiStatePtr ui = CreateUiState(resources.get(), env, printer.get());
+      } catch (const std::bad_alloc&) {
+        // The door to the outside makes this a failure.
+      }
+      refused = failing.Refused();
+    }
+    ASSERT_EQ(LiveBlocks(), blocks) << left;
+    if (!refused) break;
+    if (left > 300) step = 13;
+  }
+}
+
 }  // namespace
 }  // namespace heron::test
