@@ -1,4 +1,5 @@
-// The real store in a folder of its own, with one queue "P1" and the built resource module, for as long as a benchmark runs.
+// The real store in a folder of its own, with one queue "P1" and the built resource module, for as long as a benchmark
+// runs.
 #pragma once
 
 #include <unistd.h>

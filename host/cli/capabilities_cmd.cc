@@ -7,7 +7,6 @@
 #include <iostream>
 #include <memory>
 
-#include "catalog/strings.h"
 #include "command.h"
 #include "entry/exports.h"
 #include "platform/text.h"
@@ -196,8 +195,6 @@ void Capabilities(const CapabilityOptions& options) {
   Bytes input;
   if (!options.in.empty()) input = ReadRecord(options.in);
   Printer printer(options.printer);
-  // A question alone doesn't tell the driver where its texts lie, and papers would have no names.
-  RefreshDriverDirectory(printer.handle());
   Answers answers;
   for (const Capability& capability : kCapabilities) answers.emplace_back(capability, Ask(printer, capability, input));
   if (!options.json) return PrintAnswers(answers);

@@ -22,9 +22,12 @@ LivingFiles& Living() {
   return living;
 }
 
+/// How long a fork() waits for other threads' transactions, which take milliseconds.
+constexpr std::chrono::milliseconds kForkPatience{2000};
+
 void BeforeFork() {
   Living().mutex.lock();
-  for (TreeFile* file : Living().files) file->BeforeFork();
+  for (TreeFile* file : Living().files) file->BeforeFork(kForkPatience);
 }
 
 void AfterForkInParent() {

@@ -58,8 +58,8 @@ int TreeFile::OnBusy(void* self, int) {
 /// once.
 template <class Work>
 DWORD TreeFile::Run(bool write, Work&& work) {
-  const std::lock_guard guard(lock_);
   if (abandoned_) return kErrorGenFailure;
+  const std::lock_guard guard(lock_);
   deadline_ = Clock::now() + options_.busy_limit;
   if (in_transaction_) return RunInTransaction(work);
   bool repaired = false;
@@ -227,6 +227,7 @@ DWORD TreeFile::Delete(KeyId key, std::u16string_view name) {
 }
 
 DWORD TreeFile::Begin() {
+  if (abandoned_) return kErrorGenFailure;
   const std::lock_guard guard(lock_);
   if (in_transaction_) return kErrorInvalidParameter;
   const DWORD status = Run(true, [&] {
@@ -242,8 +243,9 @@ DWORD TreeFile::Begin() {
 }
 
 DWORD TreeFile::End(bool keep) {
+  if (abandoned_) return kErrorGenFailure;
   const std::lock_guard guard(lock_);
-  if (!in_transaction_) return abandoned_ ? kErrorGenFailure : kErrorInvalidParameter;
+  if (!in_transaction_) return kErrorInvalidParameter;
   deadline_ = Clock::now() + options_.busy_limit;
   DWORD status = broken_;
   if (status == kErrorSuccess && keep) {
@@ -268,30 +270,35 @@ bool TreeFile::Writable() const {
 }
 
 void TreeFile::CloseIfIdle() {
-  if (!lock_.try_lock()) return;
+  if (abandoned_ || !lock_.try_lock()) return;
   if (!in_transaction_) Close();
   lock_.unlock();
 }
 
-void TreeFile::BeforeFork() {
-  lock_.lock();
-  if (!in_transaction_) Close();
+void TreeFile::BeforeFork(std::chrono::milliseconds patience) {
+  // Never waits for good: the thread whose transaction this is may be waiting for what the forking one holds.
+  const auto end = Clock::now() + patience;
+  while (!(held_for_fork_ = !abandoned_ && lock_.try_lock()) && !abandoned_ && Clock::now() < end) {
+    std::this_thread::sleep_for(std::chrono::microseconds(200));
+  }
+  if (held_for_fork_ && !in_transaction_) Close();
 }
 
 void TreeFile::AfterForkInParent() {
-  lock_.unlock();
+  if (held_for_fork_) lock_.unlock();
 }
 
 void TreeFile::AfterForkInChild() {
-  if (in_transaction_) {
+  const bool own_transaction = held_for_fork_ && in_transaction_;
+  if (!held_for_fork_ || own_transaction) {
     // Not even closing them is safe here; they are left as they are.
     for (UniqueStatement& statement : sql_) static_cast<void>(statement.release());
     static_cast<void>(db_.release());
     in_transaction_ = false;
     abandoned_ = true;
-    lock_.unlock();  // the transaction's hold
   }
-  lock_.unlock();
+  if (own_transaction) lock_.unlock();  // what Begin took
+  if (held_for_fork_) lock_.unlock();
 }
 
 }  // namespace heron::store

@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <string>
@@ -45,10 +46,10 @@ class TreeFile {
 
   /// Closes the file unless another thread uses it or a transaction is running.
   void CloseIfIdle();
-  /// Around fork(): a child must not meet SQLite's knowledge of locks that it doesn't have. The file is closed before;
-  /// only a transaction of the forking thread stays open, and goes on in the parent alone: the child's calls fail from
-  /// then on.
-  void BeforeFork();
+  /// Around fork(): a child must not meet SQLite's knowledge of locks that it doesn't have. The file is closed before.
+  /// Only where a transaction is open, the forking thread's own or another's that doesn't end within the time, it goes
+  /// on in the parent alone: the child's calls fail from then on.
+  void BeforeFork(std::chrono::milliseconds patience);
   void AfterForkInParent();
   void AfterForkInChild();
 
@@ -104,9 +105,11 @@ class TreeFile {
   bool immutable_ = false;  ///< opened without any lock, since its folder can't be written
   KeyId highest_id_ = 0;    ///< given out here: withdrawing a transaction takes SQLite's own count back
   bool in_transaction_ = false;
-  DWORD broken_ = 0;        ///< what voided the running transaction
-  bool abandoned_ = false;  ///< this is the child of a fork() inside a transaction
+  DWORD broken_ = 0;  ///< what voided the running transaction
   Clock::time_point deadline_;
+
+  bool held_for_fork_ = false;          ///< of the thread that is forking; one at a time
+  std::atomic<bool> abandoned_{false};  ///< this is the child of a fork() in a transaction; the lock may be lost
 };
 
 }  // namespace heron::store

@@ -141,13 +141,19 @@ std::u16string_view DirectoryOf(std::u16string_view path) {
 }  // namespace
 
 bool RefreshDriverDirectory(platform::HANDLE printer) {
+  constexpr platform::DWORD kUsualSize = 2048;  // the structure and texts of the usual length cost one call
+  alignas(platform::DRIVER_INFO_2W) std::array<uint8_t, kUsualSize> usual;
+  std::unique_ptr<uint8_t[]> longer;
+  uint8_t* buffer = usual.data();
   platform::DWORD needed = 0;
-  platform::GetPrinterDriverW(printer, nullptr, 2, nullptr, 0, &needed);
-  if (needed < sizeof(platform::DRIVER_INFO_2W)) return false;
-  const auto buffer = std::make_unique<uint8_t[]>(needed);  // aligned for the structure, as all of operator new's
-  if (!platform::GetPrinterDriverW(printer, nullptr, 2, buffer.get(), needed, &needed)) return false;
+  if (!platform::GetPrinterDriverW(printer, nullptr, 2, buffer, kUsualSize, &needed)) {
+    if (needed <= kUsualSize) return false;
+    longer = std::make_unique<uint8_t[]>(needed);  // aligned for the structure, as all of operator new's
+    buffer = longer.get();
+    if (!platform::GetPrinterDriverW(printer, nullptr, 2, buffer, needed, &needed)) return false;
+  }
   platform::DRIVER_INFO_2W info;
-  std::memcpy(&info, buffer.get(), sizeof info);
+  std::memcpy(&info, buffer, sizeof info);
   if (info.pDataFile == nullptr) return false;
   const std::u16string_view directory = DirectoryOf(info.pDataFile);
   if (directory.empty()) return false;

@@ -88,21 +88,34 @@ void SetQuality(uint8_t* record, uint32_t resolution, uint8_t output, bool own) 
   if (own) record[FieldOf<"lpOutput">().offset] = output;
 }
 
+/// What the adjustment of a record's fields depends on. Read before anything is written, since reading may fail.
+struct FieldPolicy {
+  bool excel = false;
+  uint32_t status = 0;      ///< BookMode of the user and queue
+  uint32_t resolution = 0;  ///< only if the status tells a choice
+};
+
+FieldPolicy ReadFieldPolicy(const char16_t* printer_name) {
+  FieldPolicy policy{.excel = InExcel()};
+  if (policy.excel) policy.status = BookModeStatus(printer_name);
+  if (policy.status != 0) policy.resolution = BookModeResolution(printer_name);
+  return policy;
+}
+
 /// What a caller may believe of the record's fields. The spreadsheet program overwrites copies, duplex and quality
 /// unless it is told that the driver doesn't take them.
-void AdjustFields(const char16_t* printer_name, uint8_t* record) {
+void AdjustFields(const FieldPolicy& policy, uint8_t* record) {
   DWORD fields = ForeignEnv(record).Public<"dmFields">();
-  const uint32_t status = InExcel() ? BookModeStatus(printer_name) : 0;
   const bool own = IsOwnEnv(record);
-  if (!InExcel()) {
+  if (!policy.excel) {
     fields |= kJobFields | kQualityFields;
-  } else if (status == 1) {
-    SetQuality(record, BookModeResolution(printer_name), 1, own);
+  } else if (policy.status == 1) {
+    SetQuality(record, policy.resolution, 1, own);
     SetPublic<"dmCopies">(record, 1, own);
     SetPublic<"dmDuplex">(record, 1, own);
     fields &= ~(kJobFields | kQualityFields);
-  } else if (status == 2) {
-    SetQuality(record, BookModeResolution(printer_name), 2, own);
+  } else if (policy.status == 2) {
+    SetQuality(record, policy.resolution, 2, own);
     fields = (fields & ~kQualityFields) | kJobFields;
   } else {
     fields |= kJobFields;
@@ -132,15 +145,15 @@ int32_t DocumentPropertySheets(PROPSHEETUI_INFO* info, DOCUMENTPROPERTYHEADER* h
   EnsureRenderDriverValue(header->hPrinter);
   RefreshDriverDirectory(header->hPrinter);
   const NameForCall name(header);
+  const bool adjusts = (header->fMode & DM_COPY) != 0;
+  const FieldPolicy policy = adjusts ? ReadFieldPolicy(header->pszPrinterName) : FieldPolicy();
   int32_t result = kFailed;
   {
     InputForCall input(header);
     if (!input.Repair()) return kFailed;
     result = WithoutSheet(header);
   }
-  if (result == 1 && (header->fMode & DM_COPY) != 0) {
-    AdjustFields(header->pszPrinterName, reinterpret_cast<uint8_t*>(header->pdmOut));
-  }
+  if (result == 1 && adjusts) AdjustFields(policy, reinterpret_cast<uint8_t*>(header->pdmOut));
   return result;
 }
 

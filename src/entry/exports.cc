@@ -83,6 +83,7 @@ BOOL PrinterProperties(HWND, HANDLE) {
 
 DWORD DrvDeviceCapabilities(HANDLE printer, char16_t* device_name, WORD capability, void* output, DEVMODEW* input) {
   return Guard<DWORD>(static_cast<DWORD>(-1), [&] {
+    RefreshDriverDirectory(printer);
     return static_cast<DWORD>(DeviceCapability(printer, device_name, capability, output, input));
   });
 }

@@ -148,7 +148,8 @@ std::array<char16_t, kPaperNameLength> PaperName(const Query& query, const Liste
 int32_t AnswerPapers(const Query& query, uint16_t capability, Output output) {
   const std::vector<ListedPaper> papers = CapabilityPaperList(query.resources);
   if (!output) return static_cast<int32_t>(papers.size());
-  // Names and sizes of user papers are read and may fail for want of memory: the caller's output waits for the whole list.
+  // Names and sizes of user papers are read and may fail for want of memory: the caller's output waits for the whole
+  // list.
   std::vector<uint8_t> answer(papers.size() * kPaperNameLength * sizeof(char16_t));
   Output list(answer.data());
   for (const ListedPaper& paper : papers) {

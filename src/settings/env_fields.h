@@ -6,8 +6,8 @@
 //   default  fN: the catalogue's default of feature N; a number; -: zero, or set by code that computes it
 //   xN+S     the field stands N times, S bytes apart; a default f415.. then counts on from one to the next
 //   dev      a device option: taken from the queue's saved record, never from an application's
-// The lines tile the 3328 bytes without gap or overlap; what nothing reads is named "reserved". Offsets are shared with the
-// printing side and never change; a new field takes its place from reserved bytes.
+// The lines tile the 3328 bytes without gap or overlap; what nothing reads is named "reserved". Offsets are shared with
+// the printing side and never change; a new field takes its place from reserved bytes.
 #pragma once
 
 #include <string_view>

@@ -145,7 +145,8 @@ inline constexpr uint16_t kFirstFixedLabel = 48010;  ///< names below are those 
 inline constexpr size_t kPapersInUse = 178;
 inline constexpr size_t kPaperRows = 180;  ///< two closing rows of code 0
 
-/// Takes the catalogue's size of the row's paper; a rotated code and those of the families have that of their plain code.
+/// Takes the catalogue's size of the row's paper; a rotated code and those of the families have that of their plain
+/// code.
 consteval PaperRow Sized(PaperRow row) {
   if (row.label < kFirstFixedLabel) return row;
   catalog::ForEachLine(catalog::kPaperSizeText, [&](std::u16string_view line) {

@@ -1,6 +1,7 @@
 #include "settings/resolve.h"
 
 #include <memory>
+#include <string>
 
 #include "platform/handles.h"
 #include "settings/defaults.h"
@@ -19,9 +20,12 @@ bool ResolveJobEnv(JobRequest* request) {
   std::unique_ptr<ResourceContext, CloseContext> resources(OpenResourceContext(ReadLocaleCountry()));
   if (resources == nullptr) return false;
 
-  BuildDefaultEnv(resources.get(), &work, request->printerName, request->hPrinter);
+  std::u16string own_name;
+  const char16_t* name = request->printerName;
+  if (name == nullptr) name = (own_name = PrinterName(request->hPrinter)).c_str();
+  BuildDefaultEnv(resources.get(), &work, name, request->hPrinter);
   const PrinterInfo info(request->hPrinter, 2);
-  if (!info || !LoadPrinterEnv(request->hPrinter, &printer, request->printerName, resources.get())) return false;
+  if (!info || !LoadPrinterEnv(request->hPrinter, &printer, name, resources.get())) return false;
   MergeRecord(resources.get(), ForeignEnv(info.As<PRINTER_INFO_2W>().pDevMode), work);
   MergeRecord(resources.get(), ForeignEnv(request->inputEnv), work);
   CopyDeviceOptions(printer, work);

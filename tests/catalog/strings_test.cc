@@ -2,8 +2,8 @@
 #include <atomic>
 #include <thread>
 
-#include "support/failing_new.h"
 #include "support/driver_fixture.h"
+#include "support/failing_new.h"
 
 namespace heron {
 namespace {

@@ -12,8 +12,8 @@ using namespace platform;
 
 class AllocationTest : public DriverTest {
  protected:
-  /// Runs `call` with room for 0, 1, 2 ... allocations until it needs no more. `call` gives true on success; `output` must
-  /// stay while it fails.
+  /// Runs `call` with room for 0, 1, 2 ... allocations until it needs no more. `call` gives true on success; `output`
+  /// must stay while it fails.
   template <typename Call>
   void Sweep(std::vector<uint8_t>& output, Call&& call) {
     ASSERT_TRUE(call());  // warm: what is cached for good is there

@@ -1,5 +1,5 @@
-// Records of any content against the resolving exports. The oracle: the call succeeds, the result is one of ours with equal
-// mirrors, the input is untouched, and resolving settles. The sanitizers watch every read.
+// Records of any content against the resolving exports. The oracle: the call succeeds, the result is one of ours with
+// equal mirrors, the input is untouched, and resolving settles. The sanitizers watch every read.
 #include <random>
 
 #include "entry/exports.h"

@@ -22,13 +22,15 @@ class ConvertTest : public DriverTest {
 };
 
 TEST_F(ConvertTest, VersionFollowsFromThePublicSize) {
-  for (const auto& [size, version] : {std::pair<uint16_t, uint16_t>{188, 0x320}, {212, 0x400}, {220, 0x401}, {100, 7}}) {
+  for (const auto& [size, version] :
+       {std::pair<uint16_t, uint16_t>{188, 0x320}, {212, 0x400}, {220, 0x401}, {100, 7}}) {
     CallerRecord target(size, 10, 7);
     EXPECT_EQ(ConvertEnv(ForeignEnv(env.bytes.data()), target.data()), std::min<int>(size, 220) + 10);
     EXPECT_EQ(ForeignEnv(target.data()).Public<"dmSpecVersion">(), version);
     EXPECT_EQ(ForeignEnv(target.data()).PublicSize(), size);
     EXPECT_EQ(ForeignEnv(target.data()).PrivateSize(), 10);
-    EXPECT_EQ(std::memcmp(target.data() + size, env.bytes.data() + 220, 10), 0) << "private parts meet their own starts";
+    EXPECT_EQ(std::memcmp(target.data() + size, env.bytes.data() + 220, 10), 0)
+        << "private parts meet their own starts";
   }
 }
 

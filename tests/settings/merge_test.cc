@@ -58,8 +58,15 @@ TEST_F(MergeTest, SizesAloneSelectThePaper) {
     int16_t width, length, paper;
   };
   // 983 x 2253 is what the dots of an envelope No. 9 give back; its own size is 984 x 2254.
-  for (const Row& row : {Row{2100, 2970, 9}, {2970, 2100, 9}, {984, 2254, 19}, {983, 2253, 19}, {2253, 983, 19},
-                         {2100, 2100, 513}, {1234, 2345, 256}, {0, 0, 256}, {-2100, 2970, 256}}) {
+  for (const Row& row : {Row{2100, 2970, 9},
+                         {2970, 2100, 9},
+                         {984, 2254, 19},
+                         {983, 2253, 19},
+                         {2253, 983, 19},
+                         {2100, 2100, 513},
+                         {1234, 2345, 256},
+                         {0, 0, 256},
+                         {-2100, 2970, 256}}) {
     SCOPED_TRACE(testing::Message() << row.width << " x " << row.length);
     CallerRecord record;
     record.Ask<"dmPaperWidth">(DM_PAPERWIDTH, row.width).Set<"dmPaperLength">(row.length);
@@ -83,9 +90,7 @@ TEST_F(MergeTest, FieldsBeyondTheDeclaredSizeDoNotCount) {
   for (const uint16_t size : std::initializer_list<uint16_t>{72, 76, 77, 78, 86, 87, 88}) {
     CallerRecord record(size);
     record.Ask<"dmOrientation">(DM_ORIENTATION, 2).Ask<"dmCopies">(DM_COPIES, 3);
-    const std::string expected = size >= 88   ? "dmOrientation dmCopies"
-                                 : size >= 78 ? "dmOrientation"
-                                              : "";
+    const std::string expected = size >= 88 ? "dmOrientation dmCopies" : size >= 78 ? "dmOrientation" : "";
     EXPECT_EQ(Merge(record), expected) << size;
   }
 }
@@ -107,7 +112,9 @@ TEST_F(MergeTest, DeviceOptionsAreTheListedFieldsAndNoOthers) {
   CopyDeviceOptions(saved, merged);
   std::string expected = "lpPDLType lpCoverSheetTray";
   for (uint32_t at = 2774; at < 2794; ++at) {
-    for (const EnvField& field : kEnvFields) expected += field.offset == at ? " " + std::string(field.name) : "";
+    for (const EnvField& field : kEnvFields) {
+      if (field.offset == at) expected.append(" ").append(field.name);
+    }
   }
   expected += " deviceInfoText Secur_Check lpPIPunchFoldUnit lpLCStackerUnit szDevIPAddress";
   EXPECT_EQ(Differences(base, merged), expected);

@@ -198,11 +198,11 @@ TEST_F(ValidateTest, DuplexAndBindingPositionAgree) {
     int16_t expectedDuplex;
   };
   // Letter, fed long edge first: the automatic side is the left one in portrait, the top one in landscape.
-  for (const Row& row : {Row{1, 2, 1, 1, 1, 2, 2}, Row{1, 2, 4, 1, 2, 2, 2}, Row{1, 2, 3, 1, 3, 2, 2},
-                         Row{1, 3, 1, 1, 4, 2, 3}, Row{1, 3, 2, 1, 4, 2, 3}, Row{1, 3, 4, 1, 4, 2, 3},
-                         Row{2, 3, 1, 1, 2, 2, 3}, Row{2, 2, 1, 1, 1, 2, 2}, Row{2, 3, 9, 1, 2, 2, 3},
-                         Row{1, 3, 9, 1, 9, 2, 3}, Row{1, 3, 2, 3, 2, 3, 3}, Row{1, 7, 2, 3, 2, 1, 1},
-                         Row{1, 1, 2, 2, 2, 1, 1}}) {
+  for (const Row& row :
+       {Row{1, 2, 1, 1, 1, 2, 2}, Row{1, 2, 4, 1, 2, 2, 2}, Row{1, 2, 3, 1, 3, 2, 2}, Row{1, 3, 1, 1, 4, 2, 3},
+        Row{1, 3, 2, 1, 4, 2, 3}, Row{1, 3, 4, 1, 4, 2, 3}, Row{2, 3, 1, 1, 2, 2, 3}, Row{2, 2, 1, 1, 1, 2, 2},
+        Row{2, 3, 9, 1, 2, 2, 3}, Row{1, 3, 9, 1, 9, 2, 3}, Row{1, 3, 2, 3, 2, 3, 3}, Row{1, 7, 2, 3, 2, 1, 1},
+        Row{1, 1, 2, 2, 2, 1, 1}}) {
     SCOPED_TRACE(testing::Message() << row.orientation << row.duplex << int{row.position} << int{row.type});
     Start(1);
     Set<"dmOrientation">(env, row.orientation);

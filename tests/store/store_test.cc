@@ -4,7 +4,9 @@
 #include <sqlite3.h>
 #include <sys/stat.h>
 
+#include <atomic>
 #include <fstream>
+#include <thread>
 
 #include "platform/handles.h"
 #include "platform/queues.h"
@@ -125,6 +127,22 @@ TEST_P(EitherTree, AForkedChildAndItsParentBothGoOn) {
   EXPECT_EQ(RunChild([&] { return Put(root, 4) || RegEndBatch(root, 1) == 0 ? 1 : 0; }), 0);
   EXPECT_EQ(RegEndBatch(root, 1), kErrorSuccess);
   EXPECT_EQ(Get(root), 3);
+}
+
+TEST_P(EitherTree, AForkBesideAnotherThreadsTransactionNeverHangs) {
+  ASSERT_TRUE(Put(root, 1));
+  std::atomic<int> stage = 0;
+  std::thread other([&] {
+    const RegistryBatch batch(root);
+    stage = 1;
+    while (stage == 1) std::this_thread::yield();
+  });
+  while (stage == 0) std::this_thread::yield();
+  const pid_t child = StartChild([&] { return Get(root) == -1 - int64_t{kErrorGenFailure} ? 0 : 1; });
+  stage = 2;
+  other.join();
+  EXPECT_EQ(WaitForChild(child), 0);
+  EXPECT_EQ(Get(root), 1);
 }
 
 TEST_P(EitherTree, ADamagedFileIsSetAsideWithANotice) {

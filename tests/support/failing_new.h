@@ -1,4 +1,5 @@
-// Lets the allocations of the calling thread fail, for tests of what happens when memory runs out; and counts its blocks.
+// Lets the allocations of the calling thread fail, for tests of what happens when memory runs out; and counts its
+// blocks.
 #pragma once
 
 #include <cstdint>

@@ -51,7 +51,8 @@ inline std::string Differences(const DriverEnv& a, const DriverEnv& b) {
   for (const EnvField& field : kEnvFields) {
     for (size_t i = 0; i < field.count; ++i) {
       if (std::memcmp(a.bytes.data() + field.At(i), b.bytes.data() + field.At(i), field.Size()) == 0) continue;
-      names += (names.empty() ? "" : " ") + std::string(field.name);
+      if (!names.empty()) names += ' ';
+      names += field.name;
     }
   }
   return names;
