@@ -92,7 +92,8 @@ uint32_t SlotRoom(const WorkingParam& param) {
   }
 }
 
-/// The parts of the working store that internal rows name. They come first in the variable block, where pages are aligned.
+/// The parts of the working store that internal rows name. They come first in the variable block, where pages are
+/// aligned.
 void PlaceInternalBlocks(ParamTables& tables) {
   for (const InternalBlock& block : kInternalBlocks) {
     WorkingParam& param = tables.params[ParamIndexOf(block.id)];
