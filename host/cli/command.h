@@ -90,5 +90,6 @@ void AddPrinterCommands(CLI::App& app);
 void AddRecordCommands(CLI::App& app);
 void AddCatalogCommand(CLI::App& app);
 void AddCapabilitiesCommand(CLI::App& app);
+void AddSettingsCommand(CLI::App& app);
 
 }  // namespace heron::cli

@@ -29,6 +29,7 @@ int Run(int argc, char** argv) {
   heron::cli::AddRecordCommands(app);
   heron::cli::AddCapabilitiesCommand(app);
   heron::cli::AddCatalogCommand(app);
+  heron::cli::AddSettingsCommand(app);
   try {
     app.parse(argc, argv);
     return kDone;
