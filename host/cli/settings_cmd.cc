@@ -1,6 +1,7 @@
 // `heron settings`: a record through the working settings and back, and what every setting is and can be.
 //
-// Without files the command works on the user's own working record of the printer, which begins as the printer's valid default.
+// Without files the command works on the user's own working record of the printer, which begins as the printer's valid
+// default.
 
 #include <CLI/CLI.hpp>
 #include <filesystem>
@@ -89,7 +90,8 @@ void Settings(const SettingsOptions& options) {
   Printer printer(options.printer);
   const fs::path own = store::WorkingRecordPath(options.printer);
   OpenSettings open(printer, ResolvedRecord(printer, InputRecord(options, own)));
-  const std::vector<Setting> settings = SettingsOf(open.ui(), Catalogue(ReadLocaleCountry()));
+  const Catalogue catalogue(ReadLocaleCountry());
+  const std::vector<Setting> settings = SettingsOf(open.ui(), catalogue);
   const bool writes = !options.out.empty() || options.reset;
   if (writes) WriteResult(options, own, open.WriteBack());
   if (options.json) {
@@ -100,7 +102,10 @@ void Settings(const SettingsOptions& options) {
                                   {"settings", SettingsJson(settings)}});
   }
   if (options.reset && options.out.empty()) std::cout << "All settings of this printer are at their defaults again.\n";
-  if (options.list || !writes) PrintSettings(settings, options.list);
+  if (options.list) return PrintAll(settings);
+  if (writes) return;
+  const OpenSettings fresh(printer, ResolvedRecord(printer, {}));
+  PrintChanged(settings, SettingsOf(fresh.ui(), catalogue));
 }
 
 }  // namespace
@@ -109,7 +114,8 @@ void AddSettingsCommand(CLI::App& app) {
   const auto options = std::make_shared<SettingsOptions>();
   CLI::App* command = AddCommand(app, "settings", "What a job is set to, and what each setting can be");
   command->add_option("-p,--printer", options->printer, "Printer whose settings are shown")->required();
-  command->add_option("--in", options->in, "Record to work on instead of your own of this printer (- for standard input)");
+  command->add_option("--in", options->in,
+                      "Record to work on instead of your own of this printer (- for standard input)");
   command->add_option("--out", options->out, "Where the resulting record goes (- for standard output)");
   command->add_flag("-l,--list", options->list, "List every setting with what it can be");
   command->add_flag("--reset", options->reset, "Return your own settings of this printer to the defaults");

@@ -33,7 +33,7 @@ inline constexpr auto kPaperSettings = std::to_array<SettingRow>({
     {59, "Staple in use"}, {14, nullptr}, {62, "Punch in use"}, {106, "Punch side"}, {102, "Punch holes"},
     {247, "Fold and staple in use"}, {248, nullptr}, {250, "Proof print"},
     {340, nullptr}, {96, nullptr}, {132, nullptr}, {143, "Position of wide paper"},
-    {341, nullptr}, {343, nullptr}, {342, "Name used for authentication"}, {87, "Show the password while it is typed"},
+    {341, nullptr}, {343, nullptr}, {342, "Name used for authentication"}, {87, "Hide the password while it is typed"},
 });
 
 inline constexpr auto kCustomSizeSettings = std::to_array<SettingRow>({

@@ -57,7 +57,7 @@ Setting MakeSetting(const UiState& ui, const Catalogue& catalogue, const char* p
   return setting;
 }
 
-/// "*1 Portrait (default), 2 Landscape": the star stands before the current choice.
+/// "*1=Portrait (default)", "2=Landscape": the star stands before the current choice.
 std::vector<std::string> ChoiceTexts(const Setting& setting) {
   std::vector<std::string> texts;
   if (setting.hasRange) {
@@ -74,7 +74,7 @@ std::vector<std::string> ChoiceTexts(const Setting& setting) {
     current |= is_current;
     standard |= is_default;
     std::string text = is_current ? "*" : "";
-    text += std::to_string(choice.value) + ' ' + choice.label;
+    text += std::to_string(choice.value) + '=' + choice.label;
     if (is_default) text += " (default)";
     texts.push_back(std::move(text));
   }
@@ -87,7 +87,7 @@ void PrintChoices(const Setting& setting) {
   const std::vector<std::string> texts = ChoiceTexts(setting);
   for (size_t i = 0; i < texts.size(); ++i) {
     std::string text = texts[i];
-    if (i + 1 < texts.size()) text += ", ";
+    if (i + 1 < texts.size()) text += "; ";
     if (column == 0 || column + text.size() > kLineWidth) {
       std::cout << (column == 0 ? "" : "\n") << std::string(kIndent, ' ');
       column = kIndent;
@@ -96,6 +96,19 @@ void PrintChoices(const Setting& setting) {
     column += text.size();
   }
   std::cout << '\n';
+}
+
+void PrintLine(const Setting& setting) {
+  const std::string name = setting.key.empty() ? std::to_string(setting.parameter) : setting.key;
+  std::cout << "  " << Padded(setting.label, kLabelWidth) << ' ' << Padded(name, kKeyWidth) << ' '
+            << setting.ValueText(setting.value) << (setting.value == setting.defaultValue ? " (default)" : "") << '\n';
+}
+
+/// Starts a page with its title where `setting` is the first of it.
+void PrintPageOf(const Setting& setting, std::string& page) {
+  if (setting.page == page) return;
+  std::cout << (page.empty() ? "" : "\n") << Heading(setting.page) << '\n';
+  page = setting.page;
 }
 
 }  // namespace
@@ -114,25 +127,28 @@ std::vector<Setting> SettingsOf(const UiState& ui, const Catalogue& catalogue) {
   return settings;
 }
 
-void PrintSettings(const std::vector<Setting>& settings, bool every) {
+void PrintAll(const std::vector<Setting>& settings) {
   std::string page;
-  size_t hidden = 0;
   for (const Setting& setting : settings) {
-    const bool standard = setting.value == setting.defaultValue;
-    if (!every && standard) {
-      ++hidden;
+    PrintPageOf(setting, page);
+    PrintLine(setting);
+    PrintChoices(setting);
+  }
+}
+
+void PrintChanged(const std::vector<Setting>& settings, const std::vector<Setting>& fresh) {
+  std::string page;
+  size_t same = 0;
+  for (size_t i = 0; i < settings.size(); ++i) {
+    if (settings[i].value == fresh[i].value) {
+      ++same;
       continue;
     }
-    if (setting.page != page) {
-      std::cout << (page.empty() ? "" : "\n") << Heading(setting.page) << '\n';
-      page = setting.page;
-    }
-    const std::string name = setting.key.empty() ? std::to_string(setting.parameter) : setting.key;
-    std::cout << "  " << Padded(setting.label, kLabelWidth) << ' ' << Padded(name, kKeyWidth) << ' '
-              << setting.ValueText(setting.value) << (standard ? " (default)" : "") << '\n';
-    if (every) PrintChoices(setting);
+    PrintPageOf(settings[i], page);
+    PrintLine(settings[i]);
   }
-  if (hidden > 0) std::cout << (page.empty() ? "" : "\n") << hidden << " settings are at their default; -l lists all.\n";
+  std::cout << (page.empty() ? "" : "\n") << (page.empty() ? "All " : "") << same
+            << " settings are as the printer starts with; -l lists all.\n";
 }
 
 Json SettingsJson(const std::vector<Setting>& settings) {

@@ -19,14 +19,14 @@ struct Choice {
 /// One setting with what it is and can be.
 struct Setting {
   uint16_t parameter = 0;
-  std::string key;    ///< empty if the setting has none; then `parameter` names it
+  std::string key;  ///< empty if the setting has none; then `parameter` names it
   std::string page;
   std::string label;
   int32_t value = 0;
   int32_t defaultValue = 0;
   bool hasRange = false;
-  int32_t min = 0, max = 0;      ///< if it has a range
-  std::vector<Choice> choices;   ///< if it has options; a value may stand twice with two labels
+  int32_t min = 0, max = 0;     ///< if it has a range
+  std::vector<Choice> choices;  ///< if it has options; a value may stand twice with two labels
 
   /// "Portrait", "on", "210"; an unknown value as its number.
   std::string ValueText(int32_t of) const;
@@ -35,8 +35,10 @@ struct Setting {
 /// Every setting of the model, page by page.
 std::vector<Setting> SettingsOf(const UiState& ui, const Catalogue& catalogue);
 
-/// Page by page. `every`: all settings, each with what it can be; otherwise those that aren't at their default.
-void PrintSettings(const std::vector<Setting>& settings, bool every);
+/// Page by page, each setting with what it can be.
+void PrintAll(const std::vector<Setting>& settings);
+/// Page by page, those that differ from `fresh`, the settings that the printer starts with.
+void PrintChanged(const std::vector<Setting>& settings, const std::vector<Setting>& fresh);
 Json SettingsJson(const std::vector<Setting>& settings);
 
 }  // namespace heron::cli

@@ -49,7 +49,6 @@ void Register(std::initializer_list<TreeFile*> files) {
   Living().files.insert(Living().files.end(), files);
 }
 
-
 }  // namespace
 
 SqliteTrees::SqliteTrees(const std::filesystem::path& home, const std::string& user,
