@@ -1,9 +1,9 @@
 // The settings as a person finds them: page by page, each with a label.
 //
-// Readers: settings_text.cc, and a test that holds it against the parameters: every setting that has options or a range on
-// this model stands here once. A row is the parameter's number and its label; a null label is the text of the setting's
-// control, which reports and pages use too. Own labels stand where the control has none, shares it with another setting,
-// or needs its page around it. To add a setting, add its row where a user would look for it.
+// Readers: settings_text.cc, and a test that holds it against the parameters: every setting that has options or a range
+// on this model stands here once. A row is the parameter's number and its label; a null label is the text of the
+// setting's control, which reports and pages use too. Own labels stand where the control has none, shares it with
+// another setting, or needs its page around it. To add a setting, add its row where a user would look for it.
 #pragma once
 
 #include <array>
