@@ -4,7 +4,9 @@
 // value that is missing, unreadable or of another size is replaced by the default paper; a load never fails over it.
 #include <algorithm>
 #include <cstring>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "catalog/strings.h"
 #include "platform/handles.h"
@@ -34,6 +36,21 @@ DWORD ReadEntry(HANDLE printer, int number, CustomPaperEntry* entry) {
   if (size != sizeof stored) return kErrorMoreData;
   *entry = stored;
   return kErrorSuccess;
+}
+
+/// All printer data of a queue, one read for ten papers; they lie in `buffer`. Empty if they can't be read.
+std::span<const PRINTER_ENUM_VALUESW> AllPrinterData(HANDLE printer, std::vector<uint8_t>* buffer) {
+  constexpr DWORD kUsualSize = 8192;
+  buffer->resize(kUsualSize);
+  DWORD needed = 0;
+  DWORD count = 0;
+  DWORD status = kErrorMoreData;
+  while ((status = EnumPrinterDataExW(printer, u"PrinterDriverData", buffer->data(), static_cast<DWORD>(buffer->size()),
+                                      &needed, &count)) == kErrorMoreData) {
+    buffer->resize(needed);
+  }
+  if (status != kErrorSuccess) return {};
+  return {reinterpret_cast<const PRINTER_ENUM_VALUESW*>(buffer->data()), count};
 }
 
 std::u16string_view NameOf(const CustomPaperEntry& entry) {
@@ -75,8 +92,15 @@ bool ReadStoredUserPaper(HANDLE printer, int number, CustomPaperEntry* entry) {
 
 void LoadUserPapers(UserPaperStore* store, HANDLE printer) {
   for (int number = 1; number <= kUserPaperCount; ++number) {
-    CustomPaperEntry& entry = (*store)[static_cast<size_t>(number - 1)];
-    if (!ReadStoredUserPaper(printer, number, &entry)) entry = DefaultUserPaper(number);
+    (*store)[static_cast<size_t>(number - 1)] = DefaultUserPaper(number);
+  }
+  std::vector<uint8_t> buffer;
+  for (const PRINTER_ENUM_VALUESW& value : AllPrinterData(printer, &buffer)) {
+    if (value.cbData != sizeof(CustomPaperEntry)) continue;
+    for (int number = 1; number <= kUserPaperCount; ++number) {
+      CustomPaperEntry& entry = (*store)[static_cast<size_t>(number - 1)];
+      if (value.pValueName == ValueName(number)) std::memcpy(&entry, value.pData, sizeof entry);
+    }
   }
 }
 
