@@ -4,6 +4,7 @@
 // value that is missing, unreadable or of another size is replaced by the default paper; a load never fails over it.
 #include <algorithm>
 #include <cstring>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -38,8 +39,8 @@ DWORD ReadEntry(HANDLE printer, int number, CustomPaperEntry* entry) {
   return kErrorSuccess;
 }
 
-/// All printer data of a queue, one read for ten papers; they lie in `buffer`. Empty if they can't be read.
-std::span<const PRINTER_ENUM_VALUESW> AllPrinterData(HANDLE printer, std::vector<uint8_t>* buffer) {
+/// All printer data of a queue, one read for ten papers; they lie in `buffer`. Nothing if they can't be read.
+std::optional<std::span<const PRINTER_ENUM_VALUESW>> AllPrinterData(HANDLE printer, std::vector<uint8_t>* buffer) {
   constexpr DWORD kUsualSize = 8192;
   buffer->resize(kUsualSize);
   DWORD needed = 0;
@@ -49,8 +50,8 @@ std::span<const PRINTER_ENUM_VALUESW> AllPrinterData(HANDLE printer, std::vector
                                       &needed, &count)) == kErrorMoreData) {
     buffer->resize(needed);
   }
-  if (status != kErrorSuccess) return {};
-  return {reinterpret_cast<const PRINTER_ENUM_VALUESW*>(buffer->data()), count};
+  if (status != kErrorSuccess) return std::nullopt;
+  return std::span(reinterpret_cast<const PRINTER_ENUM_VALUESW*>(buffer->data()), count);
 }
 
 std::u16string_view NameOf(const CustomPaperEntry& entry) {
@@ -90,18 +91,21 @@ bool ReadStoredUserPaper(HANDLE printer, int number, CustomPaperEntry* entry) {
   return ReadEntry(printer, number, entry) == kErrorSuccess;
 }
 
-void LoadUserPapers(UserPaperStore* store, HANDLE printer) {
+bool LoadUserPapers(UserPaperStore* store, HANDLE printer) {
   for (int number = 1; number <= kUserPaperCount; ++number) {
     (*store)[static_cast<size_t>(number - 1)] = DefaultUserPaper(number);
   }
   std::vector<uint8_t> buffer;
-  for (const PRINTER_ENUM_VALUESW& value : AllPrinterData(printer, &buffer)) {
+  const auto values = AllPrinterData(printer, &buffer);
+  if (!values) return false;
+  for (const PRINTER_ENUM_VALUESW& value : *values) {
     if (value.cbData != sizeof(CustomPaperEntry)) continue;
     for (int number = 1; number <= kUserPaperCount; ++number) {
       CustomPaperEntry& entry = (*store)[static_cast<size_t>(number - 1)];
       if (value.pValueName == ValueName(number)) std::memcpy(&entry, value.pData, sizeof entry);
     }
   }
+  return true;
 }
 
 bool SaveUserPapers(const UserPaperStore& store, HANDLE printer) {

@@ -341,8 +341,7 @@ bool ReadListStores(ListStoreSet& set, std::u16string_view printer_name, platfor
   bool all = true;
   for (const ListStoreId store : kRegistryStores) all &= WalkStore(set, store, printer_name, WalkOp::kRead);
   if (set.userPapers == nullptr) return false;
-  LoadUserPapers(set.userPapers.get(), printer);
-  return all;
+  return LoadUserPapers(set.userPapers.get(), printer) && all;
 }
 
 bool WriteListStores(const ListStoreSet& set, std::u16string_view printer_name, platform::HANDLE printer,
