@@ -178,7 +178,7 @@ bool WriteAddressFile(const UiState& ui, DriverEnv& env) {
 }
 
 bool RecordAddressFile(std::u16string_view printer_name, uint32_t id) {
-  UserTreeBatch batch;
+  platform::RegistryBatch batch(platform::HKEY_CURRENT_USER);
   if (!batch.open()) return false;
   const UniqueKey ring = CreateKey(HKEY_CURRENT_USER, BuildUserKey(printer_name, u"TempPlistID").c_str());
   if (ring == nullptr) return false;
