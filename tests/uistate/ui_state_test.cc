@@ -289,6 +289,25 @@ TEST_F(UiStateTest, CopiesAreIndependentAndKeepTheirBlocks) {
   EXPECT_EQ(store->wMarkListNum, 40);
 }
 
+TEST_F(UiStateTest, AStoreThatCantBeReadNowMakesNoState) {
+  // Each backend call fails from the n-th on: a state either holds what is stored, or isn't made.
+  const UiStatePtr whole = CreateUiState(resources.get(), env, printer.get());
+  ASSERT_NE(whole, nullptr);
+  size_t refused = 0;
+  for (uint64_t n = 1; n < 2000; n += 7) {
+    backend.FailCall(n, platform::kErrorBusy, true);
+    const UiStatePtr ui = CreateUiState(resources.get(), env, printer.get());
+    const bool reached = backend.Calls() >= n;
+    backend.FailCall(0, 0);
+    if (!reached) break;
+    refused += ui == nullptr;
+    if (ui == nullptr) continue;
+    EXPECT_EQ(ui->stores.watermarks->wMarkListNum, whole->stores.watermarks->wMarkListNum) << n;
+    EXPECT_EQ(ui->stores.pageLists->lists[9].name, std::u16string_view(whole->stores.pageLists->lists[9].name)) << n;
+  }
+  EXPECT_GT(refused, 10U);
+}
+
 TEST_F(UiStateTest, AnExhaustedMemoryLeavesNothingBehind) {
   const UiStatePtr warm = Create(env);
   int failures = 0;
