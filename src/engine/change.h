@@ -114,9 +114,6 @@ bool CheckDoubleOnlyPaper(const Engine& engine, ChangeLog& log);  ///< the same
 /// Appends the paper to the request when the user turned off what doubled it.
 void AddPaperToRequest(const Engine& engine, ChangeRequest& request);
 
-/// What stands for a paper that exists only as the sheet of a two-up product, or 0.
-uint16_t DoubleOnlyReplacement(uint16_t paper);
-
 // Finishing and trays: what must change for the geometry and the papers in the trays.
 
 void ResolveStaple(const Engine& engine, const ChangeRequest& request, ChangeLog& log);

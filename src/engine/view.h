@@ -39,7 +39,7 @@ class EngineView {
   /// Gives a field the focus and selects its text, after it was corrected.
   virtual void FocusControl(uint16_t id) = 0;
   /// Whether the list of pages has the focus and a selected row.
-  virtual bool PerPageRowSelected() = 0;
+  virtual bool PerPageRowSelected() const = 0;
 };
 
 }  // namespace heron::engine
