@@ -1,4 +1,5 @@
-// `heron controls`: every control that rules speak of, whether it is available, and which items of its list are allowed.
+// `heron controls`: every control that rules speak of, whether it is available, and which items of its list are
+// allowed.
 
 #include <CLI/CLI.hpp>
 #include <iostream>
@@ -25,11 +26,16 @@ struct ControlsOptions {
 
 const char* TypeName(engine::ControlType type) {
   switch (type) {
-    case engine::ControlType::kList: return "list";
-    case engine::ControlType::kRadio: return "radio";
-    case engine::ControlType::kCheck: return "check";
-    case engine::ControlType::kNumber: return "number";
-    case engine::ControlType::kButton: return "button";
+    case engine::ControlType::kList:
+      return "list";
+    case engine::ControlType::kRadio:
+      return "radio";
+    case engine::ControlType::kCheck:
+      return "check";
+    case engine::ControlType::kNumber:
+      return "number";
+    case engine::ControlType::kButton:
+      return "button";
   }
   return "";
 }
@@ -38,9 +44,7 @@ Json ItemsJson(const engine::Engine& engine, const ControlRow& row) {
   Json items = Json::array();
   if (row.type != engine::ControlType::kList) return items;
   for (const ListItem& item : engine::GetControlBlock(engine, row.id)->Items()) {
-    items.push_back({{"value", item.value},
-                     {"label", ValueName(row.id, item.value)},
-                     {"status", item.status}});
+    items.push_back({{"value", item.value}, {"label", ValueName(row.id, item.value)}, {"status", item.status}});
   }
   return items;
 }
@@ -77,7 +81,8 @@ std::string ItemsText(const engine::Engine& engine, const ControlRow& row) {
 }
 
 void PrintControls(const engine::Engine& engine) {
-  std::cout << Heading(Padded("Control", 9) + Padded("Setting", 28) + Padded("Label", 30) + Padded("Value", 24) + "State")
+  std::cout << Heading(Padded("Control", 9) + Padded("Setting", 28) + Padded("Label", 30) + Padded("Value", 24) +
+                       "State")
             << '\n';
   for (const ControlRow& row : kControls) {
     const uint16_t value = engine::GetControlValue(engine, row.id);
@@ -106,7 +111,8 @@ void AddControlsCommand(CLI::App& app) {
   const auto options = std::make_shared<ControlsOptions>();
   CLI::App* command = AddCommand(app, "controls", "Which settings can be changed now, and to what");
   command->add_option("-p,--printer", options->printer, "Printer whose settings are looked at")->required();
-  command->add_option("--in", options->in, "Record to look at instead of your own of this printer (- for standard input)");
+  command->add_option("--in", options->in,
+                      "Record to look at instead of your own of this printer (- for standard input)");
   command->add_flag("--json", options->json, "Answer as JSON");
   command->callback([options] { Controls(*options); });
 }

@@ -16,8 +16,6 @@ using engine::ControlIndex;
 using engine::ControlType;
 using engine::kControls;
 
-constexpr int kRefused = 4;
-
 /// Values that are no settings but entries of a list which open a dialog.
 constexpr uint16_t kCustomEntry = 512;
 constexpr uint16_t kOlderCustomEntry = 511;
@@ -34,7 +32,8 @@ std::optional<int32_t> Number(std::string_view text) {
   return number;
 }
 
-/// Of several controls of one setting, the one whose page is the setting's own: the paper type's dialog, else the first.
+/// Of several controls of one setting, the one whose page is the setting's own: the paper type's dialog, else the
+/// first.
 uint16_t MainControl(uint16_t parameter, int32_t value) {
   constexpr uint16_t kPaperType = 2921;
   uint16_t found = 0;
@@ -100,9 +99,9 @@ int32_t ValueOf(const Wish& wish, const std::string& text, const Catalogue& cata
 void CheckValue(const Wish& wish, int32_t value, const engine::Engine& engine) {
   const ParamRow& param = kParamRows[wish.parameter];
   const auto refuse = [&](const std::string& why) { throw Failure(kRefused, wish.text + ": " + why); };
-  const bool opens_dialog = ((param.feature == 0 || param.feature == 11) &&
-                             (value == kCustomEntry || value == kOlderCustomEntry)) ||
-                            (param.key == u"lpLayout" && value == kLayoutDetails);
+  const bool opens_dialog =
+      ((param.feature == 0 || param.feature == 11) && (value == kCustomEntry || value == kOlderCustomEntry)) ||
+      (param.key == u"lpLayout" && value == kLayoutDetails);
   if (opens_dialog) refuse("this entry opens a dialog and is no choice of its own");
   if (KindOf(param.feature) == FeatureKind::kRange) {
     const auto* block = reinterpret_cast<const NumericBlock*>(SlotOf(*engine.ui, wish.parameter));

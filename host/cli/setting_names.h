@@ -1,5 +1,5 @@
-// What a person may write for a setting and its value: KEY=VALUE, the key a setting's key or a control's number, the value a number
-// or a label.
+// What a person may write for a setting and its value: KEY=VALUE, the key a setting's key or a control's number, the
+// value a number or a label.
 #pragma once
 
 #include <string>
@@ -18,7 +18,8 @@ struct Wish {
   uint16_t value = 0;
 };
 
-/// Exit code 2, naming the nearest, for what can't be understood; 4 for a control or a number that the model hasn't got.
+/// Exit code 2, naming the nearest, for what can't be understood; 4 for a control or a number that the model hasn't
+/// got.
 Wish ParseWish(const std::string& text, const engine::Engine& engine, const Catalogue& catalogue);
 
 /// "Staple", the label of a control as reports have it; the key or number for one without.

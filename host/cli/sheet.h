@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "catalog/strings.h"
@@ -49,8 +50,8 @@ class Sheet {
   std::string name_;
   SheetKind kind_;
   std::filesystem::path own_;
-  StringsInUse strings_;
   Resources resources_;
+  std::optional<StringsInUse> strings_;  ///< once the driver directory is known
   DriverEnv env_;
   UiStatePtr ui_;
   std::unique_ptr<engine::Engine> engine_;

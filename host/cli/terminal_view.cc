@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "command.h"
+#include "engine/engine.h"
 
 namespace heron::cli {
 

@@ -1,4 +1,5 @@
-// The engine's view of a command line: reports are printed or kept, questions asked on a terminal or answered beforehand.
+// The engine's view of a command line: reports are printed or kept, questions asked on a terminal or answered
+// beforehand.
 #pragma once
 
 #include <optional>
