@@ -85,15 +85,16 @@ void CheckRecipients(Engine& engine, EngineView* view) {
   if (std::ranges::count(moved, true) == 0) return Tell(view, 22302, GetUiString(locked ? 22300 : 22301));
   std::u16string text = GetUiString(locked ? 22307 : 22308);
   for (const size_t i : kLineOrder) {
-    if (moved[i]) text += platform::ExpandText(GetUiString(kFaxMoves[i].line), {ItemLabel(engine, kFaxMoves[i].control)});
+    if (moved[i])
+      text += platform::ExpandText(GetUiString(kFaxMoves[i].line), {ItemLabel(engine, kFaxMoves[i].control)});
   }
   Tell(view, 22302, text);
   EvaluateRules(engine, view);
 }
 
 bool CanOpen(const std::u16string& path) {
-  const platform::HANDLE file = platform::CreateFileW(path.c_str(), platform::GENERIC_READ, platform::FILE_SHARE_READ,
-                                                      platform::OPEN_EXISTING);
+  const platform::HANDLE file =
+      platform::CreateFileW(path.c_str(), platform::GENERIC_READ, platform::FILE_SHARE_READ, platform::OPEN_EXISTING);
   if (file == platform::INVALID_HANDLE_VALUE) return false;
   platform::CloseHandle(file);
   return true;

@@ -5,11 +5,12 @@
 #include "catalog/strings.h"
 #include "engine/resolve_parts.h"
 #include "platform/text.h"
+#include "settings/papers.h"
 
 namespace heron::engine {
 namespace {
 
-constexpr size_t kRoom = 16383;      ///< characters
+constexpr size_t kRoom = 16383;        ///< characters
 constexpr size_t kClosing = 3 * 1000;  ///< kept free for what follows the lines
 constexpr uint16_t kDeviceDialog = 800;
 constexpr uint16_t kListControl = 249;
@@ -43,7 +44,7 @@ bool EarnsLine(const Resolver& resolver, const LogEntry& entry, DeviceLines devi
 /// What a refused paper of the request stands for: the double-only paper that the user asked for.
 uint16_t OpposingValue(const Resolver& resolver, const Opposition& row) {
   const RequestRow* asked = FindRow(resolver.request, kOutputPaper);
-  if (row.control != kOutputPaper || asked == nullptr || DoubleOnlyReplacement(asked->newValue) == 0) return row.value;
+  if (row.control != kOutputPaper || asked == nullptr || !IsSubstitutedPaper(asked->newValue)) return row.value;
   return asked->newValue;
 }
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "engine/change_log.h"
 #include "engine/page_list.h"
