@@ -37,6 +37,7 @@ class ResolveTest : public EngineTest {
     texts.erase(21200);
     for (uint32_t n = 31621; n <= 31637; ++n) texts[n] += u"%s ";
     AcquireStrings();
+    LoadPaperLabels();
     resolver = std::make_unique<Resolver>(*engine);
   }
   ~ResolveTest() override { ReleaseStrings(); }
