@@ -21,7 +21,7 @@ class App;
 
 namespace heron::cli {
 
-/// Exit codes; scripts rely on them. Codes between belong to commands that don't exist yet.
+/// Exit codes; scripts rely on them. 7, the device doesn't answer, belongs to a command that doesn't exist yet.
 enum ExitCode : int {
   kDone = 0,
   kFailed = 1,

@@ -37,20 +37,36 @@ std::string WhatOpensTheGate(const engine::Engine& engine, uint16_t control) {
   return text;
 }
 
-/// What would make a control available, as far as one rule tells it.
+/// "it needs "Output unit" = A or B" where a control's rules ask for values of other controls; empty where they hold.
+std::string WhatItsRulesWant(const engine::Engine& engine, uint16_t control) {
+  const int first = engine::FirstEnableRule(control);
+  if (first < 0) return {};
+  std::string wanted;
+  const auto begin = static_cast<size_t>(first);
+  const size_t group = engine::kEnableRules[begin].groupSize;
+  for (size_t i = begin; i < engine::kEnableRules.size(); ++i) {
+    const engine::EnableRule& rule = engine::kEnableRules[i];
+    if (i >= begin + group && rule.control != 0) break;
+    if (rule.parent == 0 || engine::IndexOf(rule.parent) == engine::kNoControl) continue;
+    const auto value = static_cast<uint16_t>(rule.parentValue);
+    if (engine::GetControlValue(engine, rule.parent) == value) {
+      if (engine::IsControlAvailable(engine, rule.parent)) return {};
+      return Quoted(ControlName(engine, rule.parent)) + " isn't available";
+    }
+    wanted += (wanted.empty() ? "it needs " : rule.join == engine::RuleJoin::kAll ? " and " : " or ");
+    wanted += Quoted(ControlName(engine, rule.parent)) + " = " + ValueName(rule.parent, value);
+  }
+  return wanted;
+}
+
+/// What would make a control available, as far as its rules tell it.
 std::string WhatClosesIt(const engine::Engine& engine, uint16_t control) {
   if (engine::FirstDeviceGate(control) >= 0 && !engine::IsDeviceGateOpen(engine, control)) {
     return "the printer has no unit for it; it needs " + WhatOpensTheGate(engine, control) +
            ", set with `heron settings --device` where it is installed";
   }
-  const int row = engine::FirstEnableRule(control);
-  const uint16_t parent = row < 0 ? uint16_t{0} : engine::kEnableRules[static_cast<size_t>(row)].parent;
-  if (parent != 0 && engine::IndexOf(parent) != engine::kNoControl) {
-    const auto value = static_cast<uint16_t>(engine::kEnableRules[static_cast<size_t>(row)].parentValue);
-    const std::string needs = Quoted(ControlName(engine, parent)) + " = " + ValueName(parent, value);
-    if (engine::GetControlValue(engine, parent) != value) return "it needs " + needs;
-    if (!engine::IsControlAvailable(engine, parent)) return Quoted(ControlName(engine, parent)) + " isn't available";
-  }
+  const std::string parents = WhatItsRulesWant(engine, control);
+  if (!parents.empty()) return parents;
   if (engine.Holds(engine::Control(u"lpOutput.902"), 1)) return "it can't be used for a fax";
   return "other settings rule it out";
 }

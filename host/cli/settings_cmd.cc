@@ -55,7 +55,6 @@ std::vector<ChangeRecord> MakeChanges(Sheet& sheet, const SettingsOptions& optio
     const Wish wish = ParseWish(text, sheet.engine(), catalogue);
     changes.push_back(MakeChange(sheet, wish, options.device, view));
     if (!changes.back().outcome.applied) break;
-    if (!options.json && options.out != "-") PrintChange(changes.back(), sheet);
   }
   return changes;
 }
@@ -85,6 +84,7 @@ void Answer(const SettingsOptions& options, Sheet& sheet, const Catalogue& catal
                                   {"settings", SettingsJson(SettingsOf(sheet.ui(), catalogue))}});
   }
   if (options.out == "-") return;
+  for (const ChangeRecord& change : changes) PrintChange(change, sheet);
   if (options.list) return PrintAll(SettingsOf(sheet.ui(), catalogue));
   if (options.dry_run) std::cout << "Nothing was changed (--dry-run).\n";
   if (options.reset && writes) std::cout << "All settings of this printer are at their defaults again.\n";

@@ -20,6 +20,7 @@ struct SettingRow {
 struct SettingPage {
   const char* title;
   std::span<const SettingRow> rows;
+  bool inner = false;  ///< follows from other choices; a person looks at it only when he lists everything
 };
 
 // clang-format off
@@ -125,8 +126,8 @@ inline constexpr auto kSettingPages = std::to_array<SettingPage>({
     {"Paper", kPaperSettings},       {"Custom sizes", kCustomSizeSettings}, {"Per page", kPerPageSettings},
     {"Special", kSpecialSettings},   {"Overlay", kOverlaySettings},         {"Watermark", kWatermarkSettings},
     {"Quality", kQualitySettings},   {"Fonts", kFontSettings},              {"Fax", kFaxSettings},
-    {"Device", kDeviceSettings},     {"Settings library", kLibrarySettings}, {"Kept by the driver", kInnerSettings},
-    {"Only in open dialogs", kDialogSettings},
+    {"Device", kDeviceSettings},     {"Settings library", kLibrarySettings}, {"Kept by the driver", kInnerSettings, true},
+    {"Only in open dialogs", kDialogSettings, true},
 });
 // clang-format on
 

@@ -32,14 +32,15 @@ std::vector<Choice> ChoicesOf(uint16_t feature, const Catalogue& catalogue) {
   return choices;
 }
 
-Setting MakeSetting(const UiState& ui, const Catalogue& catalogue, const char* page, const SettingRow& row) {
+Setting MakeSetting(const UiState& ui, const Catalogue& catalogue, const SettingPage& page, const SettingRow& row) {
   const uint16_t index = ParamIndexOf(row.parameter);
   const ParamRow& param = kParamRows[index];
   const ValueFields fields = FieldsOf(ui, index);
   Setting setting;
   setting.parameter = row.parameter;
   setting.key = platform::ToUtf8(param.key);
-  setting.page = page;
+  setting.page = page.title;
+  setting.inner = page.inner;
   setting.label = row.label != nullptr ? row.label : ControlText(index, catalogue);
   setting.choices = ChoicesOf(param.feature, catalogue);
   setting.hasRange = KindOf(param.feature) == FeatureKind::kRange;
@@ -122,7 +123,7 @@ std::string Setting::ValueText(int32_t of) const {
 std::vector<Setting> SettingsOf(const UiState& ui, const Catalogue& catalogue) {
   std::vector<Setting> settings;
   for (const SettingPage& page : kSettingPages) {
-    for (const SettingRow& row : page.rows) settings.push_back(MakeSetting(ui, catalogue, page.title, row));
+    for (const SettingRow& row : page.rows) settings.push_back(MakeSetting(ui, catalogue, page, row));
   }
   return settings;
 }
@@ -140,6 +141,7 @@ void PrintChanged(const std::vector<Setting>& settings, const std::vector<Settin
   std::string page;
   size_t same = 0;
   for (size_t i = 0; i < settings.size(); ++i) {
+    if (settings[i].inner) continue;
     if (settings[i].value == fresh[i].value) {
       ++same;
       continue;

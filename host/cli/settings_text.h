@@ -21,6 +21,7 @@ struct Setting {
   uint16_t parameter = 0;
   std::string key;  ///< empty if the setting has none; then `parameter` names it
   std::string page;
+  bool inner = false;  ///< follows from other choices
   std::string label;
   int32_t value = 0;
   int32_t defaultValue = 0;
