@@ -3,6 +3,7 @@
 
 #include "catalog/strings.h"
 #include "engine_fixture.h"
+#include "support/failing_new.h"
 
 namespace heron::engine {
 namespace {
@@ -214,6 +215,22 @@ TEST_F(EvaluateTest, AvailabilityIsAFunctionOfValues) {
   EXPECT_EQ(engine->rules.enabled, first.enabled);
   EXPECT_EQ(engine->rules.available, first.available);
   EXPECT_EQ(Forbidden("lpOIPaperTray"), items);
+}
+
+TEST_F(EvaluateTest, NothingIsAllocated) {
+  Put("tray.1=2 lpMediaSource=1 lpOutputUnit=3 Layout_Check2=1 Staple_Check=1 lpOutputTray=101 OHPInterLeave_Check=1");
+  Change("Staple_Check=1");
+  const test::FailingNew none(0);
+  EvaluateRules(*engine, nullptr);
+  ComputeAllItemStatus(*engine);
+  ApplyPairRules(*engine, request, log);
+  ApplyTripleRules(*engine, request, log);
+  ApplyPaperRules(*engine, request, log);
+  ResolveStaple(*engine, request, log);
+  ResolveInterleave(*engine, request, log);
+  ResolveTrays(*engine, log, nullptr);
+  ResolveOutputTray(*engine, log, nullptr);
+  EXPECT_FALSE(none.Refused());
 }
 
 TEST_F(EvaluateTest, AClonesValuesCountWhileItIsBound) {
