@@ -11,6 +11,8 @@
 namespace heron {
 namespace {
 
+constexpr uint32_t kBlockAlignment = alignof(PageEntry);  ///< the strictest of what lies in a block
+
 constexpr std::u16string_view kOwnTypes[] = {u"u8", u"u16", u"w32"};
 
 bool SameText(std::u16string_view wide, std::string_view narrow) {
@@ -111,6 +113,7 @@ void LayOut(ParamTables& tables) {
     }
     uint32_t& size = param.variable ? tables.variableSize : tables.fixedSize;
     if (param.blockSize == 0) continue;
+    size = (size + kBlockAlignment - 1) / kBlockAlignment * kBlockAlignment;
     param.blockOffset = size;
     size += param.blockSize;
   }
