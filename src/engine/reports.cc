@@ -141,4 +141,49 @@ std::u16string PerPageRemark(const Resolver& resolver, bool follows_lines) {
   return (follows_lines ? u"\n" : u"") + std::u16string(GetUiString(kRemark));
 }
 
+std::u16string PageTextErrorText(PageTextError error, PageTextField field) {
+  const bool is_row = field == PageTextField::kRow;
+  const std::u16string_view name = GetUiString(is_row ? 21002 : 21001);
+  switch (error) {
+    case PageTextError::kNone:
+      return {};
+    case PageTextError::kCharacter:
+      return platform::ExpandText(GetUiString(28514), {name, int64_t{kPageDigits}});
+    case PageTextError::kTooMany:
+      return platform::ExpandText(GetUiString(21018), {name, std::u16string_view(is_row ? u"9999" : u"30")});
+    default:
+      break;
+  }
+  // The three characters have consecutive texts.
+  const std::u16string_view character = GetUiString(21001 + static_cast<uint32_t>(error));
+  return platform::ExpandText(GetUiString(28512), {character}) + GetUiString(28513);
+}
+
+std::u16string DuplicatePagesText(std::span<const uint16_t> repeated) {
+  constexpr size_t kListed = 5;
+  std::u16string text = std::u16string(GetUiString(28502)) + GetUiString(28503);
+  for (const uint16_t page : repeated.first(std::min(repeated.size(), kListed)))
+    text += platform::ExpandText(u"%d,", {int64_t{page}});
+  if (repeated.size() > kListed) text += u"...";
+  return text;
+}
+
+std::u16string RepairedRowText(const Engine& engine, const PerPageRowCheck& repaired) {
+  using Check = PerPageRowCheck;
+  constexpr std::pair<Check::Fields, ControlIndex> kFields[] = {
+      {Check::kType, Control(u"lpInterSheetListPRNType")},
+      {Check::kTray, Control(u"lpInterSheetListTray")},
+      {Check::kStaple, Control(u"lpInterSheetListStaple")},
+      {Check::kStapleStop, Control(u"InterSheetListStapleStop")},
+      {Check::kPunch, Control(u"lpInterSheetListPunch")}};
+  ReportText report(GetUiString(22226));
+  for (const auto& [field, control] : kFields) {
+    if ((repaired.failed & field) == 0) continue;
+    const std::u16string value = ValueText(control, engine.Value(control));
+    report.Add(
+        platform::ExpandText(u"%s => %s \n", {GetUiString(kControls[control].label), std::u16string_view(value)}));
+  }
+  return repaired.failed == 0 ? std::u16string() : report.Take();
+}
+
 }  // namespace heron::engine

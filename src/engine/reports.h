@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "engine/page_list.h"
+#include "engine/page_list_text.h"
 #include "engine/resolve.h"
 
 namespace heron::engine {
@@ -49,5 +51,19 @@ void AddOpposingLines(ReportText& report, const Resolver& resolver);
 
 /// That rows of the per-page list are in conflict now, or empty. With a line end before it if `follows_lines`.
 std::u16string PerPageRemark(const Resolver& resolver, bool follows_lines);
+
+// Messages about page numbers and per-page rows, for whoever shows them.
+
+/// Who asks: the row dialog, or the field of chapter starts.
+enum class PageTextField : uint8_t { kRow, kChapters };
+
+/// What is wrong with a page text; empty without an error.
+std::u16string PageTextErrorText(PageTextError error, PageTextField field);
+
+/// That pages stand twice: the first five of `repeated`.
+std::u16string DuplicatePagesText(std::span<const uint16_t> repeated);
+
+/// What a repair of the row in the row settings has changed; empty if nothing.
+std::u16string RepairedRowText(const Engine& engine, const PerPageRowCheck& repaired);
 
 }  // namespace heron::engine

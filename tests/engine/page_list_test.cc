@@ -4,6 +4,7 @@
 #include <array>
 
 #include "engine/page_list_text.h"
+#include "engine/reports.h"
 #include "engine/resolve_fixture.h"
 
 namespace heron::engine {
@@ -94,6 +95,33 @@ TEST_F(PageListTest, RepairTakesWhatIsAllowed) {
   EXPECT_EQ(Value("InterSheetListStapleStop"), 0);
   EXPECT_EQ(CheckPerPageRow(*engine, true).failed, 0);
   EXPECT_EQ(Value("lpOutputPaper"), output);
+}
+
+TEST_F(PageListTest, Messages) {
+  auto& texts = backend.modules[test::kResourceModule];
+  texts[28512] = u"no %s;";
+  texts[28514] = u"%s: %d digits";
+  texts[21018] = u"%s: at most %s";
+  ReleaseStrings();
+  AcquireStrings();
+  const auto error = [](int code, PageTextField field) {
+    return platform::ToUtf8(PageTextErrorText(static_cast<PageTextError>(code), field));
+  };
+  EXPECT_EQ(error(0, PageTextField::kRow), "");
+  EXPECT_EQ(error(1, PageTextField::kRow), "[21002]: 4 digits");
+  EXPECT_EQ(error(1, PageTextField::kChapters), "[21001]: 4 digits");
+  EXPECT_EQ(error(2, PageTextField::kRow), "no [21003];[28513]");
+  EXPECT_EQ(error(4, PageTextField::kChapters), "no [21005];[28513]");
+  EXPECT_EQ(error(5, PageTextField::kRow), "[21002]: at most 9999");
+  EXPECT_EQ(error(5, PageTextField::kChapters), "[21001]: at most 30");
+  const std::array<uint16_t, 6> pages = {1, 2, 3, 4, 5, 9};
+  EXPECT_EQ(DuplicatePagesText(pages), u"[28502][28503]1,2,3,4,5,...");
+  EXPECT_EQ(DuplicatePagesText(std::span(pages).first(5)), u"[28502][28503]1,2,3,4,5,");
+
+  Put("lpInterSheetListTray=258 lpInterSheetListPRNType=0");
+  const PerPageRowCheck repaired = CheckPerPageRow(*engine, true);
+  EXPECT_EQ(platform::ToUtf8(RepairedRowText(*engine, repaired)), "[22226][20136] => [21531] \n");
+  EXPECT_EQ(RepairedRowText(*engine, {}), u"");
 }
 
 TEST_F(PageListTest, AnotherListTakesThePlaceOfTheWorkingOne) {
