@@ -60,7 +60,7 @@ TEST_F(ChangeTest, APairRuleNeedntSpareWhatWasChanged) {
   EXPECT_EQ(Combinations("Staple_Check=1"), "Staple_Check:=0/2 !lpOutputTray=101");
   Put("Staple_Check=1 lpOutputTray=1");
   EXPECT_EQ(Combinations("lpOutputTray=101"), "Staple_Check:=0/2");
-  Put("lpSourceUnit=1 Staple_Check=0 lpOutputTray=1");
+  Put("lpSourceUnit=1 Staple_Check=0 lpOutputTray=1 lpMediaSource=7");
   EXPECT_EQ(Combinations("lpMediaSource=258"), "lpMediaSource:=7/2");  // a device option is never in the way
 }
 
@@ -188,6 +188,11 @@ TEST_F(ChangeTest, TheFirstChecksOfAPass) {
   Change("POD_OnePerSheet_Check=0");
   AddPaperToRequest(*engine, request);
   EXPECT_EQ(request.rows[1].control, Control(u"lpMediaSize"));
+  Put("POD_OnePerSheet_Check=1");
+  Change("POD_Check=1");
+  AddPaperToRequest(*engine, request);
+  EXPECT_EQ(request.count, 1);
+  Put("POD_OnePerSheet_Check=0");
   Change("POD_Check=0");
   AddPaperToRequest(*engine, request);
   EXPECT_EQ(request.count, 1);
