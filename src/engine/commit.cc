@@ -1,0 +1,126 @@
+#include "engine/commit.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "catalog/strings.h"
+#include "engine/setting.h"
+#include "engine/sizes.h"
+#include "platform/files.h"
+#include "platform/text.h"
+
+namespace heron::engine {
+namespace {
+
+constexpr uint16_t kSavedZoomCheck = 232;  ///< parameter
+constexpr uint16_t kFamilyF = 0x1000;
+constexpr uint16_t kFax = 1;
+constexpr uint16_t kPrinter = 2;
+
+/// What may move when a fax goes to the printer: the order of the checks, and the place and text of its line.
+struct FaxMove {
+  ControlIndex control;
+  uint32_t line;  ///< text; lines ascend by control
+};
+constexpr std::array<FaxMove, 6> kFaxMoves = {{
+    {Control(u"lpBindPosit"), 31636},
+    {Control(u"lpPRNType"), 31637},
+    {Control(u"lpOutputTray"), 31625},
+    {Control(u"lpMediaType.122"), 31623},
+    {Control(u"lpMediaSource"), 31622},
+    {Control(u"lpOutputPaper"), 31621},
+}};
+constexpr std::array<size_t, kFaxMoves.size()> kLineOrder = {5, 4, 3, 2, 0, 1};
+
+void Tell(EngineView* view, uint32_t caption, const std::u16string& text) {
+  if (view != nullptr) view->Show({GetUiString(caption), text, false});
+}
+
+/// The record's public part has one paper, which is the output's only where that is one of its own.
+void CommitOutputPaper(const UiState& ui) {
+  constexpr uint16_t kIndex = ParamNamed<u"lpOutputPaper">();
+  const ValueFields fields = FieldsOf(ui, kIndex);
+  const uint16_t media = Committed<u"lpMediaSize">(ui);
+  const bool same = Committed<u"ZoomCheck">(ui) == 0 || *fields.value == kSameAsDocument;
+  *fields.committed = static_cast<uint16_t>((same ? media : *fields.value) | (media & kFamilyF));
+  SlotAs<u"QXOutputPaperSize", uint16_t>(ui) = *fields.value;
+  *SlotOf(ui, ParamIndexOf(kSavedZoomCheck)) = static_cast<uint8_t>(Setting<u"ZoomCheck">(ui));
+}
+
+void CommitAll(const UiState& ui) {
+  for (uint16_t i = 0; i < kParamRows.size(); ++i) {
+    if (!kParamRows[i].HasBlock()) continue;
+    const ValueFields fields = FieldsOf(ui, i);
+    *fields.committed = *fields.value;
+  }
+  CommitOutputPaper(ui);
+}
+
+/// The text of the list's item that has the control's value.
+std::u16string_view ItemLabel(const Engine& engine, ControlIndex control) {
+  ListBlock* list = engine.controls[control].list;
+  if (list == nullptr) return {};
+  const auto items = list->Items();
+  const auto item = std::ranges::find(items, engine.Value(control), &ListItem::value);
+  if (item == items.end()) return {};
+  const std::u16string_view label(item->label, kLabelLength);
+  return label.substr(0, label.find(u'\0'));
+}
+
+/// A fax that nobody is to receive goes to the printer.
+void CheckRecipients(Engine& engine, EngineView* view) {
+  const UiState& ui = *engine.ui;
+  if (Setting<u"lpOutput">(ui) != kFax || ui.head().faxRowCount != 0) return;
+  const bool locked = ui.head().printerDataLocked == 1;
+  Setting<u"lpOutput">(ui) = kPrinter;
+  EvaluateRules(engine, view);
+  std::array<bool, kFaxMoves.size()> moved{};
+  for (size_t i = 0; i < kFaxMoves.size(); ++i) {
+    const uint16_t id = kControls[kFaxMoves[i].control].id;
+    moved[i] = IsControlAvailable(engine, id) && SelectFirstAvailable(engine, id) == 1;
+    if (moved[i]) EvaluateRules(engine, view);
+  }
+  CommitAll(ui);
+  if (std::ranges::count(moved, true) == 0) return Tell(view, 22302, GetUiString(locked ? 22300 : 22301));
+  std::u16string text = GetUiString(locked ? 22307 : 22308);
+  for (const size_t i : kLineOrder) {
+    if (moved[i])
+      text += platform::ExpandText(GetUiString(kFaxMoves[i].line), {ItemLabel(engine, kFaxMoves[i].control)});
+  }
+  Tell(view, 22302, text);
+  EvaluateRules(engine, view);
+}
+
+bool CanOpen(const std::u16string& path) {
+  const platform::HANDLE file =
+      platform::CreateFileW(path.c_str(), platform::GENERIC_READ, platform::FILE_SHARE_READ, platform::OPEN_EXISTING);
+  if (file == platform::INVALID_HANDLE_VALUE) return false;
+  platform::CloseHandle(file);
+  return true;
+}
+
+/// A cover sheet does without a picture that isn't there.
+void CheckCoverPicture(const UiState& ui, EngineView* view) {
+  if (Setting<u"lpOutput">(ui) != kFax || !IsOn<u"CoverSheet">(ui) || !IsOn<u"FaxCover_Image">(ui)) return;
+  if (ui.stores.faxCover == nullptr) return;
+  const std::u16string_view field(ui.stores.faxCover->filename, std::size(ui.stores.faxCover->filename));
+  const std::u16string name(field.substr(0, field.find(u'\0')));
+  if (name.empty() || CanOpen(name)) return;
+  std::u16string text = platform::ExpandText(u"\n'%s'\n", {std::u16string_view(name)});
+  for (const uint32_t part : {22303u, 22304u, 22305u}) text += GetUiString(part);
+  Tell(view, 22306, text);
+  const ValueFields image = FieldsOf(ui, ParamNamed<u"FaxCover_Image">());
+  *image.value = *image.committed = 0;
+}
+
+}  // namespace
+
+void CommitSettings(Engine& engine, EngineView* view) {
+  DeriveLayout(*engine.ui);
+  CommitAll(*engine.ui);
+  CheckRecipients(engine, view);
+  CheckCoverPicture(*engine.ui, view);
+}
+
+}  // namespace heron::engine

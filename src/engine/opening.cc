@@ -1,0 +1,42 @@
+#include "engine/opening.h"
+
+#include "engine/page_list.h"
+#include "engine/setting.h"
+#include "settings/papers.h"
+
+namespace heron::engine {
+namespace {
+
+constexpr uint16_t kSavedZoomCheck = 232;  ///< parameter
+
+/// The public settings hold one paper; what the user chose for the output is kept beside it.
+void RestoreOutputPaper(const UiState& ui) {
+  Setting<u"lpOutputPaper">(ui) = SlotAs<u"QXOutputPaperSize", uint16_t>(ui);
+  Setting<u"ZoomCheck">(ui) = *SlotOf(ui, ParamIndexOf(kSavedZoomCheck));
+}
+
+void LoadPaperTable(const UiState& ui) {
+  LoadPaperLabels();
+  if (ui.stores.userPapers == nullptr) return;
+  RefreshUserPaperRows(*ui.stores.userPapers);
+  BuildUserPaperSizeTexts(*ui.stores.userPapers);
+}
+
+}  // namespace
+
+ResolveOutcome OpenSettings(Resolver& resolver, EngineView* view, OpeningPass pass) {
+  Engine& engine = resolver.engine;
+  UiState& ui = *engine.ui;
+  LoadPaperTable(ui);
+  RestoreOutputPaper(ui);
+  for (const ControlIndex source :
+       {Control(u"lpMediaSource"), Control(u"lpFrontCoverTray"), Control(u"lpBackCoverTray")})
+    LoadTrayMedia(engine, source);
+  LoadWorkingList(ui, WorkingList(ui));
+  BindControls(engine, ui);
+  EvaluateRules(engine, view);
+  ComputeAllItemStatus(engine);
+  return pass == OpeningPass::kRun ? ResolveOpen(resolver, view) : ResolveOutcome{};
+}
+
+}  // namespace heron::engine

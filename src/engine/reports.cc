@@ -1,0 +1,144 @@
+#include "engine/reports.h"
+
+#include <algorithm>
+
+#include "catalog/strings.h"
+#include "engine/resolve_parts.h"
+#include "platform/text.h"
+#include "settings/papers.h"
+
+namespace heron::engine {
+namespace {
+
+constexpr size_t kRoom = 16383;        ///< characters
+constexpr size_t kClosing = 3 * 1000;  ///< kept free for what follows the lines
+constexpr uint16_t kDeviceDialog = 800;
+constexpr uint16_t kListControl = 249;
+constexpr uint32_t kRemark = 22227;
+constexpr ControlIndex kCopies = Control(u"Copies");
+constexpr ControlIndex kOutputPaper = Control(u"lpOutputPaper");
+
+constexpr std::array<ControlIndex, 3> kTrays = {Control(u"lpMediaSource"), Control(u"lpFrontCoverTray"),
+                                                Control(u"lpBackCoverTray")};
+
+/// Which of kTrays the control mirrors, or 3.
+size_t TrayOf(ControlIndex control) {
+  return static_cast<size_t>(std::ranges::find(kTrays, SourceOfMirror(control)) - kTrays.begin());
+}
+
+bool IsDeviceReason(Reason reason) {
+  return reason == Reason::kDevice || reason == Reason::kDeviceGone;
+}
+
+bool IsOfDevice(const LogEntry& entry) {
+  return kControls[entry.control].dialog == kDeviceDialog;
+}
+
+bool EarnsLine(const Resolver& resolver, const LogEntry& entry, DeviceLines device) {
+  const Engine& engine = resolver.engine;
+  if (engine.mode != ResolveMode::kSingle && IsSilent(entry.control)) return false;
+  if (engine.Usable(entry.control) && IsReportable(entry.control, resolver.traysAfter)) return true;
+  return (device == DeviceLines::kYes && IsOfDevice(entry)) || IsDeviceReason(entry.reason);
+}
+
+/// What a refused paper of the request stands for: the double-only paper that the user asked for.
+uint16_t OpposingValue(const Resolver& resolver, const Opposition& row) {
+  const RequestRow* asked = FindRow(resolver.request, kOutputPaper);
+  if (row.control != kOutputPaper || asked == nullptr || !IsSubstitutedPaper(asked->newValue)) return row.value;
+  return asked->newValue;
+}
+
+}  // namespace
+
+void ReportText::Add(std::u16string_view text) {
+  if (text_.size() + text.size() + kClosing <= kRoom) text_ += text;
+}
+
+void ReportText::Close(std::u16string_view text) {
+  if (text_.size() + text.size() <= kRoom) text_ += text;
+}
+
+std::u16string ModelCaption() {
+  return u"Varnell 70/36MX-2 PCL";
+}
+
+bool IsSilent(ControlIndex control) {
+  constexpr ControlIndex kSilent[] = {Control(u"lpDither.605"), Control(u"lpDither.606"), Control(u"lpDither.607"),
+                                      Control(u"FontUseFlg")};
+  return std::ranges::count(kSilent, control) != 0;
+}
+
+TraySnapshot TakeTraySnapshot(const Engine& engine) {
+  TraySnapshot trays;
+  for (size_t i = 0; i < kTrays.size(); ++i) {
+    TraySnapshot::Row& row = trays.rows[i];
+    row.value = row.shown = engine.Value(kTrays[i]);
+    for (size_t j = 0; j < i; ++j) {
+      if (engine.Available(kTrays[i]) && engine.Available(kTrays[j]) && trays.rows[j].value == row.value)
+        row.shown = kUnknownValue;
+    }
+  }
+  return trays;
+}
+
+bool IsReportable(ControlIndex control, const TraySnapshot& trays) {
+  if (kControls[control].dialog == 2920) return false;
+  const size_t tray = TrayOf(control);
+  return tray == kTrays.size() || trays.rows[tray].shown != kUnknownValue;
+}
+
+std::u16string ReportLabel(ControlIndex control, const TraySnapshot& trays) {
+  const std::u16string_view label = GetUiString(kControls[control].label);
+  const size_t tray = TrayOf(control);
+  if (tray == kTrays.size()) return std::u16string(label);
+  const std::u16string text = ValueText(kTrays[tray], trays.rows[tray].value);
+  return platform::ExpandText(u"%s(%s)", {label, std::u16string_view(text)});
+}
+
+std::u16string ValueText(ControlIndex control, uint16_t value) {
+  const char16_t* text = control == kCopies ? nullptr : GetValueLabel(kControls[control].id, value);
+  if (text != nullptr) return text;
+  return platform::ExpandText(u"%d", {int64_t{static_cast<int16_t>(value)}});
+}
+
+int CountableEntries(const Engine& engine, const ChangeLog& log) {
+  int count = 0;
+  for (const LogEntry& entry : log.Entries()) {
+    const bool device_reason = IsDeviceReason(entry.reason);
+    const bool heard = engine.Usable(entry.control) || IsOfDevice(entry) || device_reason;
+    if (engine.mode == ResolveMode::kRecall) {
+      count += !IsSilent(entry.control);
+    } else {
+      count += heard;
+      if (engine.mode == ResolveMode::kOpening) count -= IsSilent(entry.control) + device_reason;
+    }
+  }
+  return count;
+}
+
+void AddLines(ReportText& report, const Resolver& resolver, DeviceLines device) {
+  for (const LogEntry& entry : resolver.log.Entries()) {
+    if (!EarnsLine(resolver, entry, device)) continue;
+    const std::u16string label = ReportLabel(entry.control, resolver.traysAfter);
+    const std::u16string value = ValueText(entry.control, entry.value);
+    report.Add(platform::ExpandText(u"%s => %s \n", {std::u16string_view(label), std::u16string_view(value)}));
+  }
+}
+
+void AddOpposingLines(ReportText& report, const Resolver& resolver) {
+  for (const Opposition& row : resolver.log.Opposing()) {
+    if (!IsReportable(row.control, resolver.traysBefore)) continue;
+    const std::u16string label = ReportLabel(row.control, resolver.traysBefore);
+    const std::u16string value = ValueText(row.control, OpposingValue(resolver, row));
+    report.Add(platform::ExpandText(u"   %s : %s\n", {std::u16string_view(label), std::u16string_view(value)}));
+  }
+}
+
+std::u16string PerPageRemark(const Resolver& resolver, bool follows_lines) {
+  if (resolver.log.perPageConflicts <= 0 || resolver.engine.ui->stores.pageLists == nullptr ||
+      !IsControlAvailable(resolver.engine, kListControl))
+    return {};
+  return (follows_lines ? u"\n" : u"") + std::u16string(GetUiString(kRemark));
+}
+
+}  // namespace heron::engine

@@ -1,0 +1,24 @@
+// The working values of a UiState by the key of their setting: Setting<u"Zoom">(ui) = 100.
+#pragma once
+
+#include <cstdint>
+
+#include "uistate/ui_state.h"
+
+namespace heron::engine {
+
+/// The value of a setting of kind L, R, C or N. Written through a const state as all its blocks are.
+template <ParamKey kKey>
+uint16_t& Setting(const UiState& ui) {
+  constexpr uint16_t kIndex = ParamNamed<kKey>();
+  static_assert(kParamRows[kIndex].HasBlock());
+  return *FieldsOf(ui, kIndex).value;
+}
+
+/// Whether a switch is exactly 1.
+template <ParamKey kKey>
+bool IsOn(const UiState& ui) {
+  return Setting<kKey>(ui) == 1;
+}
+
+}  // namespace heron::engine

@@ -1,0 +1,73 @@
+// A resolver on the engine's stage. Text n of the resource module reads "[n]", formats apart, so that a report tells
+// which texts it was made of.
+#pragma once
+
+#include <vector>
+
+#include "engine/engine_fixture.h"
+#include "engine/resolve.h"
+#include "platform/text.h"
+
+namespace heron::engine {
+
+/// Hands out one new value, answers as it is told, and keeps what it was shown: "caption|text", a question with "?".
+struct ResolveView : TestView {
+  uint16_t ReadControl(uint16_t) override { return pending; }
+  bool Show(const Report& report) override {
+    shown += platform::ToUtf8(report.caption) + "|" + platform::ToUtf8(report.text) + (report.asks ? "?" : "");
+    return yes;
+  }
+  void RedisplayControl(uint16_t id, uint16_t value) override {
+    redisplayed += std::to_string(id) + "=" + std::to_string(value) + " ";
+  }
+  void FocusControl(uint16_t id) override { focused = id; }
+
+  uint16_t pending = 0;
+  bool yes = true;
+  std::string shown;
+  std::string redisplayed;
+  uint16_t focused = 0;
+};
+
+class ResolveTest : public EngineTest {
+ protected:
+  ResolveTest() {
+    auto& texts = backend.modules[test::kResourceModule];
+    for (uint32_t n = 20000; n < 50000; ++n) texts[n] = u"[" + platform::FromUtf8(std::to_string(n)) + u"]";
+    texts.erase(21200);
+    for (uint32_t n = 31621; n <= 31637; ++n) texts[n] += u"%s ";
+    AcquireStrings();
+    LoadPaperLabels();
+    resolver = std::make_unique<Resolver>(*engine);
+  }
+  ~ResolveTest() override { ReleaseStrings(); }
+
+  /// The user sets one control. "result" with "!" if nothing was applied.
+  std::string Resolve(std::string_view name, int value) { return ResolveId(kControls[ControlNamed(name)].id, value); }
+  std::string ResolveId(uint16_t id, int value) {
+    front.pending = static_cast<uint16_t>(value);
+    front.shown.clear();
+    outcome = ResolveChange(*resolver, &front, id);
+    return std::to_string(outcome.result) + (outcome.applied ? "" : "!");
+  }
+
+  /// All bytes that a withdrawn change must leave as they were.
+  std::vector<uint8_t> Bytes() const {
+    std::vector<uint8_t> bytes(ui->fixed.get(), ui->fixed.get() + ui->fixedSize);
+    bytes.insert(bytes.end(), ui->variable.get(), ui->variable.get() + ui->variableSize);
+    const auto add = [&bytes](const auto& block) {
+      const auto* first = reinterpret_cast<const uint8_t*>(&block);
+      bytes.insert(bytes.end(), first, first + sizeof block);
+    };
+    add(*ui->stores.pageLists);
+    add(*ui->stores.userPapers);
+    add(engine->rules);
+    return bytes;
+  }
+
+  std::unique_ptr<Resolver> resolver;
+  ResolveView front;
+  ResolveOutcome outcome;
+};
+
+}  // namespace heron::engine

@@ -1,0 +1,181 @@
+// Zoom, margins and derived settings, by numbers worked out by hand. A plain paper's printable area is 848 hundredths
+// of a millimetre smaller than the paper both ways: A4 20152 x 28852, A3 28852 x 41152.
+#include "engine/sizes.h"
+
+#include "engine/engine_fixture.h"
+
+namespace heron::engine {
+namespace {
+
+class SizesTest : public EngineTest {
+ protected:
+  CustomPaperEntry& Custom(int number) { return (*ui->stores.userPapers)[static_cast<size_t>(number - 1)]; }
+  std::string ZoomOf(const std::string& settings) {
+    Put(settings);
+    ComputeAutoZoom(*ui);
+    return std::to_string(Value("Zoom")) + (Fields<u"ZoomCheck">() == 1 ? "" : " off");
+  }
+  template <ParamKey kKey>
+  uint16_t& Fields() {
+    return *FieldsOf(*ui, ParamNamed<kKey>()).value;
+  }
+};
+
+TEST_F(SizesTest, ZoomFitsOnePaperIntoTheOther) {
+  Custom(1).width = 8267;    // 20998, printable 20150: two less than A4's, which counts as equal
+  Custom(1).height = 11693;  // 29700
+  Custom(2).width = 2000;    // 5080, printable 4232
+  Custom(2).height = 2000;
+  EXPECT_EQ(ZoomOf("lpMediaSize=9 lpOutputPaper=257"), "100 off");
+  EXPECT_EQ(ZoomOf("lpOutputPaper=8"), "142");                  // 143 by width, 142 by height
+  EXPECT_EQ(ZoomOf("lpMediaSize=8 lpOutputPaper=9"), "69");     // 69.8 and 70.1
+  EXPECT_EQ(ZoomOf("lpMediaSize=9 lpOutputPaper=513"), "100");  // 99 without the tolerance
+  EXPECT_EQ(ZoomOf("lpMediaSize=8 lpOutputPaper=514"), "25");   // 14 and 10: never below the setting's range
+  EXPECT_EQ(ZoomOf("lpMediaSize=512 lpOutputPaper=9"), "100");  // a paper without a size
+}
+
+TEST_F(SizesTest, MarginReducesThePage) {
+  const std::string on =
+      "lpMediaSize=9 lpOutputPaper=257 BindMargin_Check=1 Layout_Check2=1 lpMarginMode=2 fMargin=10 ";
+  Fields<u"lpBindMargin">() = 1;
+  EXPECT_EQ(ZoomOf(on), "95");                             // 19152 of 20152
+  EXPECT_EQ(ZoomOf("bMargin=20"), "95");                   // one-sided: the back has no say
+  EXPECT_EQ(ZoomOf("lpPRNType=2"), "90");                  // 18152 of 20152
+  EXPECT_EQ(ZoomOf("lpPRNType=1 lpOrientation=2"), "96");  // 27852 of 28852
+  EXPECT_EQ(ZoomOf("Nup_Check=1 lpLayout=8"), "95");       // two pages turn the sheet back
+  Fields<u"lpBindMargin">() = 3;
+  EXPECT_EQ(ZoomOf("lpOrientation=1 Nup_Check=0"), "96");
+  EXPECT_EQ(ZoomOf("lpOutputPaper=8"), "139");  // 28852 - 0 of 20152 is 143, 40152 of 28852
+  EXPECT_EQ(ZoomOf("lpMarginMode=1"), "142");
+  EXPECT_EQ(ZoomOf("lpMarginMode=2 BindMargin_Check=0"), "142");
+}
+
+TEST_F(SizesTest, ChangesThatAskForANewZoom) {
+  struct Case {
+    const char* settings;
+    uint16_t id;
+    bool computed;
+  };
+  const Case cases[] = {
+      {"", 111, true},
+      {"", 114, true},
+      {"", 139, false},
+      {"", 124, false},
+      {"Nup_Check=1", 124, true},
+      {"Nup_Check=1", 301, true},
+      {"Nup_Check=0", 123, false},
+      {"lpMarginMode=2 BindMargin_Check=0", 155, true},
+      {"lpMarginMode=1", 155, false},
+      {"lpMarginMode=1", 2301, true},
+      {"lpMarginMode=2", 2301, false},
+      {"BindMargin_Check=1 Layout_Check2=0", 123, true},
+      {"BindMargin_Check=1 Layout_Check2=1", 106, true},  // the margin reduces whatever was changed
+  };
+  Put("lpMediaSize=9 lpOutputPaper=8 POD_Check=1");
+  for (const Case& row : cases) {
+    Put(std::string(row.settings) + " Zoom=77");
+    UpdateAutoZoom(*ui, row.id);
+    EXPECT_EQ(Value("Zoom") != 77, row.computed) << row.settings << " " << row.id;
+  }
+}
+
+TEST_F(SizesTest, LargestZoomIsWhatTheRendererCanAddress) {
+  const auto with_height = [this](uint32_t thou) {
+    Custom(1).height = thou;
+    return MaxZoomForPaper(*ui, 513);
+  };
+  EXPECT_EQ(MaxZoomForPaper(*ui, 9), 400);
+  EXPECT_EQ(with_height(13649), 400);  // 8189 dots, 32756
+  EXPECT_EQ(with_height(13650), 350);  // 8190 dots, 32760: one too many
+  EXPECT_EQ(with_height(17000), 300);
+  EXPECT_EQ(with_height(4000000), 100);
+}
+
+TEST_F(SizesTest, CustomPaperFitsItsTray) {
+  const auto fits = [this](uint32_t width, uint32_t height, int16_t unit) {
+    Custom(1) = {.width = width, .height = height, .unit = unit, .name = {}, .longFlag = 0};
+    return CustomPaperFits(*ui);
+  };
+  Put("lpMediaSize=9 lpOutputPaper=257");
+  EXPECT_TRUE(fits(1, 1, 1)) << "not chosen";
+  Put("lpMediaSize=513");
+  EXPECT_TRUE(fits(3623, 8267, 1));   // 9202 of 9200
+  EXPECT_FALSE(fits(3621, 8267, 1));  // 9197
+  EXPECT_TRUE(fits(3622, 5826, 2));
+  EXPECT_FALSE(fits(3621, 5826, 2));
+  EXPECT_FALSE(fits(8267, 17001, 2));
+}
+
+TEST_F(SizesTest, CustomPaperTooWideLosesItsExcess) {
+  Custom(3).width = 12000;   // 30480: 780 more than can be printed on, less than the margins
+  Custom(3).height = 17400;  // 44196: 1016 more, 508 on each side
+  const CustomArea area = ComputeCustomInsets(*ui, 515);
+  EXPECT_EQ(area.insets.left, 424u);
+  EXPECT_EQ(area.insets.right, 424u);
+  EXPECT_EQ(area.insets.top, 508u);
+  EXPECT_EQ(area.insets.bottom, 508u);
+}
+
+TEST_F(SizesTest, MarginRanges) {
+  const std::string on = "BindMargin_Check=1 Layout_Check2=1 lpMarginMode=2 ";
+  Fields<u"lpBindMargin">() = 1;
+  Put(on + "lpMediaSize=9 lpOutputPaper=257");
+  EXPECT_EQ(BindingMarginRanges(*ui).bits, 0u);  // 151 mm of room
+  EXPECT_EQ(BindingMarginRanges(*ui).maxFront, 50);
+
+  // A3 on A6: 9152 x 13952, of which 7213 x 10288 stay.
+  Put("lpMediaSize=8 lpOutputPaper=43 fMargin=30 bMargin=10 MarginEqual_Check=0");
+  MarginRanges ranges = BindingMarginRanges(*ui);
+  EXPECT_EQ(ranges.maxFront, 19);
+  EXPECT_EQ(ranges.front, 19);
+  EXPECT_EQ(ranges.back, 10);
+  EXPECT_EQ(ranges.bits, 0x2105u);  // 6152 of 28852 would be 21 %
+  Put("MarginEqual_Check=1");
+  EXPECT_EQ(BindingMarginRanges(*ui).back, 19);
+  EXPECT_EQ(BindingMarginRanges(*ui).bits, 0x2505u);
+
+  Custom(1).width = 2000;  // 4232 of which are printable
+  Put("MarginEqual_Check=0 lpOutputPaper=513");
+  EXPECT_EQ(BindingMarginRanges(*ui).bits, 0x2335u);
+  Put("lpMarginMode=1");
+  EXPECT_EQ(BindingMarginRanges(*ui).bits, 0u);
+  EXPECT_EQ(BindingMarginRanges(*ui).front, 30);
+}
+
+TEST_F(SizesTest, DerivedSettings) {
+  const auto layout = [this](const std::string& settings) {
+    Put(settings);
+    DeriveLayout(*ui);
+    return std::to_string(Fields<u"Layout_Check">()) + std::to_string(Fields<u"lpLayout_Select">());
+  };
+  EXPECT_EQ(layout("Layout_Check2=1 Nup_Check=1 lpBorder2=1"), "11");
+  EXPECT_EQ(Fields<u"lpBorder">(), 1);
+  Fields<u"Booklet_Check">() = 1;
+  EXPECT_EQ(layout(""), "11");
+  EXPECT_EQ(layout("Nup_Check=0"), "12");
+  EXPECT_EQ(layout("Layout_Check2=0 POD_Check=1"), "00");
+  Fields<u"POD_Nup_Check">() = 1;
+  EXPECT_EQ(layout(""), "11");
+  EXPECT_EQ(layout("POD_Check=0"), "00");
+
+  const auto margin = [this](const std::string& settings) {
+    Put(settings);
+    DeriveBindMargin(*ui);
+    return Fields<u"lpBindMargin">();
+  };
+  EXPECT_EQ(margin("lpMediaSize=9 lpOutputPaper=257 lpBindPosit=1"), 1);
+  EXPECT_EQ(margin("lpOrientation=2"), 3);
+  EXPECT_EQ(margin("lpMediaSize=8"), 1);  // runs the other way
+  EXPECT_EQ(margin("lpBindPosit=3"), 2);
+  EXPECT_EQ(margin("lpBindPosit=4"), 3);
+}
+
+TEST_F(SizesTest, OrderOfPagesFollowsTheLayout) {
+  EXPECT_EQ(OrderForLayout(8, 4), 1);
+  EXPECT_EQ(OrderForLayout(1, 2), 2);
+  EXPECT_EQ(OrderForLayout(5, 2), 3);
+  EXPECT_EQ(OrderForLayout(10, 6), 6);
+}
+
+}  // namespace
+}  // namespace heron::engine
