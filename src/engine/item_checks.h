@@ -63,8 +63,8 @@ class ItemFinishCheck {
   bool active_;
 };
 
-/// What the edge rule `rule` would put in the place of its control's value, or 0 if it leaves it. A `list` other than
-/// kNoControl stands for the value `value` instead of its own.
+/// The value that an edge rule puts in the place of its control's; kNoControl if it leaves it. With a `list`, `value`
+/// stands for that list's own value.
 struct EdgeFinding {
   ControlIndex control = kNoControl;
   uint16_t instead = 0;

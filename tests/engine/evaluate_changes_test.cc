@@ -60,7 +60,7 @@ TEST_F(ChangeTest, APairRuleNeedntSpareWhatWasChanged) {
   EXPECT_EQ(Combinations("Staple_Check=1"), "Staple_Check:=0/2 !lpOutputTray=101");
   Put("Staple_Check=1 lpOutputTray=1");
   EXPECT_EQ(Combinations("lpOutputTray=101"), "Staple_Check:=0/2");
-  Put("lpSourceUnit=1 Staple_Check=0 lpOutputTray=1");
+  Put("lpSourceUnit=1 Staple_Check=0 lpOutputTray=1 lpMediaSource=7");
   EXPECT_EQ(Combinations("lpMediaSource=258"), "lpMediaSource:=7/2");  // a device option is never in the way
 }
 
@@ -73,6 +73,21 @@ TEST_F(ChangeTest, OppositionSparesWhatTheUserChangedToo) {
   engine->Set(Control(u"Staple_Check"), 0);
   ApplyPairRules(*engine, request, log);
   EXPECT_EQ(Told(), "!lpOutputTray=101");
+}
+
+TEST_F(ChangeTest, OnlyARuleThatTakesTheChangeBackOpposes) {
+  Put("tray.1=2 lpMediaSource=2 OHPInterLeave_Check=1 lpMailBinKit=2 lpOutputTray=11");
+  EXPECT_EQ(Combinations("lpOutputTray=101"), "lpOutputTray:=1/2");
+  Put("lpOutputTray=1");
+  EXPECT_EQ(Combinations("lpOutputTray=101"), "lpOutputTray:=1/2 !OHPInterLeave_Check=1");
+}
+
+TEST_F(ChangeTest, ADeviceOptionNeedntBeUsableToRuleTheOthers) {
+  Put("lpOutputUnit=41 lpPunchKit=1 Punch_Check=1 lpPunchHoles=2");
+  EXPECT_FALSE(Available("lpPunchKit"));
+  EXPECT_EQ(Combinations("lpPunchKit=23"), "lpPunchHoles:=4/2");  // but no other device option
+  Put("lpOutputUnit=1 lpPunchKit=1 lpSaddleUnit=1 lpMailBinKit=2 Staple_Check=1");
+  EXPECT_EQ(Combinations("lpOutputTray=101"), "");  // and a tray doesn't rule what isn't there
 }
 
 TEST_F(ChangeTest, OperandsMustBeUsable) {
@@ -121,7 +136,9 @@ TEST_F(ChangeTest, ABookletTestsItsSheetAgainstTheTray) {
 TEST_F(ChangeTest, ThePaperOpposesWhatWasChangedFirst) {
   Put("lpOutputPaper=257 lpMediaSize=28 Collate_Check=0 lpMediaSource=7");
   EXPECT_EQ(Papers("Front_Check=1"), "Front_Check:=0/0 !lpMediaSize=28 !lpOutputPaper=257");
-  Put("Front_Check=0 Back_Check=1");
+  Put("Layout_Check2=0 lpPRNType=2 lpOutputPaper=2381 Front_Check=0");  // the print type counts even so
+  EXPECT_EQ(Papers("lpPRNType=1"), "!lpOutputPaper=2381");
+  Put("Layout_Check2=1 lpOutputPaper=257 Front_Check=0 Back_Check=1");
   EXPECT_EQ(Papers("lpBindPosit=2"), "Back_Check:=0/0");
 }
 
@@ -171,6 +188,11 @@ TEST_F(ChangeTest, TheFirstChecksOfAPass) {
   Change("POD_OnePerSheet_Check=0");
   AddPaperToRequest(*engine, request);
   EXPECT_EQ(request.rows[1].control, Control(u"lpMediaSize"));
+  Put("POD_OnePerSheet_Check=1");
+  Change("POD_Check=1");
+  AddPaperToRequest(*engine, request);
+  EXPECT_EQ(request.count, 1);
+  Put("POD_OnePerSheet_Check=0");
   Change("POD_Check=0");
   AddPaperToRequest(*engine, request);
   EXPECT_EQ(request.count, 1);
@@ -194,6 +216,7 @@ TEST_F(ChangeTest, StaplesGiveWayToThePaperAndTheMedia) {
   EXPECT_EQ(Finish(ResolveStaple, "Staple_Check=1"), "Staple_Check:=0/0 !lpOutputPaper=28");
   EXPECT_EQ(Finish(ResolveStaple, "lpOutputPaper=2059"), "Staple_Check:=0/0");
   EXPECT_EQ(Finish(ResolveStaple, "lpStaple=3 lpBindPosit=4"), "Staple_Check:=0/0 !lpOutputPaper=2059");
+  EXPECT_EQ(Finish(ResolveStaple, "lpStaple=2"), "Staple_Check:=0/0");
   EXPECT_EQ(Finish(ResolveStaple, "lpOutputPaper=9 lpBindPosit=3 lpStaple=1"), "");
   Put("tray.1=6 lpMediaSource=1 Staple_Check=0");
   EXPECT_EQ(Finish(ResolveStaple, "Staple_Check=1"), "Staple_Check:=0/0 !lpBindPosit=3");
