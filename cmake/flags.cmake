@@ -4,6 +4,8 @@ add_library(heron_flags INTERFACE)
 target_compile_options(heron_flags INTERFACE
   -Wall -Wextra -Werror -Wformat=2 -Wconversion -Wsign-conversion -Wshadow -Wnull-dereference -Wimplicit-fallthrough
   -Werror=format-security -fno-strict-aliasing -fstack-protector-strong -fstack-clash-protection -fcf-protection=full)
+# g++ 12 raises this one falsely where a text is joined to a temporary one.
+target_compile_options(heron_flags INTERFACE -Wno-restrict)
 target_link_options(heron_flags INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack,-z,separate-code)
 
 if(HERON_SANITIZE)

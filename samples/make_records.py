@@ -44,10 +44,10 @@ NUMBERS = ("orientation", "paper_size", "paper_length", "paper_width", "scale", 
            "duplex", "y_resolution", "tt_option", "collate")
 
 
-def record(device, spec, version, size, private=b"", fields=0, **values):
+def record(device, spec_version, version, size, private=b"", fields=0, **values):
     """A record of `size` public bytes and `private` behind them; fields that aren't given are 0."""
     header = device.encode("utf-16-le").ljust(64, b"\0")
-    header += struct.pack("<4HI", spec, version, size, len(private), fields)
+    header += struct.pack("<4HI", spec_version, version, size, len(private), fields)
     header += struct.pack("<13h", *(values.get(name, 0) for name in NUMBERS))
     return header.ljust(size, b"\0") + private
 

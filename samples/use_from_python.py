@@ -57,7 +57,7 @@ def main():
     folder = sys.argv[2] if len(sys.argv) > 2 else os.path.join(HERE, "..", "build", "release", "lib")
     record = valid_record(*load(folder), sys.argv[1])
     device = record[:64].decode("utf-16-le").split("\0")[0]
-    spec, version, size, private = struct.unpack_from("<4H", record, 64)
+    spec_version, version, size, private = struct.unpack_from("<4H", record, 64)
     orientation, paper, length, width = struct.unpack_from("<4h", record, 76)
     print(f"printer      {device}")
     print(f"record       {len(record)} bytes: {size} public, {private} private, version {version:#x}")

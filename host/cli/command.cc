@@ -89,6 +89,19 @@ std::string Printable(std::u16string_view text) {
   return platform::ToUtf8(clean);
 }
 
+std::string PrintableLines(std::u16string_view text) {
+  std::string lines;
+  while (true) {
+    const size_t end = text.find(u'\n');
+    std::u16string_view line = text.substr(0, end);
+    if (line.ends_with(u'\r')) line.remove_suffix(1);
+    lines += Printable(line);
+    if (end == std::u16string_view::npos) return lines;
+    lines += '\n';
+    text.remove_prefix(end + 1);
+  }
+}
+
 std::string Printable(std::string_view text) {
   return Printable(platform::FromUtf8(text));
 }

@@ -21,8 +21,16 @@ class App;
 
 namespace heron::cli {
 
-/// Exit codes; scripts rely on them. Codes between belong to commands that don't exist yet.
-enum ExitCode : int { kDone = 0, kFailed = 1, kUsage = 2, kNotFound = 5, kNotPermitted = 6 };
+/// Exit codes; scripts rely on them. 7, the device doesn't answer, belongs to a command that doesn't exist yet.
+enum ExitCode : int {
+  kDone = 0,
+  kFailed = 1,
+  kUsage = 2,
+  kConsent = 3,
+  kRefused = 4,
+  kNotFound = 5,
+  kNotPermitted = 6,
+};
 
 /// Ends a command: a sentence for the user without the leading "heron: ", and the exit code.
 class Failure : public std::runtime_error {
@@ -46,6 +54,9 @@ void PrintJson(std::string_view schema, const Json& answer);
 /// UTF-8 for a person: control characters, which could steer a terminal, become U+FFFD.
 std::string Printable(std::u16string_view text);
 std::string Printable(std::string_view text);
+
+/// The same with line ends kept.
+std::string PrintableLines(std::u16string_view text);
 
 /// `text` padded with blanks to `width` characters of a terminal, as far as one code point takes one place.
 std::string Padded(std::string_view text, size_t width);
@@ -90,5 +101,7 @@ void AddPrinterCommands(CLI::App& app);
 void AddRecordCommands(CLI::App& app);
 void AddCatalogCommand(CLI::App& app);
 void AddCapabilitiesCommand(CLI::App& app);
+void AddSettingsCommand(CLI::App& app);
+void AddControlsCommand(CLI::App& app);
 
 }  // namespace heron::cli

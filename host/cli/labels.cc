@@ -38,6 +38,12 @@ std::string Catalogue::Label(uint16_t feature, uint32_t index) const {
   return Printable(std::u16string_view(text.begin(), std::find(text.begin(), text.end(), u'\0')));
 }
 
+std::string Catalogue::Text(uint32_t id) const {
+  std::array<char16_t, 1024> text{};
+  const int length = platform::LoadStringW(context_.module, id, text.data(), static_cast<int>(text.size()));
+  return Printable(std::u16string_view(text.data(), static_cast<size_t>(length)));
+}
+
 std::string Catalogue::LabelOfValue(uint16_t feature, int32_t value) const {
   const int index = KindOf(feature) == FeatureKind::kList ? CatalogIndexOf(feature, value) : -1;
   return index < 0 ? std::string() : Label(feature, static_cast<uint32_t>(index));

@@ -19,6 +19,8 @@ class Catalogue {
   const ResourceContext* context() const { return &context_; }
   /// Label of row `index` of a list feature, text of a text feature; empty if there is none.
   std::string Label(uint16_t feature, uint32_t index) const;
+  /// Text number `id` of the resource module; empty if there is none.
+  std::string Text(uint32_t id) const;
   /// Label of the first row of a list feature that stores `value`; empty if there is none.
   std::string LabelOfValue(uint16_t feature, int32_t value) const;
 

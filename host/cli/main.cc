@@ -29,6 +29,8 @@ int Run(int argc, char** argv) {
   heron::cli::AddRecordCommands(app);
   heron::cli::AddCapabilitiesCommand(app);
   heron::cli::AddCatalogCommand(app);
+  heron::cli::AddSettingsCommand(app);
+  heron::cli::AddControlsCommand(app);
   try {
     app.parse(argc, argv);
     return kDone;

@@ -14,6 +14,7 @@
 #include "platform/text.h"
 #include "record_file.h"
 #include "record_text.h"
+#include "resolved_record.h"
 #include "settings/defaults.h"
 
 namespace heron::cli {
@@ -32,27 +33,11 @@ struct RecordOptions {
   bool json = false;
 };
 
-DEVMODEW* AsDevMode(Bytes& bytes) {
-  return reinterpret_cast<DEVMODEW*>(bytes.data());
-}
-
 Bytes DefaultRecord(Printer& printer) {
   Bytes record(kEnvSize);
   DWORD needed = kEnvSize;
   if (DrvConvertDevMode(printer.name(), nullptr, AsDevMode(record), &needed, platform::CDM_DRIVER_DEFAULT) != 1) {
     FailWith(platform::GetLastError(), "build the printer's default record");
-  }
-  return record;
-}
-
-/// The record that an application gets for `input` (empty: none).
-Bytes ResolvedRecord(Printer& printer, Bytes input) {
-  Bytes record(kEnvSize);
-  DEVMODEW* in = input.empty() ? nullptr : AsDevMode(input);
-  const DWORD mode = platform::DM_COPY | (in != nullptr ? platform::DM_MODIFY : 0);
-  if (DrvDocumentProperties(nullptr, printer.handle(), printer.name(), AsDevMode(record), in, mode) != 1) {
-    throw Failure(kFailed,
-                  "the driver couldn't build a record for this printer; `heron printer show` tells what is stored");
   }
   return record;
 }

@@ -9,6 +9,7 @@
 
 #include "platform/text.h"
 #include "store/code_pages.h"
+#include "store/file_names.h"
 #include "store/notices.h"
 #include "store/store.h"
 
@@ -83,6 +84,11 @@ fs::path StoreHome() {
 
 fs::path DriverDirectoryPath() {
   return StoreHome() / "driver" / "";
+}
+
+fs::path WorkingRecordPath(const std::string& printer) {
+  const StoreOptions options = OptionsFromEnvironment();
+  return options.home / "users" / (FileNameOf(options.user) + ".records") / (FileNameOf(printer) + ".bin");
 }
 
 StoreOptions OptionsFromEnvironment() {

@@ -8,6 +8,8 @@
 #include <mutex>
 #include <vector>
 
+#include "store/file_names.h"
+
 namespace heron::store {
 namespace {
 
@@ -47,27 +49,12 @@ void Register(std::initializer_list<TreeFile*> files) {
   Living().files.insert(Living().files.end(), files);
 }
 
-/// Name of the user's file. A name is one part of a path, whatever stands in it.
-std::string FileNameOf(const std::string& user) {
-  static constexpr char kDigits[] = "0123456789ABCDEF";
-  std::string name;
-  for (const char c : user) {
-    const auto byte = static_cast<unsigned char>(c);
-    const bool plain = byte > ' ' && byte != 0x7F && c != '/' && c != '%' && !(c == '.' && name.empty());
-    if (plain)
-      name += c;
-    else
-      name += {'%', kDigits[byte >> 4], kDigits[byte & 15]};
-  }
-  return name + ".db";
-}
-
 }  // namespace
 
 SqliteTrees::SqliteTrees(const std::filesystem::path& home, const std::string& user,
                          std::chrono::milliseconds busy_limit)
     : machine_({.path = home / "printers.db", .shared = true, .busy_limit = busy_limit}),
-      user_({.path = home / "users" / FileNameOf(user), .shared = false, .busy_limit = busy_limit}) {
+      user_({.path = home / "users" / (FileNameOf(user) + ".db"), .shared = false, .busy_limit = busy_limit}) {
   Register({&machine_, &user_});
 }
 

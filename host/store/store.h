@@ -33,6 +33,8 @@ struct StoreOptions {
 HERON_PLATFORM_API std::filesystem::path StoreHome();
 /// The driver directory in it, with a separator at its end.
 HERON_PLATFORM_API std::filesystem::path DriverDirectoryPath();
+/// Where the user's own working record of the queue `printer` lies, beside the user's tree; the folder need not exist.
+HERON_PLATFORM_API std::filesystem::path WorkingRecordPath(const std::string& printer);
 /// What the environment says. Never fails; what can't be used is replaced and told by TakeNotices.
 HERON_PLATFORM_API StoreOptions OptionsFromEnvironment();
 

@@ -107,11 +107,10 @@ void ResolveInterleave(Engine& engine, const ChangeRequest& request, ChangeLog& 
     if (request.First() == kInterleave) AddOpposition(log, kSource, engine.Value(kSource));
     return;
   }
-  const uint16_t tray = engine.Value(kInterleaveTray);
-  if (IsPaperTray(engine, tray)) return;
+  if (IsPaperTray(engine, engine.Value(kInterleaveTray))) return;
   const ListItem* other = nullptr;
   for (const ListItem& item : engine.controls[kInterleaveTray].list->Items()) {
-    if (item.value != tray && IsPaperTray(engine, item.value)) other = &item;
+    if (IsPaperTray(engine, item.value)) other = &item;
   }
   if (other == nullptr) return SwitchOffInterleave(engine, log);
   AddEntry(engine, log, kInterleaveTray, other->value, Reason::kPaperOrFinishing);

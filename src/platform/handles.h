@@ -5,6 +5,7 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "platform/registry.h"
@@ -77,48 +78,30 @@ class PrinterInfo {
   bool valid_ = false;
 };
 
-/// Values written to a queue's printer data while this lives take effect together at Keep(), or not at all.
-class PrinterDataBatch {
+/// Changes made while this lives take effect together at Keep(), or not at all. One that never began withdraws nothing,
+/// and what is written then takes effect one by one: where that mustn't be, ask open() first.
+template <auto kBegin, auto kEnd>
+class Batch {
  public:
-  explicit PrinterDataBatch(HANDLE printer)
-      : printer_(printer), open_(BeginPrinterDataBatch(printer) == kErrorSuccess) {}
-  ~PrinterDataBatch() {
-    if (open_) EndPrinterDataBatch(printer_, 0);
+  explicit Batch(HANDLE on) : on_(on), open_(kBegin(on) == kErrorSuccess) {}
+  ~Batch() {
+    if (open_) kEnd(on_, 0);
   }
-  PrinterDataBatch(const PrinterDataBatch&) = delete;
-  PrinterDataBatch& operator=(const PrinterDataBatch&) = delete;
+  Batch(const Batch&) = delete;
+  Batch& operator=(const Batch&) = delete;
 
-  /// False if it never began or the values couldn't be made durable.
-  bool Keep() {
-    const bool open = open_;
-    open_ = false;
-    return open && EndPrinterDataBatch(printer_, 1) == kErrorSuccess;
-  }
+  bool open() const { return open_; }
+  /// False if it never began or the changes couldn't be made durable.
+  bool Keep() { return std::exchange(open_, false) && kEnd(on_, 1) == kErrorSuccess; }
 
  private:
-  HANDLE printer_;
+  HANDLE on_;
   bool open_;
 };
 
-/// The same for one tree of the registry; `root` is one of its two constants.
-class RegistryBatch {
- public:
-  explicit RegistryBatch(HKEY root) : root_(root), open_(RegBeginBatch(root) == kErrorSuccess) {}
-  ~RegistryBatch() {
-    if (open_) RegEndBatch(root_, 0);
-  }
-  RegistryBatch(const RegistryBatch&) = delete;
-  RegistryBatch& operator=(const RegistryBatch&) = delete;
-
-  bool Keep() {
-    const bool open = open_;
-    open_ = false;
-    return open && RegEndBatch(root_, 1) == kErrorSuccess;
-  }
-
- private:
-  HKEY root_;
-  bool open_;
-};
+/// Of a queue's printer data, by its handle.
+using PrinterDataBatch = Batch<BeginPrinterDataBatch, EndPrinterDataBatch>;
+/// Of one tree of the registry, by one of its two constants.
+using RegistryBatch = Batch<RegBeginBatch, RegEndBatch>;
 
 }  // namespace heron::platform

@@ -133,6 +133,39 @@ DWORD AskQueue(HANDLE printer, Answerer answer, uint8_t* buffer, DWORD size, DWO
   });
 }
 
+struct NamedValue {
+  std::u16string name;
+  DWORD type;
+  std::vector<uint8_t> data;
+};
+
+/// Lays the structures out, then names and data behind them.
+DWORD AnswerValues(const std::vector<NamedValue>& values, uint8_t* buffer, DWORD size, DWORD* needed, DWORD* count) {
+  size_t bytes = values.size() * sizeof(PRINTER_ENUM_VALUESW);
+  for (const NamedValue& value : values) {
+    bytes += (value.name.size() + 1) * sizeof(char16_t) + (value.data.size() + 1) / 2 * 2;  // names stay aligned
+  }
+  *needed = static_cast<DWORD>(bytes);
+  if (size < bytes) return kErrorMoreData;
+  uint8_t* place = buffer + values.size() * sizeof(PRINTER_ENUM_VALUESW);
+  for (size_t i = 0; i < values.size(); ++i) {
+    const NamedValue& value = values[i];
+    PRINTER_ENUM_VALUESW row{};
+    row.cbValueName = static_cast<DWORD>((value.name.size() + 1) * sizeof(char16_t));
+    row.pValueName = reinterpret_cast<char16_t*>(place);
+    std::memcpy(place, value.name.c_str(), row.cbValueName);
+    place += row.cbValueName;
+    row.dwType = value.type;
+    row.cbData = static_cast<DWORD>(value.data.size());
+    row.pData = place;
+    if (!value.data.empty()) std::memcpy(place, value.data.data(), value.data.size());
+    place += (value.data.size() + 1) / 2 * 2;
+    std::memcpy(buffer + i * sizeof row, &row, sizeof row);
+  }
+  *count = static_cast<DWORD>(values.size());
+  return kErrorSuccess;
+}
+
 /// Runs `call` with the trees and the key of the queue's printer data.
 template <class Call>
 DWORD WithPrinterData(HANDLE printer, Call&& call) {
@@ -187,6 +220,21 @@ DWORD GetPrinterDataW(HANDLE printer, const char16_t* name, DWORD* type, uint8_t
     if (type != nullptr) *type = found_type;
     *needed = found_size;
     return status;
+  });
+}
+
+DWORD EnumPrinterDataExW(HANDLE printer, const char16_t* key, uint8_t* buffer, DWORD size, DWORD* needed,
+                         DWORD* count) {
+  if (key == nullptr || needed == nullptr || count == nullptr || (buffer == nullptr && size != 0))
+    return kErrorInvalidParameter;
+  if (key != std::u16string_view(u"PrinterDriverData")) return kErrorFileNotFound;
+  return WithPrinterData(printer, [&](TreeStore& trees, KeyId data) {
+    std::vector<NamedValue> values;
+    const DWORD status =
+        trees.ReadAll(Hive::kMachine, data, [&](std::u16string_view name, DWORD type, std::span<const uint8_t> bytes) {
+          values.push_back({std::u16string(name), type, {bytes.begin(), bytes.end()}});
+        });
+    return status != kErrorSuccess ? status : AnswerValues(values, buffer, size, needed, count);
   });
 }
 

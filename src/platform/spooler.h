@@ -55,6 +55,15 @@ struct DRIVER_INFO_2W {
   char16_t* pConfigFile;
 };
 
+/// One value of printer data; sizes in bytes, the name's with its terminator.
+struct PRINTER_ENUM_VALUESW {
+  char16_t* pValueName;
+  DWORD cbValueName;
+  DWORD dwType;
+  uint8_t* pData;
+  DWORD cbData;
+};
+
 extern "C" {
 
 /// Opens the queue `name`. `defaults` may be null (use access). Fails with kErrorInvalidPrinterName for an unknown
@@ -76,6 +85,11 @@ HERON_PLATFORM_API BOOL GetPrinterDriverW(HANDLE printer, const char16_t* enviro
 /// there is no such value, kErrorMoreData if `size` is too small (nothing is copied).
 HERON_PLATFORM_API DWORD GetPrinterDataW(HANDLE printer, const char16_t* name, DWORD* type, uint8_t* buffer, DWORD size,
                                          DWORD* needed);
+/// All values of printer data in one consistent look: `*count` structures at `buffer` with names and data behind them,
+/// in no order. `*needed` receives the size in bytes; with a smaller `size` kErrorMoreData, and nothing is written.
+/// `key` is "PrinterDriverData", where all of a queue's values lie.
+HERON_PLATFORM_API DWORD EnumPrinterDataExW(HANDLE printer, const char16_t* key, uint8_t* buffer, DWORD size,
+                                            DWORD* needed, DWORD* count);
 /// Writes one value whole, durably. kErrorAccessDenied if the user may not write the store; what access the handle was
 /// opened with doesn't matter, since a program's default handle is enough to drive the driver.
 HERON_PLATFORM_API DWORD SetPrinterDataW(HANDLE printer, const char16_t* name, DWORD type, const uint8_t* data,

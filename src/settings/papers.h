@@ -68,8 +68,9 @@ int32_t PaperSubstitute(int32_t code);  ///< -1 if it has none
 
 /// Entry `number` (1 to 10) as it is stored; false, with `entry` untouched, if it isn't, or not as 76 bytes.
 bool ReadStoredUserPaper(platform::HANDLE printer, int number, CustomPaperEntry* entry);
-/// Reads "UDPaper1" to "UDPaper10" of printer data; an entry that can't be read is its default.
-void LoadUserPapers(UserPaperStore* store, platform::HANDLE printer);
+/// Reads "UDPaper1" to "UDPaper10" of printer data in one look; a missing entry is its default. False, with every
+/// default, if printer data can't be read now.
+bool LoadUserPapers(UserPaperStore* store, platform::HANDLE printer);
 /// Writes the entries that differ from what is stored, in one batch. False if a write failed: then nothing is written.
 bool SaveUserPapers(const UserPaperStore& store, platform::HANDLE printer);
 /// Stored size of the user paper `code`, thousandths of an inch; the default's if nothing is stored.

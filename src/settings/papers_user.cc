@@ -4,7 +4,10 @@
 // value that is missing, unreadable or of another size is replaced by the default paper; a load never fails over it.
 #include <algorithm>
 #include <cstring>
+#include <optional>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "catalog/strings.h"
 #include "platform/handles.h"
@@ -34,6 +37,21 @@ DWORD ReadEntry(HANDLE printer, int number, CustomPaperEntry* entry) {
   if (size != sizeof stored) return kErrorMoreData;
   *entry = stored;
   return kErrorSuccess;
+}
+
+/// All printer data of a queue, one read for ten papers; they lie in `buffer`. Nothing if they can't be read.
+std::optional<std::span<const PRINTER_ENUM_VALUESW>> AllPrinterData(HANDLE printer, std::vector<uint8_t>* buffer) {
+  constexpr DWORD kUsualSize = 8192;
+  buffer->resize(kUsualSize);
+  DWORD needed = 0;
+  DWORD count = 0;
+  DWORD status = kErrorMoreData;
+  while ((status = EnumPrinterDataExW(printer, u"PrinterDriverData", buffer->data(), static_cast<DWORD>(buffer->size()),
+                                      &needed, &count)) == kErrorMoreData) {
+    buffer->resize(needed);
+  }
+  if (status != kErrorSuccess) return std::nullopt;
+  return std::span(reinterpret_cast<const PRINTER_ENUM_VALUESW*>(buffer->data()), count);
 }
 
 std::u16string_view NameOf(const CustomPaperEntry& entry) {
@@ -73,11 +91,21 @@ bool ReadStoredUserPaper(HANDLE printer, int number, CustomPaperEntry* entry) {
   return ReadEntry(printer, number, entry) == kErrorSuccess;
 }
 
-void LoadUserPapers(UserPaperStore* store, HANDLE printer) {
+bool LoadUserPapers(UserPaperStore* store, HANDLE printer) {
   for (int number = 1; number <= kUserPaperCount; ++number) {
-    CustomPaperEntry& entry = (*store)[static_cast<size_t>(number - 1)];
-    if (!ReadStoredUserPaper(printer, number, &entry)) entry = DefaultUserPaper(number);
+    (*store)[static_cast<size_t>(number - 1)] = DefaultUserPaper(number);
   }
+  std::vector<uint8_t> buffer;
+  const auto values = AllPrinterData(printer, &buffer);
+  if (!values) return false;
+  for (const PRINTER_ENUM_VALUESW& value : *values) {
+    if (value.cbData != sizeof(CustomPaperEntry)) continue;
+    for (int number = 1; number <= kUserPaperCount; ++number) {
+      CustomPaperEntry& entry = (*store)[static_cast<size_t>(number - 1)];
+      if (value.pValueName == ValueName(number)) std::memcpy(&entry, value.pData, sizeof entry);
+    }
+  }
+  return true;
 }
 
 bool SaveUserPapers(const UserPaperStore& store, HANDLE printer) {

@@ -4,9 +4,9 @@
 // range. A name in brackets opens a section, a name without them is a key of the section above it. `lo..hi` is the
 // range of the name's %d; a number behind it is the id of the key that holds the count of a list.
 //
-// Recall groups: 0 never copied, 1 ordinary settings, 2 document size and copies, 3 user papers, 4 watermarks, 5 per-page
-// lists, 6 fax cover sheet, 7 form list, 8 the page description language. Ids are named by parameters and never change;
-// a new key takes a number above all others.
+// Recall groups: 0 never copied, 1 ordinary settings, 2 document size and copies, 3 user papers, 4 watermarks, 5
+// per-page lists, 6 fax cover sheet, 7 form list, 8 the page description language. Ids are named by parameters and
+// never change; a new key takes a number above all others.
 #pragma once
 
 #include <string_view>

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "catalog/strings.h"
+#include "platform/handles.h"
 #include "uistate/walk_store.h"
 
 namespace heron {
@@ -141,7 +142,7 @@ bool SeedListStores(std::u16string_view printer_name) {
   if (resources == nullptr) return false;
   ListStoreSet set = CreateListStoreSet();
   FillListDefaults(set, resources.get());
-  UserTreeBatch batch;
+  platform::RegistryBatch batch(platform::HKEY_CURRENT_USER);
   if (!batch.open()) return false;
   for (const ListStoreId store : kRegistryStores) {
     if (!WalkStore(set, store, printer_name, WalkOp::kSeed)) return false;

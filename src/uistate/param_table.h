@@ -1,10 +1,10 @@
-// Every setting, once: the catalogue feature, the record's field, the value in the working store and the key in settings
-// files that belong together.
+// Every setting, once: the catalogue feature, the record's field, the value in the working store and the key in
+// settings files that belong together.
 //
 // Readers: params.h, at compile time. A line of the first table is: id | kind feature | key | section | value.
 //   kind     L list, R radio, C check, N number, T and B text, S scalar, G block, I internal: no value of its own
-//   section  the section of a settings file in which the key stands; = is the one of plain settings; nothing: not stored
-//   value    where a fresh value comes from and what writing back does with it:
+//   section  the section of a settings file in which the key stands; = is the one of plain settings; nothing: not
+//   stored value    where a fresh value comes from and what writing back does with it:
 //     field F [n]   the record's field F (= the key's name), the n-th of a repeated one
 //     default       the catalogue's default; nothing goes back
 //     zero          0; nothing goes back

@@ -11,8 +11,6 @@
 namespace heron {
 namespace {
 
-constexpr uint32_t kBlockAlignment = alignof(PageEntry);  ///< the strictest of what lies in a block
-
 constexpr std::u16string_view kOwnTypes[] = {u"u8", u"u16", u"w32"};
 
 bool SameText(std::u16string_view wide, std::string_view narrow) {
@@ -94,26 +92,31 @@ uint32_t SlotRoom(const WorkingParam& param) {
   }
 }
 
+/// The parts of the working store that internal rows name. They come first in the variable block, where pages are
+/// aligned.
+void PlaceInternalBlocks(ParamTables& tables) {
+  for (const InternalBlock& block : kInternalBlocks) {
+    WorkingParam& param = tables.params[ParamIndexOf(block.id)];
+    param.variable = true;
+    param.slotType = block.type;
+    param.blockSize = param.slotSize = block.size;
+    param.blockOffset = tables.variableSize;
+    tables.variableSize += block.size;
+  }
+}
+
 /// Walks the rows in table order and gives each its slot, and its block the next place in one of the two blocks.
 void LayOut(ParamTables& tables) {
+  PlaceInternalBlocks(tables);
   uint32_t slot = sizeof(UiHead);
   tables.fixedSize = kFixedHeadSize;
   for (WorkingParam& param : tables.params) {
     param.slotOffset = slot;
     slot += SlotRoom(param);
-    for (const InternalBlock& block : kInternalBlocks) {
-      if (param.row->id != block.id) continue;
-      param.variable = true;
-      param.blockSize = param.slotSize = block.size;
-      param.slotType = block.type;
-    }
-    if (param.row->HasPointer()) {
-      param.variable = IsVariableRow(param.row->id);
-      param.blockSize = BlockSizeOf(*param.row);
-    }
+    if (!param.row->HasPointer()) continue;
+    param.variable = IsVariableRow(param.row->id);
+    param.blockSize = BlockSizeOf(*param.row);
     uint32_t& size = param.variable ? tables.variableSize : tables.fixedSize;
-    if (param.blockSize == 0) continue;
-    size = (size + kBlockAlignment - 1) / kBlockAlignment * kBlockAlignment;
     param.blockOffset = size;
     size += param.blockSize;
   }

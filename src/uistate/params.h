@@ -54,7 +54,7 @@ struct ParamRow {
   uint16_t id = 0;  ///< 0 ends the table
   uint16_t feature = kNoFeature;
   uint16_t storeItem = 0;  ///< id of a list-store row, 0 for none
-  uint16_t fileKey = 0;    ///< id of a file key; kept by `section` for rows that are named by it
+  uint16_t fileKey = 0;    ///< id of a file key; 0 if `section` and `key` tell it, or there is none
   ParamKind kind = ParamKind::kInternal;
   ParamRule rule = ParamRule::kNone;
   std::u16string_view key;      ///< empty if the setting has no name

@@ -1,3 +1,6 @@
+// Recipients between the columns of the working store, the exchange form and the address file (recipients.h).
+//
+// A file's number is 16 bits wide; a record or a ring may hold anything above them, which isn't looked at.
 #include "uistate/recipients.h"
 
 #include <algorithm>
@@ -9,6 +12,7 @@
 #include "platform/handles.h"
 #include "platform/text.h"
 #include "settings/printer_data.h"
+#include "uistate/walk_store.h"
 
 namespace heron {
 namespace {
@@ -161,19 +165,21 @@ bool WriteAddressFile(const UiState& ui, DriverEnv& env) {
     if (!path.empty()) DeleteFileW(path.c_str());
     return true;
   }
-  const UniqueFile file = OpenFileAt(TempFile(&id), GENERIC_WRITE, CREATE_ALWAYS);
+  UniqueFile file = OpenFileAt(TempFile(&id), GENERIC_WRITE, CREATE_ALWAYS);
   if (file == nullptr) return false;
   Set<"faxAddressFileId">(env, id);
   const auto block = std::make_unique<AddressBlock>();
   FillAddressBlock(ui, block.get());
   DWORD written = 0;
   const bool whole = WriteFile(file.get(), block.get(), sizeof *block, &written) != 0 && written == sizeof *block;
+  file.reset();
   RecordAddressFile(GetText<"dmDeviceName">(env), id);
   return whole;
 }
 
 bool RecordAddressFile(std::u16string_view printer_name, uint32_t id) {
-  RegistryBatch batch(HKEY_CURRENT_USER);
+  platform::RegistryBatch batch(platform::HKEY_CURRENT_USER);
+  if (!batch.open()) return false;
   const UniqueKey ring = CreateKey(HKEY_CURRENT_USER, BuildUserKey(printer_name, u"TempPlistID").c_str());
   if (ring == nullptr) return false;
   constexpr uint32_t kNoSlot = 999;

@@ -160,7 +160,7 @@ UiStatePtr CreateUiState(const ResourceContext* resources, const DriverEnv& env,
   FillUiState(*ui, work, resources);
   FillVariableRows(*ui, work, resources);
   ui->stores = CreateListStoreSet();
-  ReadListStores(ui->stores, PrinterName(printer), printer);
+  if (!ReadListStores(ui->stores, PrinterName(printer), printer)) return nullptr;
   TakeTabSettings(*ui, list);
   ui->snapshots = std::make_shared<const UiSnapshots>(TakeSnapshots(resources));
   return ui;

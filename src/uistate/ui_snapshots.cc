@@ -63,7 +63,7 @@ void PutDefault(const ResourceContext* resources, uint16_t feature, uint8_t* slo
     std::memcpy(slot, text.data(), std::min(room, std::u16string_view(text.data()).size()) * sizeof(char16_t));
   } else if (type != kTypeBytes) {
     const int32_t number = ParseNumber(text.data());
-    TransferValue(TransferDirection::kWrite, {slot, size, type}, {&number, sizeof number, kTypeI32}, nullptr);
+    std::memcpy(slot, &number, std::min<size_t>(size, sizeof number));  // the low bytes come first
   }
 }
 

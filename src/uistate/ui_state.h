@@ -196,8 +196,8 @@ std::span<uint8_t, 332> CurrentListHead(const UiState& ui);
 // Life of a state.
 
 /// The working form of `env`, which stays as it is; `resources` isn't null. The user's stores are brought to this
-/// version and read. Null if a block couldn't be allocated; smaller allocations throw. The constraint engine is started
-/// on the result by whoever edits it.
+/// version and read. Null if a block couldn't be allocated, or if the stores can't be read now: editing would overwrite
+/// what they hold. Smaller allocations throw. The constraint engine is started on the result by whoever edits it.
 UiStatePtr CreateUiState(const ResourceContext* resources, const DriverEnv& env, platform::HANDLE printer);
 void DestroyUiState(UiStatePtr& ui);
 

@@ -118,7 +118,7 @@ bool WriteVersion(const std::u16string& path, uint16_t version) {
 /// outside the batch is looked at again inside: another process may have renewed the lists by now, and a look that
 /// failed once must not cost the user the lists.
 bool RenewStores(std::u16string_view printer_name, uint16_t version) {
-  UserTreeBatch batch;
+  platform::RegistryBatch batch(platform::HKEY_CURRENT_USER);
   if (!batch.open()) return false;
   const int comparison = CompareDriverVersion(printer_name, version);
   if (comparison == kSeededByThisVersion) return batch.Keep();
@@ -178,7 +178,7 @@ bool DeleteOldStores(std::u16string_view printer_name) {
 bool SeedStores(std::u16string_view printer_name, uint16_t version) {
   const std::u16string key = PrinterKey(printer_name);
   if (key.empty()) return false;
-  UserTreeBatch batch;
+  platform::RegistryBatch batch(platform::HKEY_CURRENT_USER);
   return batch.open() && WriteVersion(key, version) && SeedListStores(printer_name) && batch.Keep();
 }
 

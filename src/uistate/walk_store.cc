@@ -326,7 +326,7 @@ bool WalkStore(const ListStoreSet& set, ListStoreId store, std::u16string_view p
   if (!IsStoreEnabled(static_cast<uint16_t>(store))) return true;
   if (!HasStore(set, store)) return false;
   // For a read the batch is only a consistent look, and a user who may not write reads without it.
-  UserTreeBatch batch;
+  platform::RegistryBatch batch(platform::HKEY_CURRENT_USER);
   if (op != WalkOp::kRead && !batch.open()) return false;
   const bool walked = StoreWalker(set, store, printer_name, op).Run();
   // An ended read must never withdraw a batch around it.
@@ -341,8 +341,7 @@ bool ReadListStores(ListStoreSet& set, std::u16string_view printer_name, platfor
   bool all = true;
   for (const ListStoreId store : kRegistryStores) all &= WalkStore(set, store, printer_name, WalkOp::kRead);
   if (set.userPapers == nullptr) return false;
-  LoadUserPapers(set.userPapers.get(), printer);
-  return all;
+  return LoadUserPapers(set.userPapers.get(), printer) && all;
 }
 
 bool WriteListStores(const ListStoreSet& set, std::u16string_view printer_name, platform::HANDLE printer,

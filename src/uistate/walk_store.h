@@ -9,9 +9,8 @@
 
 #include <cstdint>
 #include <string_view>
-#include <utility>
 
-#include "platform/registry.h"
+#include "platform/types.h"
 #include "uistate/list_stores.h"
 
 namespace heron {
@@ -20,26 +19,6 @@ enum class WalkOp : uint8_t {
   kRead = 1,
   kWrite = 2,
   kSeed = 3,  ///< walks like a write
-};
-
-/// A batch on the user's tree; withdrawn when it goes out of scope unless kept. Nests.
-class UserTreeBatch {
- public:
-  UserTreeBatch() : open_(platform::RegBeginBatch(platform::HKEY_CURRENT_USER) == platform::kErrorSuccess) {}
-  ~UserTreeBatch() {
-    if (open_) platform::RegEndBatch(platform::HKEY_CURRENT_USER, 0);
-  }
-  UserTreeBatch(const UserTreeBatch&) = delete;
-  UserTreeBatch& operator=(const UserTreeBatch&) = delete;
-  bool open() const { return open_; }
-  /// Ends the batch, keeping its changes. False if it wasn't open or couldn't be kept.
-  bool Keep() {
-    const bool was_open = std::exchange(open_, false);
-    return was_open && platform::RegEndBatch(platform::HKEY_CURRENT_USER, 1) == platform::kErrorSuccess;
-  }
-
- private:
-  bool open_;
 };
 
 /// Reads or writes one registry store of the queue `printer_name`. True at once for a store that this model leaves out

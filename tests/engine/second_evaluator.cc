@@ -299,11 +299,12 @@ bool SecondEvaluator::ByPaper(const World& world, const Availability& available,
   // What doubles is read from the settings, not from the item.
   const auto& now = world.values;
   const bool two = now.at(308) == 1 || now.at(176) == 3 || now.at(-1) == 1;
-  const std::map<int, std::set<int>> only = {{2, {2407}}, {13, {2417, 2921}}, {19, {2405}}};
+  static const std::map<int, std::set<int>> only = {{2, {2407}}, {13, {2417, 2921}}, {19, {2405}}};
+  const int doubled = two ? DoubledPaper(static_cast<uint16_t>(paper)) : paper;
   for (const auto& [group, controls] : groups_) {
     if (group == 20 || (only.contains(group) && !only.at(group).contains(list))) continue;
     const bool plain = group == 8 || group == 9 || group == 11;
-    const int sheet = two && !plain ? DoubledPaper(static_cast<uint16_t>(paper)) : paper;
+    const int sheet = plain ? paper : doubled;
     for (const int control : controls) {
       if (!papers && (control != list || group == 11 || (group >= 14 && group <= 16))) continue;
       if (!available(control) && group != 6) continue;

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <span>
 #include <vector>
 
 #include "platform/handles.h"
@@ -147,6 +148,38 @@ TEST_F(SpoolerTest, ARemovedQueueIsGoneForItsOpenHandleToo) {
   EXPECT_EQ(SetPrinterDataW(printer.get(), u"v", REG_BINARY, &byte, 1), kErrorPrinterDeleted);
   EXPECT_EQ(GetPrinterW(printer.get(), 2, nullptr, 0, &needed), 0);
   EXPECT_EQ(GetLastError(), kErrorPrinterDeleted);
+}
+
+TEST_F(SpoolerTest, AllPrinterDataComeInOneLook) {
+  const auto enumerate = [&](std::vector<uint8_t>& buffer, DWORD* needed, DWORD* count) {
+    return EnumPrinterDataExW(printer.get(), u"PrinterDriverData", buffer.data(), static_cast<DWORD>(buffer.size()),
+                              needed, count);
+  };
+  const uint8_t odd[] = {1, 2, 3};
+  ASSERT_EQ(SetPrinterDataW(printer.get(), u"odd", REG_BINARY, odd, sizeof odd), kErrorSuccess);
+  ASSERT_EQ(SetPrinterDataW(printer.get(), u"none", REG_BINARY, nullptr, 0), kErrorSuccess);
+  std::vector<uint8_t> buffer;
+  DWORD needed = 0;
+  DWORD count = 77;
+  EXPECT_EQ(enumerate(buffer, &needed, &count), kErrorMoreData);
+  buffer.resize(needed - 1);
+  EXPECT_EQ(enumerate(buffer, &needed, &count), kErrorMoreData);
+  EXPECT_EQ(count, 77U);
+  buffer.resize(needed);
+  const uint64_t calls = backend.Calls();
+  ASSERT_EQ(enumerate(buffer, &needed, &count), kErrorSuccess);
+  EXPECT_EQ(backend.Calls(), calls + 1);
+  ASSERT_EQ(count, 2U);
+  const auto* values = reinterpret_cast<const PRINTER_ENUM_VALUESW*>(buffer.data());
+  for (const PRINTER_ENUM_VALUESW& value : std::span(values, count)) {
+    const std::u16string_view name(value.pValueName);
+    EXPECT_EQ(value.cbValueName, (name.size() + 1) * 2);
+    EXPECT_EQ(value.cbData, name == u"odd" ? 3U : 0U);
+    EXPECT_EQ(value.dwType, REG_BINARY);
+    EXPECT_TRUE(name != u"odd" || std::memcmp(value.pData, odd, sizeof odd) == 0);
+  }
+  EXPECT_EQ(EnumPrinterDataExW(printer.get(), u"Other", nullptr, 0, &needed, &count), kErrorFileNotFound);
+  EXPECT_EQ(EnumPrinterDataExW(nullptr, u"PrinterDriverData", nullptr, 0, &needed, &count), kErrorInvalidHandle);
 }
 
 TEST_F(SpoolerTest, WithoutRightsPrinterDataIsReadOnly) {

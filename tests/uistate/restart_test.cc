@@ -50,7 +50,7 @@ TEST_F(RestartTest, AWithdrawnChangeIsGone) {
   ASSERT_TRUE(SeedStores(u"P1", kDriverVersion - 1));
   const ListStoreSet seeded = ReadAll();
   {
-    UserTreeBatch batch;
+    platform::RegistryBatch batch(platform::HKEY_CURRENT_USER);
     DeleteOldStores(u"P1");
     WalkStore(PatternSet(3), ListStoreId::kWatermarks, u"P1", WalkOp::kWrite);
   }

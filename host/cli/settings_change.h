@@ -1,0 +1,34 @@
+// Changes that a command makes, one after the other, each with its consequences.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "command.h"
+#include "engine/resolve.h"
+#include "setting_names.h"
+#include "sheet.h"
+#include "terminal_view.h"
+
+namespace heron::cli {
+
+/// What became of one wish.
+struct ChangeRecord {
+  Wish wish;
+  uint16_t old = 0;
+  engine::ResolveOutcome outcome;
+  std::vector<ShownReport> reports;
+  std::vector<engine::LogEntry> log;
+  std::vector<engine::Opposition> opposition;
+};
+
+/// Runs one wish through the engine. Throws exit code 4 for what is refused before the rules are asked: a control that
+/// isn't available, an item that is forbidden, a device option without `device`; the sentence names what stands in the
+/// way.
+ChangeRecord MakeChange(Sheet& sheet, const Wish& wish, bool device, TerminalView& view);
+
+/// One line for what changed: the wish and the settings that followed.
+void PrintChange(const ChangeRecord& change, Sheet& sheet);
+Json ChangeJson(const ChangeRecord& change);
+
+}  // namespace heron::cli

@@ -1,0 +1,45 @@
+// The settings of a working store as a person and as JSON want them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "command.h"
+#include "labels.h"
+#include "uistate/ui_state.h"
+
+namespace heron::cli {
+
+/// One thing that a setting can be.
+struct Choice {
+  int32_t value;
+  std::string label;
+};
+
+/// One setting with what it is and can be.
+struct Setting {
+  uint16_t parameter = 0;
+  std::string key;  ///< empty if the setting has none; then `parameter` names it
+  std::string page;
+  bool inner = false;  ///< follows from other choices
+  std::string label;
+  int32_t value = 0;
+  int32_t defaultValue = 0;
+  bool hasRange = false;
+  int32_t min = 0, max = 0;     ///< if it has a range
+  std::vector<Choice> choices;  ///< if it has options; a value may stand twice with two labels
+
+  /// "Portrait", "on", "210"; an unknown value as its number.
+  std::string ValueText(int32_t of) const;
+};
+
+/// Every setting of the model, page by page.
+std::vector<Setting> SettingsOf(const UiState& ui, const Catalogue& catalogue);
+
+/// Page by page, each setting with what it can be.
+void PrintAll(const std::vector<Setting>& settings);
+/// Page by page, those that differ from `fresh`, the settings that the printer starts with.
+void PrintChanged(const std::vector<Setting>& settings, const std::vector<Setting>& fresh);
+Json SettingsJson(const std::vector<Setting>& settings);
+
+}  // namespace heron::cli

@@ -1,0 +1,88 @@
+#include "sheet.h"
+
+#include <algorithm>
+#include <new>
+
+#include "engine/commit.h"
+#include "engine/opening.h"
+#include "resolved_record.h"
+#include "settings/printer_data.h"
+#include "store/store.h"
+
+namespace heron::cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::unique_ptr<ResourceContext, CloseContext> OpenResources(Printer& printer) {
+  RefreshDriverDirectory(printer.handle());
+  std::unique_ptr<ResourceContext, CloseContext> resources(OpenResourceContext(ReadLocaleCountry()));
+  if (resources == nullptr) throw std::bad_alloc();
+  return resources;
+}
+
+/// The record that a document sheet begins with.
+Bytes DocumentRecord(Printer& printer, const std::string& in, const fs::path& own, bool fresh) {
+  if (fresh) return ResolvedRecord(printer, {});
+  if (!in.empty()) return ResolvedRecord(printer, ReadRecord(in));
+  std::error_code error;
+  return ResolvedRecord(printer, fs::exists(own, error) ? ReadRecord(own.string()) : Bytes());
+}
+
+}  // namespace
+
+Sheet::Sheet(Printer& printer, const std::string& name, const std::string& in, SheetKind kind, bool fresh)
+    : printer_(printer),
+      name_(name),
+      kind_(kind),
+      own_(store::WorkingRecordPath(name)),
+      resources_(OpenResources(printer)) {
+  if (kind == SheetKind::kDevice) {
+    LoadPrinterEnv(printer.handle(), &env_, printer.name(), resources_.get());
+  } else {
+    const Bytes record = DocumentRecord(printer, in, own_, fresh);
+    std::copy_n(record.begin(), kEnvSize, env_.bytes.begin());
+  }
+  strings_.emplace();
+  ui_ = CreateUiState(resources_.get(), env_, printer.handle());
+  if (ui_ == nullptr) throw Failure(kFailed, "the settings can't be opened: the store can't be read now; try again");
+  engine_ = std::make_unique<engine::Engine>(*ui_);
+  resolver_ = std::make_unique<engine::Resolver>(*engine_);
+}
+
+Sheet::~Sheet() {
+  resolver_.reset();
+  engine_.reset();
+  DestroyUiState(ui_);
+}
+
+void Sheet::Open(bool corrects) {
+  engine::OpenSettings(*resolver_, nullptr, corrects ? engine::OpeningPass::kRun : engine::OpeningPass::kSkip);
+}
+
+void Sheet::Commit(engine::EngineView* view) {
+  engine::CommitSettings(*engine_, view);
+}
+
+Bytes Sheet::Record() {
+  WriteBackUiState(*ui_, env_, resources_.get());
+  return {env_.bytes.begin(), env_.bytes.end()};
+}
+
+void Sheet::Keep(const Bytes& record) {
+  if (kind_ == SheetKind::kDevice) {
+    if (!SavePrinterEnv(printer_.handle(), env_)) FailWith(platform::GetLastError(), "store the printer's settings");
+    UpdateStoredCountry(printer_.handle());
+    return;
+  }
+  std::error_code error;
+  fs::create_directories(own_.parent_path(), error);
+  fs::permissions(own_.parent_path(), fs::perms::owner_all, error);
+  ReplaceFile(own_.string(), record);
+}
+
+std::string Sheet::PlaceOfRecord() const {
+  return kind_ == SheetKind::kDevice ? "the printer's saved record" : own_.string();
+}
+
+}  // namespace heron::cli

@@ -1,0 +1,44 @@
+#include "terminal_view.h"
+
+#include <unistd.h>
+
+#include <iostream>
+
+#include "command.h"
+#include "engine/engine.h"
+
+namespace heron::cli {
+
+uint16_t TerminalView::ReadControl(uint16_t id) {
+  return id == control_ ? value_ : engine::kUnknownValue;
+}
+
+/// Prints the question on the terminal and waits for yes or no; without a terminal nobody can say yes.
+bool TerminalView::Ask() {
+  if (consent_ != Consent::kAsk) return consent_ == Consent::kYes;
+  if (isatty(STDIN_FILENO) == 0) {
+    wanted_consent_ = true;
+    return false;
+  }
+  std::string line;
+  while (true) {
+    std::cerr << "[yes/no] " << std::flush;
+    if (!std::getline(std::cin, line)) return false;
+    if (line == "y" || line == "yes" || line == "Yes" || line == "Y") return true;
+    if (line == "n" || line == "no" || line == "No" || line == "N") return false;
+  }
+}
+
+bool TerminalView::Show(const engine::Report& report) {
+  ShownReport shown{Printable(report.caption), PrintableLines(report.text), report.asks, true};
+  if (!quiet_ || (report.asks && consent_ == Consent::kAsk)) {
+    // A question stands where its answer is typed, everything else is the answer of the command.
+    std::ostream& out = report.asks ? std::cerr : std::cout;
+    out << Heading(shown.caption) << '\n' << shown.text << '\n';
+  }
+  if (report.asks) shown.yes = Ask();
+  reports_.push_back(shown);
+  return shown.yes;
+}
+
+}  // namespace heron::cli

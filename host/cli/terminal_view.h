@@ -1,0 +1,60 @@
+// The engine's view of a command line: reports are printed or kept, questions asked on a terminal or answered
+// beforehand.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "engine/view.h"
+
+namespace heron::cli {
+
+/// How questions are answered.
+enum class Consent { kAsk, kYes, kNo };
+
+/// A report as it was shown, and what was answered.
+struct ShownReport {
+  std::string caption;
+  std::string text;
+  bool asked = false;
+  bool yes = true;
+};
+
+class TerminalView : public engine::EngineView {
+ public:
+  /// `quiet`: reports are kept and not printed.
+  TerminalView(Consent consent, bool quiet) : consent_(consent), quiet_(quiet) {}
+
+  /// The change that the engine is about to ask for.
+  void SetPending(uint16_t control, uint16_t value) {
+    control_ = control;
+    value_ = value;
+  }
+  /// Reports since the last call.
+  std::vector<ShownReport> TakeReports() { return std::move(reports_); }
+  /// A question was refused because nobody could be asked.
+  bool wantedConsent() const { return wanted_consent_; }
+
+  uint16_t ReadControl(uint16_t id) override;
+  bool Show(const engine::Report& report) override;
+  void RedisplayControl(uint16_t, uint16_t) override {}
+  void RefreshList(uint16_t) override {}
+  void RefreshPerPageList() override {}
+  void RepaintPictures() override {}
+  void EnableControl(uint16_t, bool) override {}
+  void FocusControl(uint16_t) override {}
+  bool PerPageRowSelected() const override { return false; }
+
+ private:
+  bool Ask();
+
+  Consent consent_;
+  bool quiet_;
+  bool wanted_consent_ = false;
+  uint16_t control_ = 0;
+  uint16_t value_ = 0;
+  std::vector<ShownReport> reports_;
+};
+
+}  // namespace heron::cli
