@@ -123,7 +123,10 @@ ChangeRecord MakeChange(Sheet& sheet, const Wish& wish, bool device, TerminalVie
     SetAtOnce(sheet, wish);
     return change;
   }
-  if (engine::SourceOfMirror(control) != engine::kNoControl) engine::StoreTrayMedia(engine, control, wish.value);
+  if (engine::SourceOfMirror(control) != engine::kNoControl) {
+    engine::BeginAction(sheet.resolver());  // so that a No takes the tray's media back too
+    engine::StoreTrayMedia(engine, control, wish.value);
+  }
   view.SetPending(wish.control, wish.value);
   change.outcome = engine::ResolveChange(sheet.resolver(), &view, wish.control);
   change.reports = view.TakeReports();

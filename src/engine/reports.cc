@@ -138,7 +138,9 @@ std::u16string PerPageRemark(const Resolver& resolver, bool follows_lines) {
   if (resolver.log.perPageConflicts <= 0 || resolver.engine.ui->stores.pageLists == nullptr ||
       !IsControlAvailable(resolver.engine, kListControl))
     return {};
-  return (follows_lines ? u"\n" : u"") + std::u16string(GetUiString(kRemark));
+  std::u16string remark(follows_lines ? u"\n" : u"");
+  remark += GetUiString(kRemark);
+  return remark;
 }
 
 std::u16string PageTextErrorText(PageTextError error, PageTextField field) {

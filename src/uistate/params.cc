@@ -11,7 +11,6 @@
 namespace heron {
 namespace {
 
-
 constexpr std::u16string_view kOwnTypes[] = {u"u8", u"u16", u"w32"};
 
 bool SameText(std::u16string_view wide, std::string_view narrow) {

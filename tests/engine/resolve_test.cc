@@ -5,6 +5,7 @@
 #include "engine/opening.h"
 #include "engine/resolve_fixture.h"
 #include "engine/resolve_parts.h"
+#include "support/failing_new.h"
 
 namespace heron::engine {
 namespace {
@@ -62,6 +63,21 @@ TEST_F(ResolveTest, AnExceptionLeavesTheStateAsItWas) {
   EXPECT_TRUE(Bytes() == before);
   EXPECT_EQ(engine->mode, ResolveMode::kSingle);
   EXPECT_EQ(Resolve("lpOutputTray", 101), "0") << "the next change starts afresh";
+}
+
+TEST_F(ResolveTest, WithoutMemoryAChangeIsMadeWithoutItsReport) {
+  struct : TestView {
+    uint16_t ReadControl(uint16_t) override { return 101; }
+    void EnableControl(uint16_t, bool) override {}
+  } quiet;
+  Put("lpOutputUnit=2 lpMailBinKit=2 Staple_Check=1");
+  {
+    const test::FailingNew none(0);
+    outcome = ResolveChange(*resolver, &quiet, 139);
+  }
+  EXPECT_TRUE(outcome.applied);
+  EXPECT_EQ(outcome.answer, Answer::kNotAsked);
+  EXPECT_EQ(Value("Staple_Check"), 0);
 }
 
 TEST_F(ResolveTest, ThePickedCustomPaperIsAskedFor) {
