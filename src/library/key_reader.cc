@@ -69,19 +69,20 @@ bool KeyReader::ReadText(const KeyEntry& key, size_t place, std::string_view nam
   return true;
 }
 
-/// Lines 0, 1, ... up to the first that isn't there. One that no longer fits is dropped.
+/// Lines 0, 1, ... up to the first that isn't there. One that no longer fits is dropped, and a shorter one may still.
 bool KeyReader::ReadLines(size_t place, const StoreField& value) {
   const NamePattern line_name{{}, {}, true};
+  const size_t most = RoomOf(value) - 1;
   NameBuffer buffer;
   std::u16string all;
   int line = 0;
-  for (;; ++line) {
+  for (; line == 0 || all.size() + kLineEnd.size() <= most; ++line) {
     const std::string_view name = ExpandName(line_name, line, buffer);
     const std::u16string text = ReadProfileKey(index_, place, name, kAbsentText, RoomOf(value) + 1);
     if (text == kAbsentText) break;
     const std::u16string_view inner = Unwrap(text, LineStyle::kStarsLines);
     const std::u16string_view join = line == 0 ? std::u16string_view() : kLineEnd;
-    if (all.size() + join.size() + inner.size() < RoomOf(value)) all.append(join).append(inner);
+    if (all.size() + join.size() + inner.size() <= most) all.append(join).append(inner);
   }
   if (line != 0) PutText(value, all);
   return line != 0;

@@ -14,17 +14,33 @@
 namespace heron::platform {
 namespace {
 
-constexpr std::string_view kBlanks = " \t";
 constexpr std::string_view kLineEnd = "\r\n";
 
+// Plain loops: lines are short, and a search through a set of characters costs a call for each of them.
+
+bool IsBlank(char c) {
+  return c == ' ' || c == '\t';
+}
+
+bool EndsKey(char c) {
+  return c == '=' || c == '\r' || c == '\n';
+}
+
 std::string_view TrimFront(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
   return text;
 }
 
 std::string_view Trim(std::string_view text) {
   text = TrimFront(text);
-  return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+/// The line without its end, or what stands before a CR in it.
+std::string_view WithoutEnd(std::string_view line) {
+  return line.substr(
+      0, static_cast<size_t>(std::ranges::find_if(line, [](char c) { return c == '\r' || c == '\n'; }) - line.begin()));
 }
 
 /// The next line of `rest` with its end, taken off it.
@@ -42,11 +58,11 @@ std::string_view HeadingName(std::string_view line) {
 }
 
 std::string_view KeyOf(std::string_view line) {
-  return Trim(line.substr(0, line.find_first_of("=\r\n")));
+  return Trim(line.substr(0, static_cast<size_t>(std::ranges::find_if(line, EndsKey) - line.begin())));
 }
 
 std::string_view ValueOf(std::string_view line) {
-  line = line.substr(0, line.find_first_of(kLineEnd));
+  line = WithoutEnd(line);
   const size_t sign = line.find('=');
   return sign == std::string_view::npos ? std::string_view() : Trim(line.substr(sign + 1));
 }
@@ -55,7 +71,7 @@ std::string_view ValueOf(std::string_view line) {
 size_t NextHeading(std::string_view bytes, size_t from) {
   for (size_t at = bytes.find('[', from); at != std::string_view::npos; at = bytes.find('[', at + 1)) {
     size_t start = at;
-    while (start > 0 && kBlanks.find(bytes[start - 1]) != std::string_view::npos) --start;
+    while (start > 0 && IsBlank(bytes[start - 1])) --start;
     if (start == 0 || bytes[start - 1] == '\n') return start;
   }
   return bytes.size();
@@ -68,7 +84,7 @@ std::string LineOf(std::string_view key, std::string_view value) {
 }
 
 bool IsEmptyLine(std::string_view line) {
-  return Trim(line.substr(0, line.find_first_of(kLineEnd))).empty();
+  return Trim(WithoutEnd(line)).empty();
 }
 
 /// Where a new key of a section goes: behind its last line that isn't empty.
@@ -162,7 +178,8 @@ bool Profile::Get(std::string_view section, std::string_view key, std::string_vi
   const SectionId id = Find(section);
   if (id == kNone || key.empty()) return false;
   const auto take = [&](std::string_view line) {
-    if (KeyOf(line) != key) return false;
+    line = TrimFront(line);
+    if (!line.starts_with(key) || KeyOf(line) != key) return false;
     *value = ValueOf(line);
     return true;
   };
