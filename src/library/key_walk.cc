@@ -55,7 +55,7 @@ void StoreCount(const KeyEntry& count, const StoreField& field, uint32_t value) 
 
 class Walker {
  public:
-  Walker(UiState& ui, WalkKind kind, KeyTransfer& transfer)
+  Walker(const UiState& ui, WalkKind kind, KeyTransfer& transfer)
       : ui_(ui), into_(kind == WalkKind::kInto), transfer_(transfer), known_(into_ ? Plan().keys.size() : 0) {}
 
   void Walk(const KeyEntry& key);
@@ -70,7 +70,7 @@ class Walker {
   void CloseCount(const KeyEntry& key, int section_number, bool found);
   void TakeCount(const KeyEntry& key, int section_number, int items) const;
 
-  UiState& ui_;
+  const UiState& ui_;
   const bool into_;
   KeyTransfer& transfer_;
   std::vector<uint16_t> known_;  ///< of a count: a bit for each section number whose count was found
@@ -132,7 +132,7 @@ void Walker::Walk(const KeyEntry& key) {
 
 }  // namespace
 
-bool WalkKeys(UiState& ui, WalkKind kind, int group, KeyTransfer& transfer) {
+bool WalkKeys(const UiState& ui, WalkKind kind, int group, KeyTransfer& transfer) {
   Walker walker(ui, kind, transfer);
   const int passes = kind == WalkKind::kInto ? 2 : 1;
   for (int pass = 0; pass < passes; ++pass) {

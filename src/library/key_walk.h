@@ -24,6 +24,6 @@ enum class WalkKind : uint8_t {
 };
 
 /// Walks the keys of `group` (kAllGroups: all). False if no value at all was transferred.
-bool WalkKeys(UiState& ui, WalkKind kind, int group, KeyTransfer& transfer);
+bool WalkKeys(const UiState& ui, WalkKind kind, int group, KeyTransfer& transfer);
 
 }  // namespace heron

@@ -83,7 +83,7 @@ void KeyWriter::WriteLines(size_t place, const KeyEntry& key, int section_number
   for (const std::u16string_view line : SplitLines(text)) {
     value_.assign(1, '*');
     AppendLineText(line, &value_);
-    Put(place, key, section_number, ExpandName(line_name, number++, buffer), value_);
+    Put(place, key, section_number, ExpandName(line_name, number++, buffer), TrimBlanks(value_));
   }
   if (sections_[place].own) return;
   while (file_.RemoveKey(sections_[place].id, ExpandName(line_name, number, buffer))) ++number;

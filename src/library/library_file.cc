@@ -120,7 +120,7 @@ void LibraryReadSettings(UiState& ui, const Profile& file, const ResourceContext
   RefreshTrayMedia(ui, resources);  // once the trays are legal
 }
 
-bool LibraryWriteSettings(UiState& ui, std::u16string_view path) {
+bool LibraryWriteSettings(const UiState& ui, std::u16string_view path) {
   const std::u16string name(path);
   std::string bytes;
   const platform::DWORD status = platform::ReadProfileBytes(name.c_str(), &bytes);
@@ -129,7 +129,7 @@ bool LibraryWriteSettings(UiState& ui, std::u16string_view path) {
   return LibraryWriteSettings(ui, file) && platform::SaveProfile(name.c_str(), file) == platform::kErrorSuccess;
 }
 
-bool LibraryWriteSettings(UiState& ui, Profile& file) {
+bool LibraryWriteSettings(const UiState& ui, Profile& file) {
   KeyWriter writer(file);
   const bool written = WalkKeys(ui, WalkKind::kOutOf, kAllGroups, writer);
   WritePageNumbers(ui, file);

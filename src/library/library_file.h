@@ -23,9 +23,9 @@ void LibraryReadSettings(UiState& ui, const platform::Profile& file, const Resou
 
 /// Writes every setting into the file at `path`, which is made if it is missing; what else is in it stays. False if it
 /// couldn't be replaced: it is then as it was.
-bool LibraryWriteSettings(UiState& ui, std::u16string_view path);
+bool LibraryWriteSettings(const UiState& ui, std::u16string_view path);
 /// The same into a file in memory. False if not one key was written.
-bool LibraryWriteSettings(UiState& ui, platform::Profile& file);
+bool LibraryWriteSettings(const UiState& ui, platform::Profile& file);
 
 /// Copies the settings of one recall group and repairs them. Both states are of this driver; `resources` isn't null.
 void CopySettingsGroup(UiState& target, const UiState& source, int group, const ResourceContext* resources);
