@@ -10,7 +10,8 @@ if(HERON_SANITIZE)
   add_compile_options(-fsanitize=${HERON_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${HERON_SANITIZE})
   # Sanitized code trips this warning in the standard library's own headers.
-  target_compile_options(heron_flags INTERFACE -Wno-null-dereference -Wno-maybe-uninitialized)
+  target_compile_options(heron_flags INTERFACE -Wno-null-dereference
+                         $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 else()
   target_compile_options(heron_flags INTERFACE
     $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=3> -D_GLIBCXX_ASSERTIONS -ftrivial-auto-var-init=zero)

@@ -44,7 +44,7 @@ bool ParseNumber(std::string_view text, uint16_t type, uint32_t* number) {
 
 void PutText(const StoreField& field, std::u16string_view text) {
   text = text.substr(0, std::min(text.find(u'\0'), RoomOf(field) - 1));
-  std::memcpy(field.data, text.data(), text.size() * sizeof(char16_t));
+  if (!text.empty()) std::memcpy(field.data, text.data(), text.size() * sizeof(char16_t));
   std::memset(field.data + text.size() * sizeof(char16_t), 0, field.size - text.size() * sizeof(char16_t));
 }
 

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "platform/guarded.h"
 #include "platform/text.h"
@@ -202,8 +203,11 @@ std::string* Profile::FindLine(Section& section, std::string_view key) {
     while (lines.next < lines.text.size() && KeyOf(lines.text[lines.next]).empty()) ++lines.next;
     if (lines.next < lines.text.size() && KeyOf(lines.text[lines.next]) == key) return &lines.text[lines.next++];
     lines.inStep = false;
-    for (size_t i = section.headingSize == 0 ? 0 : 1; i < lines.text.size(); ++i) {
-      lines.known.try_emplace(std::string(KeyOf(lines.text[i])), i);
+    lines.later.assign(lines.text.size(), kNone);
+    const size_t first = section.headingSize == 0 ? 0 : 1;
+    for (size_t i = lines.text.size(); i-- > first;) {
+      const auto [known, is_new] = lines.known.try_emplace(std::string(KeyOf(lines.text[i])), i);
+      if (!is_new) lines.later[i] = std::exchange(known->second, i);
     }
   }
   const auto found = lines.known.find(std::string(key));
@@ -241,14 +245,21 @@ void Profile::Append(SectionId id, std::string_view key, std::string_view value)
   if (end > 0 && !lines[end - 1].ends_with('\n')) lines[end - 1] += kLineEnd;
   lines.insert(lines.begin() + static_cast<ptrdiff_t>(end), LineOf(key, value));
   // Only empty lines have moved, so that the places of the keys stand.
-  if (!section.lines->inStep) section.lines->known[std::string(key)] = end;
+  if (section.lines->inStep) return;
+  section.lines->known[std::string(key)] = end;
+  section.lines->later.insert(section.lines->later.begin() + static_cast<ptrdiff_t>(end), kNone);
 }
 
 bool Profile::RemoveKey(SectionId section, std::string_view key) {
   std::string* line = FindLine(sections_[section], key);
   if (line == nullptr) return false;
   line->clear();
-  sections_[section].lines->known.erase(std::string(key));
+  Lines& lines = *sections_[section].lines;
+  if (lines.inStep) return true;
+  // A later line of the same key counts from now on.
+  const auto known = lines.known.find(std::string(key));
+  known->second = lines.later[known->second];
+  if (known->second == kNone) lines.known.erase(known);
   return true;
 }
 
