@@ -1,8 +1,6 @@
 // Profiles in memory, and the documented calls over them (profile.h).
 //
-// A file is cut into sections once; a section is cut into lines only when a key of it is replaced. Files are mostly
-// rewritten in the order in which they stand, so a key is first looked for behind the one before. That the first of
-// doubled keys counts is kept: as long as every key was found there, no line before it can hold another of its name.
+// A file is cut into sections once; a section is cut into lines only when a key of it is replaced.
 #include "platform/profile.h"
 
 #include <algorithm>
@@ -191,18 +189,12 @@ bool Profile::Get(std::string_view section, std::string_view key, std::string_vi
   return false;
 }
 
-/// The line of a key, or null. Cuts the section into lines.
+/// The line of a key, or null. Cuts the section into lines at the first call.
 std::string* Profile::FindLine(Section& section, std::string_view key) {
   if (section.lines == nullptr) {
     section.lines = std::make_unique<Lines>();
-    for (std::string_view rest = section.text; !rest.empty();) section.lines->text.emplace_back(CutLine(rest));
-    section.lines->next = section.headingSize == 0 ? 0 : 1;
-  }
-  Lines& lines = *section.lines;
-  if (lines.inStep) {
-    while (lines.next < lines.text.size() && KeyOf(lines.text[lines.next]).empty()) ++lines.next;
-    if (lines.next < lines.text.size() && KeyOf(lines.text[lines.next]) == key) return &lines.text[lines.next++];
-    lines.inStep = false;
+    Lines& lines = *section.lines;
+    for (std::string_view rest = section.text; !rest.empty();) lines.text.emplace_back(CutLine(rest));
     lines.later.assign(lines.text.size(), kNone);
     const size_t first = section.headingSize == 0 ? 0 : 1;
     for (size_t i = lines.text.size(); i-- > first;) {
@@ -210,8 +202,8 @@ std::string* Profile::FindLine(Section& section, std::string_view key) {
       if (!is_new) lines.later[i] = std::exchange(known->second, i);
     }
   }
-  const auto found = lines.known.find(std::string(key));
-  return found == lines.known.end() ? nullptr : &lines.text[found->second];
+  const auto found = section.lines->known.find(std::string(key));
+  return found == section.lines->known.end() ? nullptr : &section.lines->text[found->second];
 }
 
 void Profile::Set(SectionId section, std::string_view key, std::string_view value) {
@@ -245,7 +237,6 @@ void Profile::Append(SectionId id, std::string_view key, std::string_view value)
   if (end > 0 && !lines[end - 1].ends_with('\n')) lines[end - 1] += kLineEnd;
   lines.insert(lines.begin() + static_cast<ptrdiff_t>(end), LineOf(key, value));
   // Only empty lines have moved, so that the places of the keys stand.
-  if (section.lines->inStep) return;
   section.lines->known[std::string(key)] = end;
   section.lines->later.insert(section.lines->later.begin() + static_cast<ptrdiff_t>(end), kNone);
 }
@@ -255,7 +246,6 @@ bool Profile::RemoveKey(SectionId section, std::string_view key) {
   if (line == nullptr) return false;
   line->clear();
   Lines& lines = *sections_[section].lines;
-  if (lines.inStep) return true;
   // A later line of the same key counts from now on.
   const auto known = lines.known.find(std::string(key));
   known->second = lines.later[known->second];

@@ -71,10 +71,8 @@ class HERON_PLATFORM_API Profile {
   /// The lines of a section in which keys are replaced; a removed line is empty.
   struct Lines {
     std::vector<std::string> text;
-    size_t next = 0;                                ///< behind the line that was found last
-    bool inStep = true;                             ///< every key so far stood in the line behind the one before
-    std::unordered_map<std::string, size_t> known;  ///< once out of step: the first line of each key
-    std::vector<size_t> later;                      ///< with `known`: of a line, the next one of its key, or kNone
+    std::unordered_map<std::string, size_t> known;  ///< the first line of each key
+    std::vector<size_t> later;                      ///< of a line: the next one of its key, or kNone
   };
   struct Section {
     std::string name;  ///< empty for lines that belong to no heading
