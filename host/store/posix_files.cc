@@ -10,6 +10,7 @@
 #include <chrono>
 
 #include "platform/text.h"
+#include "store/store.h"
 
 namespace heron::store {
 namespace {
@@ -22,6 +23,8 @@ constexpr mode_t kOwnersFolder = 0700;
 
 DWORD StatusOf(int error) {
   switch (error) {
+    case 0:
+      return kErrorSuccess;
     case ENOENT:
       return kErrorFileNotFound;
     case ENOTDIR:
@@ -124,6 +127,16 @@ DWORD PosixFiles::Open(std::u16string_view path, bool write, bool create, std::s
 
 DWORD PosixFiles::Delete(std::u16string_view path) {
   return unlink(ToUtf8(path).c_str()) == 0 ? kErrorSuccess : StatusOf(errno);
+}
+
+DWORD PosixFiles::Replace(std::u16string_view path, std::span<const uint8_t> data) {
+  const std::string name = ToUtf8(path);
+  struct stat info;
+  if (lstat(name.c_str(), &info) == 0) {
+    // A new file would take the place of one that its owner protected.
+    if (!S_ISREG(info.st_mode) || access(name.c_str(), W_OK) != 0) return kErrorAccessDenied;
+  }
+  return StatusOf(ReplaceFileBytes(name, data));
 }
 
 }  // namespace heron::store

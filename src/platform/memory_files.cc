@@ -72,4 +72,11 @@ DWORD MemoryFiles::Delete(std::u16string_view path) {
   return content.erase(std::u16string(path)) == 1 ? kErrorSuccess : kErrorFileNotFound;
 }
 
+DWORD MemoryFiles::Replace(std::u16string_view path, std::span<const uint8_t> data) {
+  const std::lock_guard guard(mutex_);
+  if (!writable) return kErrorAccessDenied;
+  content.insert_or_assign(std::u16string(path), std::make_shared<std::vector<uint8_t>>(data.begin(), data.end()));
+  return kErrorSuccess;
+}
+
 }  // namespace heron::platform

@@ -16,6 +16,7 @@ class MemoryFiles : public FileStore {
   DWORD CreateNew(std::u16string_view path) override;
   DWORD Open(std::u16string_view path, bool write, bool create, std::shared_ptr<OpenFile>* file) override;
   DWORD Delete(std::u16string_view path) override;
+  DWORD Replace(std::u16string_view path, std::span<const uint8_t> data) override;
 
   /// Tests read and change these between calls.
   std::map<std::u16string, std::shared_ptr<std::vector<uint8_t>>> content;
