@@ -21,7 +21,7 @@ class SectionIndex {
   explicit SectionIndex(const platform::Profile& file);
 
   /// The value's bytes. False, with `value` untouched, if the key or its section is absent. `place` is the section's
-  /// among all that a file can have (SectionEntry::PlaceOf). Valid as long as the file.
+  /// among all that a file can have (SectionEntry::PlaceOf). A key is asked for once. Valid as long as the file.
   bool FindValue(size_t place, std::string_view key, std::string_view* value);
 
  private:
