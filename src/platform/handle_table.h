@@ -10,6 +10,7 @@
 #include <variant>
 
 #include "platform/backend.h"
+#include "platform/dialog.h"
 #include "platform/types.h"
 
 namespace heron::platform {
@@ -30,7 +31,11 @@ struct OpenedFile {
   std::shared_ptr<OpenFile> file;
 };
 
-using HandleEntry = std::variant<OpenedKey, OpenedPrinter, OpenedFile>;
+struct OpenedPage {
+  PropertyPage page;
+};
+
+using HandleEntry = std::variant<OpenedKey, OpenedPrinter, OpenedFile, OpenedPage>;
 
 /// A new handle for `entry`. May throw std::bad_alloc.
 void* InsertHandle(HandleEntry entry);
