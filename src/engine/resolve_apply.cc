@@ -51,12 +51,6 @@ void SetCustomPaperMarks(Engine& engine) {
   if (output_marked && media != nullptr && std::ranges::count(kLongMedia, *media) == 0) *media = kLongMedia[0];
 }
 
-void LoadAllMirrors(Engine& engine) {
-  for (const ControlIndex source :
-       {Control(u"lpMediaSource"), Control(u"lpFrontCoverTray"), Control(u"lpBackCoverTray")})
-    LoadTrayMedia(engine, source);
-}
-
 /// A number of copies that can't be is corrected in its field; a fax has one.
 void ClampCopies(Engine& engine, EngineView* view) {
   const NumericBlock& range = SlotAs<u"Copies", NumericBlock>(*engine.ui);
@@ -112,7 +106,7 @@ void ApplyChanges(Resolver& resolver) {
   DeriveLayout(*engine.ui);
   DeriveBindMargin(*engine.ui);
   SetCustomPaperMarks(engine);
-  LoadAllMirrors(engine);
+  LoadTrayMirrors(engine);
 }
 
 void ApplySequence(Resolver& resolver, EngineView* view, bool is_button) {

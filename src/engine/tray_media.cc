@@ -40,12 +40,16 @@ uint8_t* RowOf(const Engine& engine, uint16_t source) {
   return nullptr;
 }
 
+TrayMedia DefaultMedia(const Engine& engine) {
+  const auto byte = [&](size_t i) { return static_cast<uint8_t>(engine.Default(kSources[0].mirrors[i])); };
+  return {byte(0), byte(1), byte(2), byte(3)};
+}
+
 }  // namespace
 
 TrayMedia MediaOfTray(const Engine& engine, uint16_t source) {
   if (const uint8_t* row = RowOf(engine, source)) return {row[0], row[1], row[2], row[3]};
-  const auto byte = [&](size_t i) { return static_cast<uint8_t>(engine.Default(kSources[0].mirrors[i])); };
-  return {byte(0), byte(1), byte(2), byte(3)};
+  return DefaultMedia(engine);
 }
 
 std::array<ControlIndex, 4> TrayMirrors(ControlIndex source) {
@@ -69,6 +73,10 @@ void LoadTrayMedia(Engine& engine, ControlIndex source) {
   engine.Set(row->mirrors[3], media.punched);
 }
 
+void LoadTrayMirrors(Engine& engine) {
+  for (const MirroredSource& row : kSources) LoadTrayMedia(engine, row.source);
+}
+
 bool StoreTrayMedia(Engine& engine, ControlIndex mirror, uint16_t value) {
   const ControlIndex source = SourceOfMirror(mirror);
   uint8_t* const row = source == kNoControl ? nullptr : RowOf(engine, engine.Value(source));
@@ -76,6 +84,18 @@ bool StoreTrayMedia(Engine& engine, ControlIndex mirror, uint16_t value) {
   const auto mirrors = TrayMirrors(source);
   row[std::ranges::find(mirrors, mirror) - mirrors.begin()] = static_cast<uint8_t>(value);
   return true;
+}
+
+bool StoreMediaType(Engine& engine, uint16_t source, uint8_t media_type) {
+  uint8_t* const row = RowOf(engine, source);
+  if (row != nullptr) *row = media_type;
+  return row != nullptr;
+}
+
+void ResetTrayMedia(Engine& engine) {
+  const TrayMedia media = DefaultMedia(engine);
+  for (size_t at = kFirstRow; at < sizeof(UiHead::trayTable); at += kRowSize)
+    std::memcpy(engine.ui->head().trayTable + at + sizeof(uint16_t), &media, sizeof media);
 }
 
 }  // namespace heron::engine
