@@ -60,6 +60,8 @@ class ModuleLoader {
   virtual bool Free(HMODULE module) = 0;               ///< false if it isn't loaded
   /// Address of the text and its length, valid while the module is loaded; an empty view if there is none.
   virtual std::u16string_view Text(HMODULE module, uint32_t id) = 0;
+  /// Data of a kind by number, valid as Text; empty if there is none.
+  virtual std::span<const uint8_t> Data(HMODULE, uint32_t /*kind*/, uint32_t /*id*/) { return {}; }
 };
 
 class ProcessInfo {
