@@ -31,8 +31,8 @@ void LeaveFaxMode(Engine& engine, EngineView* view);
 /// Returns how many.
 int ListFaxIgnored(Engine& engine, EngineView* view, std::u16string& text);
 
-/// Everything that follows from a new `lpOutput`, whose setting holds it already. False if the fax was refused: then the
-/// values of the last SnapshotValues are back, and the output is the printer.
+/// Everything that follows from a new `lpOutput`, whose setting holds it already. False if the fax was refused: then
+/// the values of the last SnapshotValues are back, and the output is the printer.
 bool ChangeOutputMode(Engine& engine, EngineView* view);
 
 }  // namespace heron::engine

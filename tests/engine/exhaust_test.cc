@@ -34,7 +34,8 @@ constexpr const char* kStarts[] = {
 constexpr uint16_t kFaxDialog = 900;
 
 /// Controls that rules name and no page shows, so that nobody can change them.
-constexpr uint16_t kOnNoPage[] = {122, 123, 127, 129, 141, 177, 301, 317, 318, 605, 606, 607, 625, 846, 883, 3600, 3601};
+constexpr uint16_t kOnNoPage[] = {122, 123, 127, 129, 141, 177, 301,  317, 318,
+                                  605, 606, 607, 625, 846, 883, 3600, 3601};
 
 /// A control in which a dialog keeps the row that it is editing: rules grey its items out and never move it, and what
 /// it holds while the dialog isn't open means nothing.

@@ -56,7 +56,8 @@ TEST_F(FaxModeTest, NamesStandTwoToALineAndEachOnce) {
 
 TEST_F(FaxModeTest, WithoutAPaperForItAFaxIsRefused) {
   Put("lpFAXUnit=2 Copies=3 lpMediaSize=9 lpOutputPaper=8");
-  for (ListItem& item : engine->controls[Control(u"lpOutputPaper")].list->Items()) item.value = 38;  // nothing but envelopes
+  for (ListItem& item : engine->controls[Control(u"lpOutputPaper")].list->Items())
+    item.value = 38;  // nothing but envelopes
   Put("lpOutputPaper=38");
   EXPECT_FALSE(Switch(kOutputFax));
   EXPECT_TRUE(front.shown.starts_with("[31631]|[22213][20008] : ")) << front.shown;

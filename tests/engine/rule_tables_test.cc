@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <concepts>
 #include <map>
 #include <optional>
 #include <set>
@@ -136,6 +137,167 @@ TEST(CombinationRules, OfPairsStandUnderBothControls) {
       "lpFAXUnit & lpOutput.902",
   };
   EXPECT_EQ(one_way, expected);
+}
+
+// The same for three: each of the controls must notice.
+TEST(CombinationRules, OfThreeStandUnderEachControl) {
+  std::map<std::string, int> missing;
+  const auto stands = [](const TripleRule& rule, const RuleTerm& first) {
+    return std::ranges::any_of(TripleRulesOf(first.control, first.value), [&](const TripleRule& other) {
+      return std::ranges::is_permutation(rule.when, other.when);
+    });
+  };
+  for (const TripleRule& rule : AllTripleRules()) {
+    for (const RuleTerm& term : rule.when) {
+      if (!stands(rule, term)) ++missing[NameOf(rule.when[0].control) + " & " + NameOf(term.control)];
+    }
+  }
+  const std::map<std::string, int> expected = {
+      // Changed in a dialog of its own, whose close asks the other rules.
+      {"lpMediaType.2921 & Collate_Check", 3},
+      {"lpMediaType.2921 & lpOutputTray", 12},
+      {"lpMediaType.2921 & lpOutputUnit", 15},
+      // The overlay's own page doesn't offer what the language can't do.
+      {"lpPDLType.844 & lpOverlay.402", 1},
+      {"lpPDLType.844 & lpOverlay.403", 1},
+      {"lpPDLType.844 & parameter234", 2},
+      {"lpPDLType.845 & lpOverlay.402", 3},
+      {"lpPDLType.845 & lpOverlay.403", 3},
+      {"lpPDLType.845 & parameter234", 6},
+  };
+  EXPECT_EQ(missing, expected);
+}
+
+/// The rules whose first operand is of `control`, without its name, "M" for `own` elsewhere.
+template <typename Rules>
+std::set<std::string> RulesUnder(const Rules& rules, ControlIndex control, ControlIndex own) {
+  std::set<std::string> texts;
+  for (const auto& rule : rules) {
+    if (rule.when[0].control != control) continue;
+    std::string text = std::to_string(rule.when[0].value);
+    for (const RuleTerm& term : std::span(rule.when).subspan(1))
+      text += " & " + (term.control == own ? "M=" + std::to_string(term.value) : TextOf(term));
+    texts.insert(text + " -> " +
+                 (rule.target.control == own ? "M:=" + std::to_string(rule.target.value) : TextOf(rule.target)));
+  }
+  return texts;
+}
+
+// The same media are as bad from every tray, and the same trays are missing to every list of trays.
+TEST(CombinationRules, AreTheSameForControlsOfOneKind) {
+  constexpr ControlIndex kMedia[] = {Control(u"trayMediaType.3310"), Control(u"trayMediaType.3330"),
+                                     Control(u"trayMediaType.3350")};
+  for (ControlIndex control = 0; control < kControlCount; ++control) {
+    const bool is_media = std::ranges::count(kMedia, control) != 0;
+    for (const ControlIndex media : kMedia) {
+      const auto of = [&](const auto& rules, ControlIndex other) {
+        auto texts = RulesUnder(rules, is_media ? other : control, other);
+        if (!is_media)
+          std::erase_if(texts, [](const std::string& text) { return text.find("M=") == std::string::npos; });
+        return texts;
+      };
+      EXPECT_EQ(of(AllPairRules(), media), of(AllPairRules(), kMedia[0])) << NameOf(control);
+      if (media != kMedia[0]) {
+        EXPECT_EQ(of(AllTripleRules(), media), of(AllTripleRules(), kMedia[1])) << NameOf(control);
+      }
+    }
+  }
+  auto dialog = RulesUnder(AllPairRules(), Control(u"lpMediaType.2921"), kNoControl);
+  EXPECT_EQ(std::erase_if(dialog, [](const std::string& text) { return text.find("trayRow") != std::string::npos; }),
+            30U);
+  EXPECT_EQ(dialog, RulesUnder(AllPairRules(), kMedia[0], kNoControl));
+  EXPECT_EQ(RulesUnder(AllTripleRules(), Control(u"lpMediaType.2921"), kNoControl),
+            RulesUnder(AllTripleRules(), kMedia[0], kNoControl));
+
+  const auto absent = [](ControlIndex tray) {
+    std::set<std::pair<int, int>> values;
+    for (const PairRule& rule : AllPairRules()) {
+      if (rule.when[0].control == tray && rule.when[1].control == Control(u"lpSourceUnit"))
+        values.insert({rule.when[0].value, rule.when[1].value});
+    }
+    return values;
+  };
+  for (const ControlIndex tray : {Control(u"lpOIPaperTray"), Control(u"lpFrontCoverTray"), Control(u"lpBackCoverTray"),
+                                  Control(u"trayRowSource"), Control(u"lpInterSheetListTray")})
+    EXPECT_EQ(absent(tray), absent(Control(u"lpMediaSource"))) << NameOf(tray);
+}
+
+/// The value at which a control asks nothing of the others.
+int ValueOfRest(ControlIndex control) {
+  if (control == Control(u"lpInterSheetListTray")) return 7;
+  const auto labels = ValueLabels(control);
+  const auto fallback = std::ranges::find_if(labels, [](const ListOption& option) { return option.defaultMask != 0; });
+  if (fallback != labels.end()) return fallback->value;
+  return kControls[control].type == ControlType::kCheck ? 0 : 1;
+}
+
+// Whoever gives way goes to its default. Holes go to a number that the unit can punch: no rule objects to what is left.
+TEST(CombinationRules, EndTheConflict) {
+  const auto check = [](const auto& rule) {
+    const RuleTerm& target = rule.target;
+    if (target.control != Control(u"lpPunchHoles")) {
+      EXPECT_EQ(target.value, ValueOfRest(target.control)) << TextOf(rule);
+      return;
+    }
+    for (const PairRule& other : PairRulesOf(target.control, target.value)) {
+      EXPECT_EQ(std::ranges::count(rule.when, other.when[1]), 0) << TextOf(rule) << " and then " << TextOf(other);
+    }
+  };
+  std::ranges::for_each(AllPairRules(), check);
+  std::ranges::for_each(AllTripleRules(), check);
+}
+
+/// Who stands his ground: units, then media that lie in a tray; the quick copy always gives way.
+int StrengthOf(ControlIndex control) {
+  if (control == Control(u"lpOutputUnit")) return 4;
+  if (kControls[control].dialog == 800) return 3;
+  if (kControls[control].key == u"trayMediaType" || control == Control(u"lpMediaType.2921")) return 2;
+  return control == Control(u"PaperLess_Check") ? 0 : 1;
+}
+
+/// Rules that name no operand as the one that gives way, or another than the order of strength does.
+const std::map<std::string, ControlIndex> kNamedLosers = {
+    {"Sort_Check=0 & lpFoldStaple", Control(u"FoldStaple_Check")},
+    {"Staple_Check=1 & lpPOD_OnePerSheet", Control(u"POD_OnePerSheet_Check")},
+    {"Punch_Check=1 & lpPOD_OnePerSheet", Control(u"POD_OnePerSheet_Check")},
+    {"Chapter_Check=1 & lpPRNType", Control(u"Chapter_Check")},   // chapters need two sides
+    {"Staple_Check=1 & lpOutputTray", Control(u"Staple_Check")},  // bins take no sets, whoever came last
+    {"Collate_Check=1 & lpOutputTray", Control(u"Collate_Check")},
+};
+
+template <typename Rule>
+bool GivesWay(const Rule& rule, ControlIndex control) {
+  const auto lies = [&](std::u16string_view key, std::set<int> values) {
+    return std::ranges::any_of(rule.when, [&](const RuleTerm& term) {
+      return kControls[term.control].key == key && values.contains(term.value);
+    });
+  };
+  const ControlIndex first = rule.when[0].control;
+  if (lies(u"OHPInterLeave_Check", {1})) return control == first;  // neither can be turned on beside the other
+  if (lies(u"Chapter_Check", {1}) && rule.when.size() == 2 &&
+      (lies(u"trayMediaType", {30, 35}) || lies(u"lpMediaType", {30, 35})))
+    return control == Control(u"lpPRNType");  // one-sided media take the sides, and the chapters with them
+  if (first == Control(u"lpOutputUnit") && lies(u"lpOutputUnit", {5}) && rule.when.size() == 3) return control == first;
+  if (rule.when.size() == 2) {
+    const auto named = kNamedLosers.find(TextOf(rule.when[0]) + " & " + NameOf(rule.when[1].control));
+    if (named != kNamedLosers.end()) return control == named->second;
+  }
+  int least = 9;
+  for (const RuleTerm& term : rule.when) least = std::min(least, StrengthOf(term.control));
+  const auto weak = [&](const RuleTerm& term) { return StrengthOf(term.control) == least; };
+  const auto others = std::span(rule.when).subspan(1);
+  const bool only_first = std::ranges::none_of(others, weak);
+  return std::ranges::any_of(rule.when, [&](const RuleTerm& term) {
+    return kControls[term.control].firstOfSetting == kControls[control].firstOfSetting && weak(term) &&
+           (only_first || term.control != first);
+  });
+}
+
+// The change that came last stays, unless the other side is stronger.
+TEST(CombinationRules, KeepTheLastChangeUnlessTheOtherIsStronger) {
+  const auto check = [](const auto& rule) { EXPECT_TRUE(GivesWay(rule, rule.target.control)) << TextOf(rule); };
+  std::ranges::for_each(AllPairRules(), check);
+  std::ranges::for_each(AllTripleRules(), check);
 }
 
 TEST(EnableRules, NameParentsThatCanBeAsked) {
@@ -306,6 +468,76 @@ TEST(Finishing, RotatedFeedHasNoPaperBothWays) {
   }
   EXPECT_TRUE(IsRotatedFeed(256) && IsRotatedFeed(8) && IsRotatedFeed(0x2000 + 390));
   EXPECT_FALSE(IsRotatedFeed(9) || IsRotatedFeed(0x3000 + 8));
+}
+
+/// A checksum of what a table says. Whoever changes a rule changes it here too, having read both again.
+class Digest {
+ public:
+  void Add(std::integral auto value) { sum_ = (sum_ ^ static_cast<uint32_t>(value)) * 16777619U; }
+  void Add(const RuleTerm& term) {
+    Add(term.control == kNoControl ? 0 : kControls[term.control].id);
+    Add(term.value);
+  }
+  uint32_t Sum() const { return sum_; }
+
+ private:
+  uint32_t sum_ = 2166136261U;
+};
+
+template <typename Rows, typename Add>
+uint32_t DigestOf(const Rows& rows, Add add) {
+  Digest digest;
+  for (const auto& row : rows) add(digest, row);
+  return digest.Sum();
+}
+
+const auto kAddCombination = [](Digest& digest, const auto& rule) {
+  for (const RuleTerm& term : rule.when) digest.Add(term);
+  digest.Add(rule.target);
+};
+const auto kAddCapability = [](Digest& digest, const FinishCapabilityRow& row) {
+  digest.Add(row.paper);
+  for (const uint8_t code : row.codes) digest.Add(code);
+  digest.Add(row.condition);
+};
+
+TEST(Tables, HaveTheirDigests) {
+  EXPECT_EQ(DigestOf(AllPairRules(), kAddCombination), 1834052571U);
+  EXPECT_EQ(DigestOf(AllTripleRules(), kAddCombination), 460016375U);
+  EXPECT_EQ(DigestOf(StapleCapabilities(), kAddCapability), 3541065923U);
+  EXPECT_EQ(DigestOf(PunchCapabilities(), kAddCapability), 2590118767U);
+  EXPECT_EQ(DigestOf(FoldCapabilities(), kAddCapability), 3510464911U);
+  EXPECT_EQ(DigestOf(RotatedFeedPapers(), [](Digest& digest, uint16_t paper) { digest.Add(paper); }), 1503965367U);
+  const auto enable = [](Digest& digest, const EnableRule& rule) {
+    for (const int field :
+         {int{rule.control}, int{rule.dialog}, int{rule.parent}, int{rule.parentValue}, int{rule.groupSize},
+          static_cast<int>(rule.join), static_cast<int>(rule.function), int{rule.level}, int{rule.alwaysUsable}})
+      digest.Add(field);
+  };
+  EXPECT_EQ(DigestOf(kEnableRules, enable), 2632119195U);
+  const auto device = [](Digest& digest, const DeviceGate& gate) {
+    digest.Add(gate.control);
+    digest.Add(gate.test);
+    digest.Add(static_cast<int>(gate.join));
+  };
+  EXPECT_EQ(DigestOf(kDeviceGates, device), 1091617366U);
+  const auto output = [](Digest& digest, const OutputModeGate& gate) {
+    for (const int field : {int{gate.control}, int{gate.resetOnFax}, static_cast<int>(gate.report), int{gate.text}})
+      digest.Add(field);
+  };
+  EXPECT_EQ(DigestOf(kOutputModeGates, output), 1334503043U);
+  const auto papers = [](Digest& digest, const PaperRule& rule) {
+    for (const int field : {int{rule.number}, int{rule.group}, int{rule.value}, int{rule.conditionNumber}})
+      digest.Add(field);
+    digest.Add(rule.condition);
+    for (const uint16_t paper : rule.papers) digest.Add(paper);
+  };
+  EXPECT_EQ(DigestOf(PaperRules(), papers), 1974411737U);
+  const auto doubling = [](Digest& digest, const DoubledSheet& row) {
+    digest.Add(row.paper);
+    digest.Add(row.doubled);
+  };
+  EXPECT_EQ(DigestOf(SheetDoubling(), doubling), 3073806325U);
 }
 
 }  // namespace
