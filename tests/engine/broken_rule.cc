@@ -136,9 +136,7 @@ std::vector<Way<Rule>> CombinationWays() {
 const std::vector<Way<PaperRule>> kPaperWays = {
     {"drop", [](PaperRule& rule) { return rule.value = -2, true; }},
     {"alter",
-     [](PaperRule& rule) {
-       return rule.value = OtherValue(PaperGroupControls(rule.group)[0], rule.value), true;
-     }},
+     [](PaperRule& rule) { return rule.value = OtherValue(PaperGroupControls(rule.group)[0], rule.value), true; }},
     {"first", [](PaperRule& rule) { return rule.papers = rule.papers.subspan(1), true; }},
     {"middle", [](PaperRule& rule) { return rule.papers = rule.papers.first(rule.papers.size() / 2), true; }},
     {"condition",
@@ -156,7 +154,8 @@ const std::vector<Way<DoubledSheet>> kDoublingWays = {
 
 const std::vector<Way<FinishCapabilityRow>> kFinishWays = {
     {"drop", [](FinishCapabilityRow& row) { return row.paper = 0, true; }},
-    {"alter", [](FinishCapabilityRow& row) { return row.codes[0] = static_cast<uint8_t>((row.codes[0] + 1) % 4), true; }},
+    {"alter",
+     [](FinishCapabilityRow& row) { return row.codes[0] = static_cast<uint8_t>((row.codes[0] + 1) % 4), true; }},
 };
 
 const std::vector<Way<uint16_t>> kCodeWays = {{"drop", [](uint16_t& paper) { return paper = 0, true; }}};
@@ -185,7 +184,8 @@ const std::vector<Way<EdgeCorrection>> kEdgeWays = {
 bool BreakIn(const std::string& wanted, const std::string& row, const std::string& way) {
   const auto is = [&](const char* table) { return wanted == "list" || wanted == table; };
   bool found = true;
-  const auto apply = [&]<typename Row>(const char* table, std::span<const Row> rows, const std::vector<Way<Row>>& ways) {
+  const auto apply = [&]<typename Row>(const char* table, std::span<const Row> rows,
+                                       const std::vector<Way<Row>>& ways) {
     if (is(table)) found = Break(table, rows, ways, row, way);
   };
   apply("enable", std::span<const EnableRule>(kEnableRules), kEnableWays);

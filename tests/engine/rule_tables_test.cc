@@ -401,6 +401,65 @@ TEST(PaperRules, NameControlsValuesAndPapers) {
   EXPECT_TRUE(PaperGroupControls(kPaperGroupLimit).empty());
 }
 
+/// "group/value" or "group/value?condition" of a rule, and its papers.
+std::map<std::string, std::vector<uint16_t>> PapersByRule() {
+  std::map<std::string, std::vector<uint16_t>> sets;
+  for (const PaperRule& rule : PaperRules()) {
+    std::string text = std::to_string(rule.group) + "/" + std::to_string(rule.value);
+    if (rule.condition.control != kNoControl) text += "?" + std::to_string(rule.conditionNumber);
+    sets[text].assign(rule.papers.begin(), rule.papers.end());
+  }
+  return sets;
+}
+
+// A rule's number stands for one value, a condition's for one unit.
+TEST(PaperRules, AreNumbered) {
+  std::map<int, std::set<std::pair<int, int>>> matters;
+  std::map<std::pair<int, int>, std::set<int>> numbers;
+  std::map<int, std::set<std::pair<int, int>>> conditions;
+  std::map<std::pair<int, int>, std::set<int>> conditional;
+  for (const PaperRule& rule : PaperRules()) {
+    matters[rule.number].insert({rule.group, rule.value});
+    numbers[{rule.group, rule.value}].insert(rule.number);
+    conditions[rule.conditionNumber].insert({rule.condition.control, rule.condition.value});
+    conditional[{rule.group, rule.value}].insert(rule.conditionNumber == 0 ? 0 : 1);
+  }
+  for (const auto& [number, values] : matters) EXPECT_EQ(values.size(), number == 231 ? 2U : 1U) << number;
+  for (const auto& [value, all] : numbers) EXPECT_EQ(all.size(), 1U) << value.first << "/" << value.second;
+  for (const auto& [number, terms] : conditions) EXPECT_EQ(terms.size(), 1U) << number;
+  for (const auto& [value, kinds] : conditional) EXPECT_EQ(kinds.size(), 1U) << value.first << "/" << value.second;
+}
+
+// What goes the same way takes the same papers.
+TEST(PaperRules, TakeTheSamePapersForTheSameMatter) {
+  const auto sets = PapersByRule();
+  const std::vector<std::vector<std::string>> matters = {
+      {"1/1", "2/1", "1/2", "2/2", "1/258?11", "1/258?13", "2/258?11", "2/258?13", "1/259?11", "1/259?13", "2/259?11",
+       "2/259?13"},
+      {"1/258?12", "1/258?14", "2/258?12", "2/258?14", "1/270?13", "1/270?14", "2/270?13", "2/270?14"},
+      {"1/7", "3/1", "3/11?21", "3/11?22", "3/11?23", "3/11?24", "3/11?25", "3/21?21", "3/21?22", "3/31?21", "3/31?22",
+       "3/31?26", "3/41?21", "3/41?22", "3/51?21", "3/51?22"},
+      {"3/31?23", "3/31?24", "3/31?25"},
+      {"3/101", "3/102", "3/103", "3/104"},
+      {"10/1?21", "10/1?22"},
+      {"10/1?23", "10/1?24", "10/1?25"},
+      {"11/1", "11/2"},
+      {"12/8", "13/8"},
+      {"14/1", "15/1", "16/1", "21/1", "22/1"},
+      {"7/2", "19/3"},
+  };
+  std::set<std::string> alone;
+  for (const auto& [rule, papers] : sets) alone.insert(rule);
+  for (const auto& matter : matters) {
+    for (const std::string& rule : matter) {
+      ASSERT_TRUE(sets.contains(rule)) << rule;
+      EXPECT_EQ(sets.at(rule), sets.at(matter[0])) << rule;
+      alone.erase(rule);
+    }
+  }
+  EXPECT_EQ(alone, (std::set<std::string>{"3/11?26", "6/1", "8/3", "20/1"}));
+}
+
 TEST(PaperRules, AreAllChecked) {
   std::set<uint8_t> changes;
   std::set<uint8_t> items;
@@ -428,6 +487,7 @@ TEST(SheetDoubling, GivesASheetOfTwoPages) {
     EXPECT_NEAR(sheet->first, page->second, 100) << row.paper;
     EXPECT_NEAR(sheet->second, 2 * page->first, 100) << row.paper;
     EXPECT_EQ(DoubledPaper(row.paper), row.doubled);
+    EXPECT_EQ(DoubledPaper(static_cast<uint16_t>(row.paper + 0x1000)), row.doubled + 0x1000);
     EXPECT_EQ(DoubledPaper(static_cast<uint16_t>(row.paper + 0x2000)), row.doubled + 0x2000);
     EXPECT_EQ(DoubledPaper(static_cast<uint16_t>(row.paper + 0x3000)), row.paper + 0x3000);
   }
@@ -456,10 +516,48 @@ TEST(Finishing, CapabilitiesAreSound) {
   ExpectSoundCapabilities(FoldCapabilities());
 }
 
+/// Codes of each paper's first row.
+std::map<int, std::array<int, 3>> CodesByPaper(std::span<const FinishCapabilityRow> rows) {
+  std::map<int, std::array<int, 3>> codes;
+  for (const FinishCapabilityRow& row : rows)
+    codes.try_emplace(row.paper, std::to_array<int>({row.codes[0], row.codes[1], row.codes[2]}));
+  return codes;
+}
+
+// Which edge comes first decides on staples and holes alike, and a sheet that is folded is folded by the same rule
+// with a staple and without.
+TEST(Finishing, CapabilitiesAgreeWithEachOther) {
+  const auto staple = CodesByPaper(StapleCapabilities());
+  const auto punch = CodesByPaper(PunchCapabilities());
+  auto fold = CodesByPaper(FoldCapabilities());
+  for (const auto& [paper, codes] : fold) EXPECT_EQ(codes[0], codes[1]) << paper;
+  for (const int sheet_only : {2381, 2382})
+    EXPECT_EQ(fold.erase(sheet_only), 1U);  // exist as a sheet of two pages only
+  for (const auto& [paper, codes] : staple) {
+    ASSERT_TRUE(punch.contains(paper) && fold.contains(paper)) << paper;
+    EXPECT_EQ(codes[0] == 0 || paper == 28, !IsRotatedFeed(static_cast<uint16_t>(paper))) << paper;
+    const bool small = paper == 2059 || paper == 88 || paper == 2054;
+    EXPECT_EQ(punch.at(paper)[0], small ? 3 : codes[0] == 3 ? 4 : codes[0]) << paper;
+  }
+  EXPECT_EQ(punch.size(), staple.size());
+  EXPECT_EQ(fold.size(), staple.size());
+  const auto conditions = [](std::span<const FinishCapabilityRow> rows) {
+    std::map<int, std::set<int>> values;
+    for (const FinishCapabilityRow& row : rows) {
+      if (row.condition.control != kNoControl) values[row.paper].insert(row.condition.value);
+    }
+    return values;
+  };
+  EXPECT_EQ(conditions(StapleCapabilities()),
+            (std::map<int, std::set<int>>{{2054, {2, 3, 41, 42, 43}}, {2059, {2, 3, 41, 42, 43}}}));
+  EXPECT_EQ(conditions(FoldCapabilities()), (std::map<int, std::set<int>>{{2054, {1, 2}}, {2382, {1, 2}}}));
+}
+
 TEST(Finishing, RotatedFeedHasNoPaperBothWays) {
   std::set<uint16_t> papers;
   for (const uint16_t paper : RotatedFeedPapers()) EXPECT_TRUE(papers.insert(paper).second) << paper;
   for (const uint16_t paper : kPlainRotatedFeed) {
+    for (const int family : {0, 0x1000, 0x2000}) EXPECT_TRUE(papers.contains(static_cast<uint16_t>(paper + family)));
     ExpectPaper(paper, "rotated feed");
     const int32_t plain = PlainTwin(paper);
     if (plain >= 0) {
