@@ -5,6 +5,7 @@
 
 #include "engine/control_tables.h"
 #include "engine/dependency_tables.h"
+#include "engine/fax_mode.h"
 
 namespace heron::cli {
 namespace {
@@ -14,6 +15,9 @@ using engine::kControls;
 
 constexpr uint16_t kDeviceDialog = 800;
 constexpr uint16_t kFaxDialog = 900;
+constexpr ControlIndex kFaxUnit = engine::Control(u"lpFAXUnit");
+constexpr uint16_t kNoFaxUnit = 1;
+constexpr uint16_t kHasFaxUnit = 2;
 
 std::string Quoted(const std::string& text) {
   return '"' + text + '"';
@@ -85,7 +89,11 @@ void CheckWish(Sheet& sheet, const Wish& wish, bool device) {
   if (row.dialog == kDeviceDialog && !device) {
     Refuse(wish, Quoted(ControlName(engine, wish.control)) + " is an option of the printer; use --device to change it");
   }
-  if (row.dialog == kFaxDialog) Refuse(wish, "the way to and from fax isn't built yet");
+  if (row.dialog == kFaxDialog && wish.value == engine::kOutputFax && engine.Holds(kFaxUnit, kNoFaxUnit)) {
+    Refuse(wish, "the printer has no unit for it; it needs " + IdAndName(engine, kFaxUnit) + " = " +
+                     ValueName(kControls[kFaxUnit].id, kHasFaxUnit) +
+                     ", set with `heron settings --device` where it is installed");
+  }
   if (!engine::IsControlAvailable(engine, wish.control)) {
     Refuse(wish,
            Quoted(ControlName(engine, wish.control)) + " can't be changed now: " + WhatClosesIt(engine, wish.control));
@@ -108,6 +116,16 @@ void SetAtOnce(Sheet& sheet, const Wish& wish) {
   engine::ComputeAllItemStatus(sheet.engine());
 }
 
+/// Fax or printer, which the rules aren't asked for.
+engine::ResolveOutcome SwitchOutput(Sheet& sheet, const Wish& wish, TerminalView& view) {
+  engine::Engine& engine = sheet.engine();
+  engine::BeginAction(sheet.resolver());
+  engine.Set(engine::IndexOf(wish.control), wish.value);
+  const bool applied = engine::ChangeOutputMode(engine, &view);
+  engine::EndAction(sheet.resolver());
+  return {.result = applied ? engine::kResultDone : engine::kResultRefused, .applied = applied};
+}
+
 }  // namespace
 
 ChangeRecord MakeChange(Sheet& sheet, const Wish& wish, bool device, TerminalView& view) {
@@ -121,6 +139,11 @@ ChangeRecord MakeChange(Sheet& sheet, const Wish& wish, bool device, TerminalVie
   const ControlIndex control = engine::IndexOf(wish.control);
   if (wish.control == 0) {
     SetAtOnce(sheet, wish);
+    return change;
+  }
+  if (RowOf(wish.control).dialog == kFaxDialog) {
+    change.outcome = SwitchOutput(sheet, wish, view);
+    change.reports = view.TakeReports();
     return change;
   }
   if (engine::SourceOfMirror(control) != engine::kNoControl) {
@@ -146,7 +169,9 @@ void PrintChange(const ChangeRecord& change, Sheet& sheet) {
     return wish.control != 0 ? ValueName(wish.control, value) : std::to_string(value);
   };
   std::cout << name << ": " << text(change.old)
-            << (change.old == wish.value ? ", as it was" : " => " + text(wish.value)) << '\n';
+            << (change.old == wish.value ? ", as it was" : " => " + text(wish.value));
+  const uint16_t now = *FieldsOf(sheet.ui(), wish.parameter).value;
+  std::cout << (now == wish.value ? "" : ", and then " + text(now)) << '\n';
 }
 
 Json ChangeJson(const ChangeRecord& change) {

@@ -27,7 +27,7 @@ struct ChangeRecord {
 /// way.
 ChangeRecord MakeChange(Sheet& sheet, const Wish& wish, bool device, TerminalView& view);
 
-/// One line for what changed: the wish and the settings that followed.
+/// One line for what changed: the wish, and what a later change or the commit made of it.
 void PrintChange(const ChangeRecord& change, Sheet& sheet);
 Json ChangeJson(const ChangeRecord& change);
 

@@ -40,23 +40,6 @@ uint8_t* BypassMedia(const UiState& ui) {
   return nullptr;
 }
 
-/// Notes which chosen papers are long ones. A long output paper needs media that come that long.
-void SetCustomPaperMarks(Engine& engine) {
-  constexpr uint8_t kLongMedia[] = {30, 31, 32, 45, 46, 47};
-  const UiState& ui = *engine.ui;
-  const bool output_marked = IsMarked(ui, PrintedPaper(ui));
-  engine.Set(Control(u"mediaSizeMark"), IsMarked(ui, engine.Value(kMediaSize)));
-  engine.Set(Control(u"outputPaperMark"), output_marked);
-  uint8_t* media = BypassMedia(ui);
-  if (output_marked && media != nullptr && std::ranges::count(kLongMedia, *media) == 0) *media = kLongMedia[0];
-}
-
-void LoadAllMirrors(Engine& engine) {
-  for (const ControlIndex source :
-       {Control(u"lpMediaSource"), Control(u"lpFrontCoverTray"), Control(u"lpBackCoverTray")})
-    LoadTrayMedia(engine, source);
-}
-
 /// A number of copies that can't be is corrected in its field; a fax has one.
 void ClampCopies(Engine& engine, EngineView* view) {
   const NumericBlock& range = SlotAs<u"Copies", NumericBlock>(*engine.ui);
@@ -103,6 +86,22 @@ void RefreshLists(const Resolver& resolver, EngineView& view, bool is_button) {
 }
 
 }  // namespace
+
+void SetCustomPaperMarks(Engine& engine) {
+  constexpr uint8_t kLongMedia[] = {30, 31, 32, 45, 46, 47};
+  const UiState& ui = *engine.ui;
+  const bool output_marked = IsMarked(ui, PrintedPaper(ui));
+  engine.Set(Control(u"mediaSizeMark"), IsMarked(ui, engine.Value(kMediaSize)));
+  engine.Set(Control(u"outputPaperMark"), output_marked);
+  uint8_t* media = BypassMedia(ui);
+  if (output_marked && media != nullptr && std::ranges::count(kLongMedia, *media) == 0) *media = kLongMedia[0];
+}
+
+void LoadAllMirrors(Engine& engine) {
+  for (const ControlIndex source :
+       {Control(u"lpMediaSource"), Control(u"lpFrontCoverTray"), Control(u"lpBackCoverTray")})
+    LoadTrayMedia(engine, source);
+}
 
 void ApplyChanges(Resolver& resolver) {
   Engine& engine = resolver.engine;
