@@ -117,7 +117,7 @@ void LibraryReadSettings(UiState& ui, const Profile& file, const ResourceContext
   ReadMediaSection(ui, file, resources);
   ShowListNames(ui);
   RepairSettings(ui, kAllGroups, resources);
-  RefreshTrayMedia(ui, resources);  // once the trays are legal
+  RefreshTrayMedia(ui);  // once the trays are legal
 }
 
 bool LibraryWriteSettings(const UiState& ui, std::u16string_view path) {
