@@ -186,8 +186,7 @@ bool LibraryRename(SettingsLibrary& library, int place, std::u16string_view name
   renamed.name = name;
   const int32_t attributes = entry->identity.attributes;
   const bool possible = attributes != kStandardEntry && attributes != kProtectedEntry && entry->state != nullptr &&
-                        !name.empty() && name.size() <= kLibraryNameLength &&
-                        !IsOtherBaseName(library, entry, name) &&
+                        !name.empty() && name.size() <= kLibraryNameLength && !IsOtherBaseName(library, entry, name) &&
                         (renamed == entry->location || !FileExists(renamed.Path()));
   const FileLocation old_location = entry->location;
   const std::u16string old_name = entry->displayName;

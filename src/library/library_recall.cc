@@ -94,8 +94,7 @@ std::u16string FaxConflictLines(UiState& ui) {
     if (!engine::IsControlAvailable(engine, id) || engine::SelectFirstAvailable(engine, id) != 1) continue;
     const std::u16string before = engine::ValueText(control, old[i]);
     const std::u16string after = engine::ValueText(control, engine.Value(control));
-    lines[i] =
-        platform::ExpandText(GetUiString(line), {std::u16string_view(before), std::u16string_view(after)});
+    lines[i] = platform::ExpandText(GetUiString(line), {std::u16string_view(before), std::u16string_view(after)});
     engine::EvaluateRules(engine, nullptr);
   }
   for (size_t i = 0; i < std::size(kFaxConflicts); ++i) engine.Set(kFaxConflicts[i].control, old[i]);

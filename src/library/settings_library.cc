@@ -137,8 +137,7 @@ bool ConvertVersion(const SettingsLibrary& library, LibraryEntry& entry, OpenFor
     *code = OpenCode::kNotConvertible;
     return false;
   }
-  const UserAnswer answer =
-      AskUser(library, kLibraryCaption, TextsOf({kOtherVersion, kCanBeConverted, kAskToConvert}));
+  const UserAnswer answer = AskUser(library, kLibraryCaption, TextsOf({kOtherVersion, kCanBeConverted, kAskToConvert}));
   *code = answer == UserAnswer::kNone ? OpenCode::kUnanswered : OpenCode::kNotConverted;
   if (answer != UserAnswer::kYes) return false;
   entry.identity.version = ours.version;
@@ -184,8 +183,7 @@ void ReturnToOldFile(LibraryEntry& entry) {
 }  // namespace
 
 LibraryEntry* SettingsLibrary::At(int place) const {
-  return place < 0 || place >= count ? nullptr
-                                     : slots[static_cast<size_t>(turn[static_cast<size_t>(place)])].get();
+  return place < 0 || place >= count ? nullptr : slots[static_cast<size_t>(turn[static_cast<size_t>(place)])].get();
 }
 
 std::u16string TextsOf(std::initializer_list<LibraryText> texts) {
