@@ -49,11 +49,11 @@ struct Saying {
   int code;
 };
 constexpr Saying kSayings[] = {
-    {kChangedNotWritten, kFailed},   {kNotCreated, kFailed},           {kNotSavedThere, kNotPermitted},
-    {kNotASettingsFile, kFailed},    {kFileProtected, kNotPermitted},  {kFolderProtected, kNotPermitted},
-    {kSaveNameMissing, kUsage},      {kSaveNameIllegal, kUsage},       {kNameTooLong, kUsage},
-    {kNameMissing, kUsage},          {kNameIllegal, kUsage},           {kNameControl, kUsage},
-    {kFileNameTooLong, kUsage},      {kRegisterExtension, kUsage},
+    {kChangedNotWritten, kFailed}, {kNotCreated, kFailed},          {kNotSavedThere, kNotPermitted},
+    {kNotASettingsFile, kFailed},  {kFileProtected, kNotPermitted}, {kFolderProtected, kNotPermitted},
+    {kSaveNameMissing, kUsage},    {kSaveNameIllegal, kUsage},      {kNameTooLong, kUsage},
+    {kNameMissing, kUsage},        {kNameIllegal, kUsage},          {kNameControl, kUsage},
+    {kFileNameTooLong, kUsage},    {kRegisterExtension, kUsage},
 };
 
 int CodeOf(const std::string& text) {
@@ -105,7 +105,8 @@ class Session {
     const ShownReport& last = reports.back();
     if (!last.asked) throw Failure(CodeOf(last.text), OneLine(last.text));
     if (view_.wantedConsent())
-      throw Failure(kConsent, "nothing was changed; agree with --yes, refuse with --no, or run on a terminal to be asked");
+      throw Failure(kConsent,
+                    "nothing was changed; agree with --yes, refuse with --no, or run on a terminal to be asked");
     throw Failure(kConsent, OneLine(last.text) + " Declined; nothing was changed");
   }
 
@@ -176,14 +177,16 @@ void Show(const LibraryOptions& options) {
   const std::vector<Setting> now = SettingsOf(session.sheet().ui(), catalogue);
   const std::vector<NamedList> lists_now = ListsOf(session.sheet().ui());
   if (options.json) {
-    Json answer = {{"entry", EntryJson(entry, place)}, {"lists", ListsJson(lists)}, {"settings", SettingsJson(settings)}};
+    Json answer = {
+        {"entry", EntryJson(entry, place)}, {"lists", ListsJson(lists)}, {"settings", SettingsJson(settings)}};
     if (options.diff) answer["differences"] = DifferencesJson(settings, now);
     return PrintJson("library.show", answer);
   }
   PrintEntryHead(entry);
   if (options.diff) {
     const bool settings_differ = PrintDifferences(settings, now);
-    if (!PrintListDifferences(lists, lists_now) && !settings_differ) std::cout << "The current settings are the same.\n";
+    if (!PrintListDifferences(lists, lists_now) && !settings_differ)
+      std::cout << "The current settings are the same.\n";
     return;
   }
   if (options.list) {
@@ -239,8 +242,7 @@ void Register(const LibraryOptions& options) {
   if (!fs::exists(file, error)) throw Failure(kNotFound, "there is no file \"" + Printable(file.native()) + '"');
   Session session(options, LibraryLoad::kSettings, false);
   SettingsLibrary& library = session.library();
-  if (!RegisterSettingsFile(library, platform::FromUtf8(file.native())))
-    session.Fail("the file can't be registered");
+  if (!RegisterSettingsFile(library, platform::FromUtf8(file.native()))) session.Fail("the file can't be registered");
   session.PrintSayings();
   session.Answer("library.register", "Registered " + Quoted(library.At(library.count - 1)->displayName) + '.');
 }
@@ -295,13 +297,10 @@ struct PartName {
   std::string_view name;
   uint8_t part;
 };
-constexpr PartName kPartNames[] = {{"size", kRecallSize},
-                                   {"user-papers", kRecallUserPapers},
-                                   {"watermarks", kRecallWatermarks},
-                                   {"per-page", kRecallPerPage},
-                                   {"paper-types", kRecallPaperTypes},
-                                   {"fax-cover", kRecallFaxCover},
-                                   {"forms", kRecallForms}};
+constexpr PartName kPartNames[] = {
+    {"size", kRecallSize},        {"user-papers", kRecallUserPapers}, {"watermarks", kRecallWatermarks},
+    {"per-page", kRecallPerPage}, {"paper-types", kRecallPaperTypes}, {"fax-cover", kRecallFaxCover},
+    {"forms", kRecallForms}};
 
 constexpr char kPartsText[] = "size, user-papers, watermarks, per-page, paper-types, fax-cover, forms";
 
@@ -311,7 +310,8 @@ uint8_t PartsOf(const LibraryOptions& options) {
   std::istringstream words(*options.only);
   for (std::string word; std::getline(words, word, ',');) {
     const auto known = std::ranges::find(kPartNames, word, &PartName::name);
-    if (known == std::end(kPartNames)) throw Failure(kUsage, "--only doesn't know \"" + Printable(word) + "\"; it knows " + kPartsText);
+    if (known == std::end(kPartNames))
+      throw Failure(kUsage, "--only doesn't know \"" + Printable(word) + "\"; it knows " + kPartsText);
     parts |= known->part;
   }
   return parts;

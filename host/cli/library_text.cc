@@ -114,9 +114,7 @@ Json EntriesJson(const SettingsLibrary& library) {
 }
 
 void PrintEntryHead(const LibraryEntry& entry) {
-  const auto line = [](const char* label, const std::string& text) {
-    std::cout << Padded(label, 9) << text << '\n';
-  };
+  const auto line = [](const char* label, const std::string& text) { std::cout << Padded(label, 9) << text << '\n'; };
   std::cout << Heading(Printable(entry.displayName)) << '\n';
   line("File", Printable(entry.location.Path()) + " (" + KindOfEntry(entry) + ")");
   line("Driver", VersionText(entry.identity));

@@ -257,7 +257,8 @@ bool SaveSettingsAs(SettingsLibrary& library, const UiState& settings, const std
   if (TellIfFull(library) || !CheckSaveName(library, folder, name)) return false;
   if (!LibraryAddCurrent(library, settings, folder, name, comment)) return false;
   if (!library.writes) return true;
-  return LibrarySaveIndex(library) && WriteLastFolder(library.printerName, LastFolder::kSaved, folder);
+  WriteLastFolder(library.printerName, LastFolder::kSaved, folder);  // a proposal for the next time, no more
+  return LibrarySaveIndex(library);
 }
 
 bool RegisterSettingsFile(SettingsLibrary& library, std::u16string_view path) {
@@ -273,7 +274,8 @@ bool RegisterSettingsFile(SettingsLibrary& library, std::u16string_view path) {
   if (IsOtherDisplayName(library, nullptr, location.name)) return complain(kRegisterNameTaken);
   if (!LibraryRegisterFile(library, location)) return false;
   if (!library.writes) return true;
-  return LibrarySaveIndex(library) && WriteLastFolder(library.printerName, LastFolder::kRegistered, location.folder);
+  WriteLastFolder(library.printerName, LastFolder::kRegistered, location.folder);  // the same
+  return LibrarySaveIndex(library);
 }
 
 bool RenameSettings(SettingsLibrary& library, int place, std::u16string_view name) {
