@@ -103,5 +103,6 @@ void AddCatalogCommand(CLI::App& app);
 void AddCapabilitiesCommand(CLI::App& app);
 void AddSettingsCommand(CLI::App& app);
 void AddControlsCommand(CLI::App& app);
+void AddLibraryCommands(CLI::App& app);
 
 }  // namespace heron::cli

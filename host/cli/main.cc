@@ -31,6 +31,7 @@ int Run(int argc, char** argv) {
   heron::cli::AddCatalogCommand(app);
   heron::cli::AddSettingsCommand(app);
   heron::cli::AddControlsCommand(app);
+  heron::cli::AddLibraryCommands(app);
   try {
     app.parse(argc, argv);
     return kDone;

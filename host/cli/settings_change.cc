@@ -128,6 +128,13 @@ engine::ResolveOutcome SwitchOutput(Sheet& sheet, const Wish& wish, TerminalView
 
 }  // namespace
 
+void RunRecord::Take(const engine::ResolveOutcome& result, const engine::Resolver& resolver, TerminalView& view) {
+  outcome = result;
+  reports = view.TakeReports();
+  log.assign(resolver.log.Entries().begin(), resolver.log.Entries().end());
+  opposition.assign(resolver.log.Opposing().begin(), resolver.log.Opposing().end());
+}
+
 ChangeRecord MakeChange(Sheet& sheet, const Wish& wish, bool device, TerminalView& view) {
   engine::Engine& engine = sheet.engine();
   ChangeRecord change;
@@ -151,11 +158,7 @@ ChangeRecord MakeChange(Sheet& sheet, const Wish& wish, bool device, TerminalVie
     engine::StoreTrayMedia(engine, control, wish.value);
   }
   view.SetPending(wish.control, wish.value);
-  change.outcome = engine::ResolveChange(sheet.resolver(), &view, wish.control);
-  change.reports = view.TakeReports();
-  const engine::ChangeLog& log = sheet.resolver().log;
-  change.log.assign(log.Entries().begin(), log.Entries().end());
-  change.opposition.assign(log.Opposing().begin(), log.Opposing().end());
+  change.Take(engine::ResolveChange(sheet.resolver(), &view, wish.control), sheet.resolver(), view);
   return change;
 }
 
@@ -174,31 +177,34 @@ void PrintChange(const ChangeRecord& change, Sheet& sheet) {
   std::cout << (now == wish.value ? "" : ", and then " + text(now)) << '\n';
 }
 
-Json ChangeJson(const ChangeRecord& change) {
+Json RunJson(const RunRecord& run) {
   Json log = Json::array();
-  for (const engine::LogEntry& entry : change.log) {
+  for (const engine::LogEntry& entry : run.log) {
     log.push_back({{"control", kControls[entry.control].id},
                    {"value", entry.value},
                    {"reason", static_cast<uint16_t>(entry.reason)}});
   }
   Json opposition = Json::array();
-  for (const engine::Opposition& setting : change.opposition) {
+  for (const engine::Opposition& setting : run.opposition) {
     opposition.push_back({{"control", kControls[setting.control].id}, {"value", setting.value}});
   }
-  const bool asked = change.outcome.answer != engine::Answer::kNotAsked;
-  const ShownReport last = change.reports.empty() ? ShownReport() : change.reports.back();
-  return {{"control", change.wish.control},
-          {"old", change.old},
-          {"new", change.wish.value},
-          {"result", change.outcome.result},
-          {"applied", change.outcome.applied},
+  const bool asked = run.outcome.answer != engine::Answer::kNotAsked;
+  const ShownReport last = run.reports.empty() ? ShownReport() : run.reports.back();
+  return {{"result", run.outcome.result},
+          {"applied", run.outcome.applied},
           {"asked", asked},
-          {"answer", asked ? Json(change.outcome.answer == engine::Answer::kYes ? "yes" : "no") : Json(nullptr)},
+          {"answer", asked ? Json(run.outcome.answer == engine::Answer::kYes ? "yes" : "no") : Json(nullptr)},
           {"caption", last.caption},
           {"text", last.text},
           {"log", log},
           {"opposition", opposition},
-          {"passes", change.outcome.passes}};
+          {"passes", run.outcome.passes}};
+}
+
+Json ChangeJson(const ChangeRecord& change) {
+  Json json = {{"control", change.wish.control}, {"old", change.old}, {"new", change.wish.value}};
+  json.update(RunJson(change));
+  return json;
 }
 
 }  // namespace heron::cli

@@ -12,14 +12,21 @@
 
 namespace heron::cli {
 
-/// What became of one wish.
-struct ChangeRecord {
-  Wish wish;
-  uint16_t old = 0;
+/// What one run of the rules came to.
+struct RunRecord {
   engine::ResolveOutcome outcome;
   std::vector<ShownReport> reports;
   std::vector<engine::LogEntry> log;
   std::vector<engine::Opposition> opposition;
+
+  void Take(const engine::ResolveOutcome& result, const engine::Resolver& resolver, TerminalView& view);
+};
+Json RunJson(const RunRecord& run);
+
+/// What became of one wish.
+struct ChangeRecord : RunRecord {
+  Wish wish;
+  uint16_t old = 0;
 };
 
 /// Runs one wish through the engine. Throws exit code 4 for what is refused before the rules are asked: a control that
