@@ -91,7 +91,15 @@ std::optional<Sheet> SheetOf(const DriverEnv& record) {
   const bool inside = sheet.left < sheet.right && sheet.right <= sheet.width && sheet.top < sheet.bottom &&
                       sheet.bottom <= sheet.height;
   if (sheet.dpi < 72 || sheet.dpi > 2400 || !sized || !inside) return std::nullopt;
-  return sheet;
+  if (OrientationOf(record) != 2) return sheet;
+  // A turn to the left: the sheet's right edge becomes the page's top.
+  return Sheet{.dpi = sheet.dpi,
+               .width = sheet.height,
+               .height = sheet.width,
+               .left = sheet.top,
+               .top = sheet.width - sheet.right,
+               .right = sheet.bottom,
+               .bottom = sheet.width - sheet.left};
 }
 
 int OrientationOf(const DriverEnv& record) {

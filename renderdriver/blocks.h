@@ -15,7 +15,8 @@ inline constexpr uint8_t kFaxOutput = 1;  ///< lpOutput
 inline constexpr size_t kStampTextRoom = 33;
 inline constexpr size_t kStampFontRoom = 32;
 
-/// The sheet that the pages of a record are printed on, upright: its size and printable rectangle in dots.
+/// The sheet that the pages of a record are printed on, turned as the record's orientation says: its size and printable
+/// rectangle in dots.
 struct Sheet {
   uint32_t dpi;
   uint32_t width, height;

@@ -23,16 +23,10 @@ COLORREF Grey(uint8_t shade) {
   return COLORREF{shade} * 0x010101;
 }
 
-/// The record's sheet, turned as its orientation says.
 PageSpace SpaceOf(const DriverEnv& record) {
   const renderdriver::Sheet sheet = *renderdriver::SheetOf(record);
-  const QRectF page(0, 0, sheet.width, sheet.height);
   const QRectF printable(QPointF(sheet.left, sheet.top), QPointF(sheet.right, sheet.bottom));
-  const auto dpi = static_cast<double>(sheet.dpi);
-  if (renderdriver::OrientationOf(record) != 2) return {dpi, page, printable};
-  // A turn to the left: the sheet's top edge becomes the page's left one.
-  const QRectF turned(printable.top(), page.width() - printable.right(), printable.height(), printable.width());
-  return {dpi, QRectF(0, 0, page.height(), page.width()), turned};
+  return {static_cast<double>(sheet.dpi), QRectF(0, 0, sheet.width, sheet.height), printable};
 }
 
 /// A drawing with its own copy of the text.

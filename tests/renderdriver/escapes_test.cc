@@ -10,11 +10,13 @@
 #include "platform/memory_backend.h"
 #include "renderdriver/bytes.h"
 #include "renderdriver/ticket.h"
+#include "support/letter_record.h"
 #include "uistate/list_stores.h"
 
 namespace heron::renderdriver {
 namespace {
 
+using test::LetterRecord;
 using Block = std::vector<uint8_t>;
 
 uint32_t Code(std::string_view name) {
@@ -22,21 +24,6 @@ uint32_t Code(std::string_view name) {
     if (row.name == name) return row.code;
   ADD_FAILURE() << name;
   return 0;
-}
-
-/// A Letter sheet at 600 dpi, as the driver resolves it.
-DriverEnv Record() {
-  DriverEnv env{};
-  Set<"dmPrintQuality">(env, 600);
-  Set<"dmOrientation">(env, 1);
-  const uint32_t margins[] = {100, 100, 5000, 6500};
-  std::memcpy(FieldBytes<"paperMarginsDots">(env), margins, sizeof margins);
-  Set<"paperSizeDots">(env, 5100, 0);
-  Set<"paperSizeDots">(env, 6600, 1);
-  Set<"lpOutput">(env, 2);
-  Set<"lpOutputMethod">(env, 1);
-  Set<"lpWatermarkOrder">(env, 1);
-  return env;
 }
 
 class RenderDriverTest : public ::testing::Test {
@@ -70,7 +57,7 @@ class RenderDriverTest : public ::testing::Test {
 
 TEST_F(RenderDriverTest, RefusesEveryWrongSizeAndLeavesTheBufferAlone) {
   for (const DrawPath path : {DrawPath::k488, DrawPath::k556}) {
-    Open(Record(), path);
+    Open(LetterRecord(), path);
     Start();
     const size_t steps = job.steps;
     for (const EscapeRow& row : kEscapes) {
@@ -90,7 +77,7 @@ TEST_F(RenderDriverTest, RefusesEveryWrongSizeAndLeavesTheBufferAlone) {
 }
 
 TEST_F(RenderDriverTest, RefusesWhatComesOutOfOrder) {
-  Open(Record());
+  Open(LetterRecord());
   for (const char* early : {"EscDocStarted", "EscOutputStart", "EscCancelJob", "EscPageListDone", "EscTabDrawBegin",
                             "EscStampEnd", "EscFaxEndDoc", "EscFaxCancel", "EscSpoolFileDone"}) {
     EXPECT_EQ(Send(early), 0) << early;
@@ -111,7 +98,7 @@ TEST_F(RenderDriverTest, RefusesWhatComesOutOfOrder) {
 }
 
 TEST_F(RenderDriverTest, TellsWhatWasSent) {
-  Open(Record());
+  Open(LetterRecord());
   Start();
   EXPECT_EQ(State(JobStateBlock::kPageListsSent), 0u);
   EXPECT_EQ(Send("EscSetPageListCount", Number(0)), 0);
@@ -136,7 +123,7 @@ TEST_F(RenderDriverTest, TellsWhatWasSent) {
 }
 
 TEST_F(RenderDriverTest, HandsTheRecordOutInItsBlocks) {
-  DriverEnv record = Record();
+  DriverEnv record = LetterRecord();
   Set<"lpOutputMethod">(record, 2);
   Set<"lpPDLType">(record, 3);
   Open(record);
@@ -154,7 +141,7 @@ TEST_F(RenderDriverTest, HandsTheRecordOutInItsBlocks) {
 }
 
 TEST_F(RenderDriverTest, AFaxHasTheRecipientsThatWereHandedOver) {
-  DriverEnv record = Record();
+  DriverEnv record = LetterRecord();
   Set<"lpOutput">(record, 1);
   Set<"faxAddressFileId">(record, 77);
   Open(record);
@@ -189,7 +176,7 @@ TEST_F(RenderDriverTest, AFaxHasTheRecipientsThatWereHandedOver) {
 }
 
 TEST_F(RenderDriverTest, APageStateComesBackAsItWentButForTheFieldsOfTheStamp) {
-  Open(Record(), DrawPath::k556);
+  Open(LetterRecord(), DrawPath::k556);
   Start();
   Block state = Ask("EscGetPageState", 556);
   EXPECT_FALSE(StampLeftTo(job));
@@ -201,7 +188,7 @@ TEST_F(RenderDriverTest, APageStateComesBackAsItWentButForTheFieldsOfTheStamp) {
   EXPECT_EQ(Send("EscSetPageState", state), 1);
   EXPECT_FALSE(StampLeftTo(job)) << "order 1: the driver draws";
 
-  DriverEnv record = Record();
+  DriverEnv record = LetterRecord();
   Set<"lpWatermarkOrder">(record, 2);
   Open(record, DrawPath::k556);
   Start();
@@ -215,7 +202,7 @@ TEST_F(RenderDriverTest, APageStateComesBackAsItWentButForTheFieldsOfTheStamp) {
 }
 
 TEST_F(RenderDriverTest, AFontMapMayOnlyPointIntoItself) {
-  Open(Record());
+  Open(LetterRecord());
   Start();
   Block map(2 * 184);
   Write<uint32_t>(map, 0, 48);
@@ -230,7 +217,7 @@ TEST_F(RenderDriverTest, AFontMapMayOnlyPointIntoItself) {
 }
 
 TEST_F(RenderDriverTest, TheTicketTellsEveryEscapeAndNoSecret) {
-  DriverEnv record = Record();
+  DriverEnv record = LetterRecord();
   for (const EnvField& field : kEnvFields) {
     if (record::IsSecret(field)) WriteText(record.bytes, field.offset, field.length, u"Geheim");
   }
