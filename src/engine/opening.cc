@@ -36,7 +36,7 @@ ResolveOutcome OpenSettings(Resolver& resolver, EngineView* view, OpeningPass pa
   UiState& ui = *engine.ui;
   LoadPaperTable(ui);
   RestoreOutputPaper(ui);
-  LoadTrayMirrors(engine);
+  LoadAllTrayMirrors(ui);
   LoadWorkingList(ui, WorkingList(ui));
   BindControls(engine, ui);
   EvaluateRules(engine, view);

@@ -394,7 +394,7 @@ void PaperPage::EditPaperTypes() {
   for (const uint16_t id : {engine::ControlId(u"lpMediaType.122"), engine::ControlId(u"lpWeight"),
                             engine::ControlId(u"lpPaperColor"), engine::ControlId(u"PaperPunch_Check")})
     engine::SetControlValue(engine(), id, engine::GetControlDefault(engine(), id));
-  engine::LoadTrayMirrors(engine());
+  LoadAllTrayMirrors(ui());
   TellNewConflicts();
   engine::EvaluateRules(engine(), this);
   Rebuild();

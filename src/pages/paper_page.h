@@ -7,6 +7,7 @@
 
 #include "pages/custom_size_dialog.h"
 #include "pages/page.h"
+#include "uistate/tray_media.h"
 
 namespace heron::pages {
 
@@ -27,7 +28,7 @@ class PaperPage : public Page {
   bool Offers(ControlId list, size_t item) override;
   std::u16string RowText(ControlId list, const ListItem& item) override;
   void OnGroupShown(uint8_t group) override;
-  void ResetUnshown() override { engine::ResetTrayMedia(engine()); }
+  void ResetUnshown() override { ResetTrayMedia(ui()); }
 
  private:
   void ChoosePaper(ControlId list);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "uistate/tray_media.h"
+
 namespace heron::pages {
 
 using engine::Setting;
@@ -23,6 +25,12 @@ constexpr uint8_t kTransparency = 2;
 std::u16string LabelOfType(uint16_t media_type) {
   const char16_t* label = engine::GetValueLabel(engine::ControlId(u"lpMediaType.2921"), media_type);
   return label == nullptr ? std::u16string() : label;
+}
+
+/// What dialog 2920 has set lies in the tray now.
+void StoreMediaType(const UiState& ui, uint16_t tray) {
+  if (TrayMedia* media = FindTrayMedia(ui, tray))
+    media->mediaType = static_cast<uint8_t>(Setting<u"lpMediaType">(ui));
 }
 
 }  // namespace
@@ -79,10 +87,10 @@ void PaperTypeDialog::EditTray() {
   Setting<u"lpMediaType">(ui()) = engine::MediaOfTray(engine(), tray).mediaType;
   PaperTypeEditDialog edit(sheet());
   if (RunOnClone(PaperTypeEditDialog::kNumber, edit) == platform::IDOK) {
-    engine::StoreMediaType(engine(), tray, static_cast<uint8_t>(Setting<u"lpMediaType">(ui())));
+    StoreMediaType(ui(), tray);
     FillTrays();
   }
-  engine::LoadTrayMirrors(engine());
+  LoadAllTrayMirrors(ui());
   EvaluateAndApply();
   DropIdleInterleave();
 }

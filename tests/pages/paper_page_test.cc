@@ -186,7 +186,7 @@ TEST_F(PaperPageTest, AMethodThatIsDeclinedTakesItsTextsAlong) {
 
 TEST_F(PaperPageTest, DefaultsBringTheTraysBackToo) {
   OpenPage("lpMediaSource=1 lpPRNType=2");
-  engine::StoreMediaType(engine(), 1, 2);
+  FindTrayMedia(ui(), 1)->mediaType = 2;
   page->Type(103, u"4");
   page->Click(151);
   EXPECT_EQ(engine::MediaOfTray(engine(), 1).mediaType, engine().Default(Named("trayMediaType")));

@@ -180,7 +180,7 @@ class SheetTest : public DriverTest {
       const size_t equals = word.find('=');
       engine().Set(Named(word.substr(0, equals)), static_cast<uint16_t>(std::stoi(word.substr(equals + 1))));
     }
-    engine::LoadTrayMirrors(engine());
+    LoadAllTrayMirrors(ui());
     engine::EvaluateRules(engine(), nullptr);
     engine::ComputeAllItemStatus(engine());
   }
