@@ -4,6 +4,8 @@
 #include "engine/commit.h"
 #include "engine/control_tables.h"
 #include "engine/page_list.h"
+#include "library/library_recall.h"
+#include "pages/library_menu.h"
 #include "pages/paper_page.h"
 #include "pages/plain_pages.h"
 #include "settings/printer_data.h"
@@ -59,6 +61,7 @@ void Page::OnChanged(ControlId id) {
 
 void Page::OnButton(ControlId id) {
   if (id != 0 && id == row_.defaults) RestoreDefaults();
+  if (id != 0 && id == row_.library) OpenLibraryMenu();
 }
 
 void Page::RepaintPictures() {
@@ -83,6 +86,25 @@ void Page::RestoreDefaults() {
   ResetUnshown();
   Change(row_.defaults);
   dialog().Focus(row_.defaults);
+}
+
+/// Does nothing where the library can't be opened.
+void Page::OpenLibraryMenu() {
+  const SettingsLibraryPtr library = SettingsLibraryOpen(*this, ui(), sheet().resources.get(), LibraryLoad::kHeads);
+  if (library == nullptr) return;
+  const uint16_t command = dialog().PopupMenu(row_.library, LibraryMenu(*library));
+  if (command == kSaveToFullCommand) TellIfFull(*library);
+  if (const int place = EntryOfCommand(command); place >= 0) RecallEntry(place);
+}
+
+void Page::RecallEntry(int place) {
+  const SettingsLibraryPtr library = SettingsLibraryOpen(*this, ui(), sheet().resources.get(), LibraryLoad::kSettings);
+  engine::ResolveOutcome outcome;
+  if (library == nullptr || !RecallSettings(sheet().resolver(), this, *library, place, kDefaultRecallParts, &outcome))
+    return;
+  engine::LoadPaperTable(ui());
+  Rebuild();
+  MarkChanged();
 }
 
 /// What the pictures show isn't a change of the job, but is kept with it.

@@ -63,6 +63,8 @@ class Page : public SettingsView {
 
  private:
   void RestoreDefaults();
+  void OpenLibraryMenu();
+  void RecallEntry(int place);
   void SelectView(ControlId id);
 
   PageRow row_;
