@@ -22,15 +22,16 @@ SheetContext* ContextOf(const PROPSHEETUI_INFO& info) {
   return reinterpret_cast<SheetContext*>(info.UserData);
 }
 
-/// Makes the working settings of the context's record and hands the pages to the host, which has the context then.
+/// Makes the working settings of the context's record and hands the pages to the host. From then on the context lives
+/// until DESTROY, also after a failure: the host may hold pages.
 int32_t OpenSheet(std::unique_ptr<SheetContext> context, PROPSHEETUI_INFO& info, bool is_device) {
   context->settings = engine::OpenRecord(context->resources.get(), context->env, context->hPrinter);
   if (context->settings == nullptr) return kFailed;
   context->ui().head().uiEditable = context->editable ? 1 : 0;
   context->ui().head().isDocumentSheet = is_device ? 0 : 1;
-  if (!RegisterPages(*context, &info, is_device)) return 0;
-  info.UserData = reinterpret_cast<ULONG_PTR>(context.release());
-  return 1;
+  SheetContext& opened = *context.release();
+  info.UserData = reinterpret_cast<ULONG_PTR>(&opened);
+  return RegisterPages(opened, &info, is_device) ? 1 : 0;
 }
 
 int32_t InitDocument(PROPSHEETUI_INFO& info, const DOCUMENTPROPERTYHEADER& header) {

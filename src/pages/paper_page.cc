@@ -106,6 +106,19 @@ bool NeedsPrintPosition(const UiState& ui, ControlId list, uint16_t paper) {
   return wide || (paper == kSameAsDocument && (Setting<u"lpMediaSize">(ui) & kWideForm) != 0);
 }
 
+/// A value that is put back at the end of a scope.
+class KeptValue {
+ public:
+  explicit KeptValue(uint16_t& place) : place_(place), value_(place) {}
+  ~KeptValue() { place_ = value_; }
+  KeptValue(const KeptValue&) = delete;
+  KeptValue& operator=(const KeptValue&) = delete;
+
+ private:
+  uint16_t& place_;
+  uint16_t value_;
+};
+
 /// The four settings of the layout details, as they are put back after a cancel.
 class LayoutSettings {
  public:
@@ -342,23 +355,23 @@ void PaperPage::ChooseLayout() {
   RepaintPictures();
 }
 
+/// True after OK, and for a method without a dialog.
+bool PaperPage::RunMethodDialog(uint16_t method) {
+  const KeptValue before(Setting<u"lpOutputMethod">(ui()));
+  Setting<u"lpOutputMethod">(ui()) = method;
+  SecurePrintDialog secure(sheet());
+  BoxDialog box(sheet());
+  if (method == kSecure) return RunOwned(SecurePrintDialog::kNumber, secure) == platform::IDOK;
+  return !IsBox(method) || RunOwned(BoxDialog::kNumber, box) == platform::IDOK;
+}
+
 /// The dialog works on the settings with the new method stored; the rules see the change afterwards, so that they may
 /// refuse it with all that the dialog stored.
 void PaperPage::ChooseOutputMethod() {
-  uint16_t& setting = Setting<u"lpOutputMethod">(ui());
-  const uint16_t before = setting;
   uint16_t method = ReadControl(kMethod);
   if (method != kSecure && !IsBox(method) && method != kMethod6 && method != kMethod7) method = kDirect;
   const Action action(sheet().resolver());
-  if (method == kSecure || IsBox(method)) {
-    setting = method;
-    SecurePrintDialog secure(sheet());
-    BoxDialog box(sheet());
-    const int result =
-        method == kSecure ? RunOwned(SecurePrintDialog::kNumber, secure) : RunOwned(BoxDialog::kNumber, box);
-    setting = before;
-    if (result != platform::IDOK) return RefreshList(kMethod);
-  }
+  if (!RunMethodDialog(method)) return RefreshList(kMethod);
   if (IsBox(method) && GetText(ui(), TextSetting::kBoxFileName).empty()) {
     dialog().Beep();
     Tell(TextOf(25302), TextOf(method == kBoxAndPrint ? 20021 : 20020), platform::MB_OK | platform::MB_ICONEXCLAMATION);

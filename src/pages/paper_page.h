@@ -18,7 +18,7 @@ class PaperPage : public Page {
  protected:
   void OnInitialise() override;
   void OnActivate() override;
-  bool OnDeactivate() override { return CheckZoom(); }
+  bool OnDeactivate() override { return !Editable() || CheckZoom(); }
   void OnReset() override { closing_ = true; }
   void OnChanged(ControlId id) override;
   void OnNumber(ControlId id, uint16_t number) override;
@@ -44,6 +44,7 @@ class PaperPage : public Page {
 
   void ChooseLayout();
   void ChooseOutputMethod();
+  bool RunMethodDialog(uint16_t method);
   void EditBindingMargin();
   void EditAuthentication();
   void EditPaperTypes();
