@@ -29,8 +29,7 @@ std::u16string LabelOfType(uint16_t media_type) {
 
 /// What dialog 2920 has set lies in the tray now.
 void StoreMediaType(const UiState& ui, uint16_t tray) {
-  if (TrayMedia* media = FindTrayMedia(ui, tray))
-    media->mediaType = static_cast<uint8_t>(Setting<u"lpMediaType">(ui));
+  if (TrayMedia* media = FindTrayMedia(ui, tray)) media->mediaType = static_cast<uint8_t>(Setting<u"lpMediaType">(ui));
 }
 
 }  // namespace
