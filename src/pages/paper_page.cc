@@ -147,6 +147,7 @@ PaperPage::PaperPage(SheetContext& sheet, const PageRow& row) : Page(sheet, row,
 
 void PaperPage::OnInitialise() {
   Setting<u"Layout_Check2">(*engine().ui) = 1;
+  dialog().SetRange(kCopiesSpin, 1, SlotAs<u"Copies", NumericBlock>(*engine().ui).max);
   Page::OnInitialise();
 }
 
@@ -181,8 +182,6 @@ void PaperPage::OnGroupShown(uint8_t group) {
     dialog().SetPicture(place, on ? pictures.on : pictures.off, pictures.mask);
   };
   switch (group) {
-    case kCopies:
-      return dialog().SetRange(kCopiesSpin, 1, SlotAs<u"Copies", NumericBlock>(ui()).max);
     case kOrientation:
       return show(kOrientationPicture, kOrientationPictures, Setting<u"lpOrientation">(ui()) == kLandscape);
     case kPrint:

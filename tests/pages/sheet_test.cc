@@ -180,7 +180,7 @@ TEST_F(SheetTest, TwoSheetsDoNotDisturbEachOther) {
 }
 
 TEST_F(SheetTest, TheNextOwnerDoesNotInheritSecrets) {
-  DriverEnv env;
+  DriverEnv env{};
   for (const char16_t* user : {u"ada", u"ada", u"", u"grace"}) {
     backend.userName = user;
     sheet = std::make_unique<ScriptedSheet>(desk, printer.get(), DM_COPY);
