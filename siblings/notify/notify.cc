@@ -30,7 +30,8 @@ std::string LogPath() {
 /// The text in UTF-8, without what could make another line or column.
 std::string Column(const char* ansi) {
   std::string text = platform::ToUtf8(platform::FromAnsi(ansi));
-  std::ranges::replace_if(text, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; }, ' ');
+  std::ranges::replace_if(
+      text, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; }, ' ');
   return text;
 }
 

@@ -16,8 +16,8 @@ int FetchDriverDirectory(const DocumentEvent& event) {
 /// In this order: who prints, and that nothing is cancelled, must be known before anybody may cancel; and a job that is
 /// cancelled is so before anything is drawn.
 constexpr int (*kHandlers[])(const DocumentEvent& event) = {
-    FetchDriverDirectory, OnUserIdentity,       OnAppWorkarounds, OnFaxJob,      OnFaxSpoolFile,   OnPerPageLists,
-    OnOutputConfirmation, OnOverlayCheck,       OnJobIdentity,    OnListReferences, OnPageDrawing,
+    FetchDriverDirectory, OnUserIdentity, OnAppWorkarounds, OnFaxJob,         OnFaxSpoolFile, OnPerPageLists,
+    OnOutputConfirmation, OnOverlayCheck, OnJobIdentity,    OnListReferences, OnPageDrawing,
 };
 
 }  // namespace

@@ -58,9 +58,8 @@ bool MakeQuestion(HDC hdc, const FaxState& status, std::u16string* question) {
                                                             int64_t{time[3]}, int64_t{time[4]}})
                         : std::u16string(GetUiString(kAtOnce));
   const std::u16string_view name(recipient.begin(), std::ranges::find(recipient, u'\0'));
-  *question += status.recipients == 1
-                   ? ExpandText(GetUiString(kOneRecipient), {name})
-                   : ExpandText(GetUiString(kManyRecipients), {name, int64_t{status.recipients}});
+  *question += status.recipients == 1 ? ExpandText(GetUiString(kOneRecipient), {name})
+                                      : ExpandText(GetUiString(kManyRecipients), {name, int64_t{status.recipients}});
   return true;
 }
 

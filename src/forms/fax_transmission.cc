@@ -36,9 +36,9 @@ bool TransferAddressFile(HDC hdc) {
   if (!AskEscape<"EscGetAddressFile">(hdc, &number)) return false;
   if (number == 0) return true;
   const std::u16string path = AddressFilePath(number);
-  const HANDLE file =
-      path.empty() ? INVALID_HANDLE_VALUE
-                   : CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
+  const HANDLE file = path.empty()
+                          ? INVALID_HANDLE_VALUE
+                          : CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
   if (file == INVALID_HANDLE_VALUE) return SendEscape<"EscFaxCancel">(hdc);
   const auto block = std::make_unique<AddressBlock>();
   DWORD read = 0;

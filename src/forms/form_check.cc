@@ -123,9 +123,8 @@ bool FormReadDescription(FormCheckTable& table, const std::u16string& path) {
 FormFit FormCompare(const FormCheckTable& table) {
   const auto above = [&](size_t row) { return NumberIn(table.file[row]) > NumberIn(table.expected[row]); };
   for (size_t row = 0; row < kComparisons.size(); ++row) {
-    const bool fails =
-        (kComparisons[row] == Comparison::kAtMost && above(row)) ||
-        (kComparisons[row] == Comparison::kText && !SameText(table.file[row], table.expected[row]));
+    const bool fails = (kComparisons[row] == Comparison::kAtMost && above(row)) ||
+                       (kComparisons[row] == Comparison::kText && !SameText(table.file[row], table.expected[row]));
     if (fails) return FormFit::kNone;
   }
   return above(kColor) ? FormFit::kColorInMonochrome : FormFit::kFits;

@@ -17,8 +17,8 @@ namespace heron {
 enum class FormFit { kNone = 0, kFits = 1, kColorInMonochrome = 2 };
 
 /// What is compared, in the order of the comparison.
-inline constexpr std::array<std::u16string_view, 8> kFormRowNames = {
-    u"Model", u"System", u"Destination", u"PDL", u"Color", u"Reserved", u"OS", u"Version"};
+inline constexpr std::array<std::u16string_view, 8> kFormRowNames = {u"Model", u"System",   u"Destination", u"PDL",
+                                                                     u"Color", u"Reserved", u"OS",          u"Version"};
 
 /// Texts of up to 32 characters, one for each name.
 using FormColumn = std::array<std::u16string, kFormRowNames.size()>;

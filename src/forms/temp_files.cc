@@ -26,8 +26,8 @@ std::u16string ValueName(uint32_t number) {
 bool IsTempFileName(std::u16string_view name) {
   constexpr std::u16string_view kEnding = u".tmp";
   constexpr size_t kPrefixLength = 3;
-  const bool known = name.starts_with(kCoverPrefix) || name.starts_with(kLastCoverPrefix) ||
-                     name.starts_with(kSpoolPrefix);
+  const bool known =
+      name.starts_with(kCoverPrefix) || name.starts_with(kLastCoverPrefix) || name.starts_with(kSpoolPrefix);
   if (!known || !name.ends_with(kEnding) || name.size() <= kPrefixLength + kEnding.size()) return false;
   name.remove_prefix(kPrefixLength);
   name.remove_suffix(kEnding.size());

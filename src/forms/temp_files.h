@@ -12,7 +12,7 @@
 
 namespace heron {
 
-inline constexpr uint32_t kTempFileCount = 101;             ///< recorded by number and count
+inline constexpr uint32_t kTempFileCount = 101;               ///< recorded by number and count
 inline constexpr uint32_t kSpoolFileNumber = kTempFileCount;  ///< recorded by number alone
 
 /// First three characters of the names.

@@ -13,7 +13,7 @@ namespace heron {
 namespace {
 
 constexpr size_t kNameRoom = 32;  ///< characters of a stored name
-constexpr uint8_t kPclJob = 1;  ///< of lpPDLType: fonts are selected by PCL texts
+constexpr uint8_t kPclJob = 1;    ///< of lpPDLType: fonts are selected by PCL texts
 
 /// A stored name in the system's code page, at most `room` bytes.
 std::string NameBytes(const char16_t (&name)[kNameRoom], size_t room) {

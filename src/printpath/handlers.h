@@ -18,7 +18,8 @@ int OnAppWorkarounds(const DocumentEvent& event);
 /// STARTPAGE: the per-page list of the record and the texts of its tab sheets, once.
 int OnPerPageLists(const DocumentEvent& event);
 
-/// STARTDOC: the start of output told. STARTDOCPOST: secure print and box are confirmed by the user if the job wants it.
+/// STARTDOC: the start of output told. STARTDOCPOST: secure print and box are confirmed by the user if the job wants
+/// it.
 int OnOutputConfirmation(const DocumentEvent& event);
 
 /// STARTDOCPOST: the job's identifier, for the printing side and the notification module.

@@ -39,8 +39,7 @@ std::u16string OrNone(const std::u16string& identifier) {
 /// The password as it may be seen.
 std::u16string ShownPassword(const DriverEnv& record, const JobState& state) {
   std::u16string password = TextScramble(GetText<"securePassword">(record), SecretKind::kSecurePrint);
-  const bool mask =
-      ReadAt<uint16_t>(state, JobStateBlock::kMaskPassword) == 1 || Get<"undisplayPassword">(record) == 1;
+  const bool mask = ReadAt<uint16_t>(state, JobStateBlock::kMaskPassword) == 1 || Get<"undisplayPassword">(record) == 1;
   if (mask) password.assign(password.size(), u'*');
   return password;
 }
@@ -73,8 +72,7 @@ int Confirm(const DocumentEvent& event) {
   int answer = IDOK;
   if (method == kSecurePrint && ReadAt<uint32_t>(*state, JobStateBlock::kConfirmSecure) == 1) {
     answer = AskSecurePrint(*record, *state);
-  } else if ((method == kBox || method == kBoxAndPrint) &&
-             ReadAt<uint32_t>(*state, JobStateBlock::kConfirmBox) == 1) {
+  } else if ((method == kBox || method == kBoxAndPrint) && ReadAt<uint32_t>(*state, JobStateBlock::kConfirmBox) == 1) {
     answer = AskBox(*record, method);
   }
   return answer == IDOK || CancelJob(event.hdc) ? kGoOn : kFailed;

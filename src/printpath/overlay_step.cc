@@ -30,7 +30,10 @@ std::u16string_view TextOf(const char16_t (&text)[kRoom]) {
 }
 
 Form ReadForm(const DocumentEvent& event, const DriverEnv& record) {
-  Form form{.mode = Get<"lpOverlay">(record), .path = GetText<"overlayName">(record), .caption = {}, .prompt = {},
+  Form form{.mode = Get<"lpOverlay">(record),
+            .path = GetText<"overlayName">(record),
+            .caption = {},
+            .prompt = {},
             .style = MB_YESNO};
   ListStoreSet set;
   set.overlays = std::make_unique<OverlayStore>();

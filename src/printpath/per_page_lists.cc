@@ -35,8 +35,7 @@ bool SendList(platform::HDC hdc, const PageList& list) {
   const std::span<const PageEntry> entries(list.pages, list.pageCount);
   const std::span bytes(reinterpret_cast<const uint8_t*>(entries.data()), entries.size_bytes());
   return SendEscape<"EscSetPageListCount">(hdc, uint32_t{list.pageCount}) &&
-         SendEscapeBytes<"EscSetPageList">(hdc, bytes) &&
-         SendEscape<"EscSetPageListRange">(hdc, list.tabSettings) &&
+         SendEscapeBytes<"EscSetPageList">(hdc, bytes) && SendEscape<"EscSetPageListRange">(hdc, list.tabSettings) &&
          SendEscape<"EscSetPageListMixplex">(hdc, uint32_t{list.mixplex}) && SendEscape<"EscPageListDone">(hdc);
 }
 

@@ -26,8 +26,7 @@ int SendUserPapers(const DocumentEvent& event) {
   std::array<PaperEntry, kUserPaperCount> papers;
   for (size_t i = 0; i < papers.size(); ++i) {
     const CustomPaperEntry& paper = store[i];
-    papers[i] = {SizeFor(paper, paper.width), SizeFor(paper, paper.height),
-                 static_cast<uint16_t>(paper.unit)};
+    papers[i] = {SizeFor(paper, paper.width), SizeFor(paper, paper.height), static_cast<uint16_t>(paper.unit)};
   }
   return SendEscape<"EscSetUserPapers">(event.hdc, papers) ? kGoOn : kFailed;
 }

@@ -92,8 +92,8 @@ TEST_F(FaxTest, CoverSheetsAreRefusedAloud) {
   Address(1);
   faxStatus[FaxStatus::kCoverSheets] = 1;
   const char16_t name[] = u"Letter";
-  const DOCINFOW info = {.cbSize = sizeof info, .lpszDocName = name, .lpszOutput = nullptr, .lpszDatatype = nullptr,
-                         .fwType = 0};
+  const DOCINFOW info = {
+      .cbSize = sizeof info, .lpszDocName = name, .lpszOutput = nullptr, .lpszDatatype = nullptr, .fwType = 0};
   const void* const in = &info;
   EXPECT_NE(Run(DOCUMENTEVENT_STARTDOC, &in, sizeof in).find("GetFaxStatus SetDocName [520] SetUserName [510] Out"),
             std::string::npos);
@@ -131,8 +131,14 @@ TEST_F(FaxTest, TimeThatHasPassedIsTomorrows) {
     return text;
   };
   const auto at = [](WORD year, WORD month, WORD day) {
-    return SYSTEMTIME{.wYear = year, .wMonth = month, .wDayOfWeek = 0, .wDay = day, .wHour = 13, .wMinute = 45,
-                      .wSecond = 59, .wMilliseconds = 0};
+    return SYSTEMTIME{.wYear = year,
+                      .wMonth = month,
+                      .wDayOfWeek = 0,
+                      .wDay = day,
+                      .wHour = 13,
+                      .wMinute = 45,
+                      .wSecond = 59,
+                      .wMilliseconds = 0};
   };
   EXPECT_EQ(sent(at(2026, 2, 28), 13, 45), "2026 2 28 13 45 ");
   EXPECT_EQ(sent(at(2026, 2, 28), 13, 44), "2026 3 1 13 44 ");

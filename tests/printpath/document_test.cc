@@ -178,7 +178,8 @@ TEST_F(DocumentTest, CancelledConfirmationCancelsTheJobAndGoesOn) {
   AskForSecurePrint();
   for (const int answer : {IDCANCEL, 0}) {
     desk.answer = answer;
-    EXPECT_EQ(Run(DOCUMENTEVENT_STARTDOCPOST), "GetJobState GetJobRecord GetJobState SetCancelFlag 1 CancelJob SetJobId [64]");
+    EXPECT_EQ(Run(DOCUMENTEVENT_STARTDOCPOST),
+              "GetJobState GetJobRecord GetJobState SetCancelFlag 1 CancelJob SetJobId [64]");
   }
   canvas.failing = "EscCancelJob";
   EXPECT_EQ(Run(DOCUMENTEVENT_STARTDOCPOST),

@@ -96,7 +96,8 @@ TEST_F(WatermarkTest, Path488DrawsAMaskBetweenChangedFlags) {
   Put<uint8_t>(PageState488::kColorMode, 2);
   std::string flags;
   canvas.on_escape = [&](const std::string& name, std::span<const uint8_t> in) {
-    if (name == "EscSetPageState") flags += std::to_string(in[50]) + std::to_string(in[51]) + std::to_string(in[52]) + ' ';
+    if (name == "EscSetPageState")
+      flags += std::to_string(in[50]) + std::to_string(in[51]) + std::to_string(in[52]) + ' ';
     return false;
   };
   EXPECT_EQ(EndPage(),

@@ -4,10 +4,10 @@
 #pragma once
 
 #include "entry/exports.h"
-#include "platform/document_events.h"
-#include "platform/message_box.h"
 #include "escapes/escape_blocks.h"
 #include "escapes/send_escape.h"
+#include "platform/document_events.h"
+#include "platform/message_box.h"
 #include "settings/defaults.h"
 #include "support/driver_fixture.h"
 #include "support/recording_canvas.h"
