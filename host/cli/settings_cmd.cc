@@ -25,10 +25,8 @@ struct SettingsOptions {
   bool device = false;
   bool list = false;
   bool reset = false;
-  bool yes = false;
-  bool no = false;
-  bool dry_run = false;
   bool json = false;
+  ConsentOptions consent;
 };
 
 void CheckOptions(const SettingsOptions& options) {
@@ -41,39 +39,8 @@ void CheckOptions(const SettingsOptions& options) {
   }
 }
 
-Consent ConsentOf(const SettingsOptions& options) {
-  // A dry run goes on as if everything were agreed to.
-  if (options.yes || options.dry_run) return Consent::kYes;
-  return options.no ? Consent::kNo : Consent::kAsk;
-}
-
-/// Runs every wish; the first that isn't applied ends the command.
-std::vector<ChangeRecord> MakeChanges(Sheet& sheet, const SettingsOptions& options, const Catalogue& catalogue,
-                                      TerminalView& view) {
-  std::vector<ChangeRecord> changes;
-  for (const std::string& text : options.wishes) {
-    const Wish wish = ParseWish(text, sheet.engine(), catalogue);
-    changes.push_back(MakeChange(sheet, wish, options.device, view));
-    if (!changes.back().outcome.applied) break;
-  }
-  return changes;
-}
-
-/// Why a command ends without its changes; nothing if they were all applied.
-std::string WhyNot(const std::vector<ChangeRecord>& changes, const TerminalView& view, int* code) {
-  if (changes.empty() || changes.back().outcome.applied) return {};
-  const ChangeRecord& last = changes.back();
-  const std::string& wish = last.wish.text;
-  *code = kConsent;
-  if (view.wantedConsent())
-    return wish + ": it changes other settings too; agree with --yes, or run on a terminal to be asked";
-  if (last.outcome.answer == engine::Answer::kNo) return wish + ": declined; nothing was changed";
-  *code = kRefused;
-  return wish + ": it can't be made to fit the other settings; nothing was changed";
-}
-
-void Answer(const SettingsOptions& options, Sheet& sheet, const Catalogue& catalogue,
-            const std::vector<ChangeRecord>& changes, bool writes) {
+void AnswerSettings(const SettingsOptions& options, Sheet& sheet, const Catalogue& catalogue,
+                    const std::vector<ChangeRecord>& changes, bool writes) {
   if (options.json) {
     Json rows = Json::array();
     for (const ChangeRecord& change : changes) rows.push_back(ChangeJson(change));
@@ -86,7 +53,7 @@ void Answer(const SettingsOptions& options, Sheet& sheet, const Catalogue& catal
   if (options.out == "-") return;
   for (const ChangeRecord& change : changes) PrintChange(change, sheet);
   if (options.list) return PrintAll(SettingsOf(sheet.ui(), catalogue));
-  if (options.dry_run) std::cout << "Nothing was changed (--dry-run).\n";
+  if (options.consent.dry_run) std::cout << "Nothing was changed (--dry-run).\n";
   if (options.reset && writes) std::cout << "All settings of this printer are at their defaults again.\n";
 }
 
@@ -97,19 +64,19 @@ void Settings(const SettingsOptions& options) {
   Sheet sheet(printer, options.printer, options.in, kind, options.reset);
   const Catalogue catalogue(ReadLocaleCountry());
   const bool works = !options.wishes.empty();
-  TerminalView view(ConsentOf(options), options.json || options.out == "-");
+  TerminalView view(options.consent.consent(), options.json || options.out == "-");
   if (works) sheet.Open(true);
   if (works && !options.json) engine::ShowDeferredReport(sheet.resolver(), &view);
-  const std::vector<ChangeRecord> changes = MakeChanges(sheet, options, catalogue, view);
+  const std::vector<ChangeRecord> changes = MakeChanges(sheet, options.wishes, options.device, catalogue, view);
   int code = kDone;
   const std::string failure = WhyNot(changes, view, &code);
-  const bool writes = failure.empty() && !options.dry_run && (works || options.reset || !options.out.empty());
+  const bool writes = failure.empty() && !options.consent.dry_run && (works || options.reset || !options.out.empty());
   if (writes) {
     if (works) sheet.Commit(&view);
     const Bytes record = sheet.Record();
     options.out.empty() ? sheet.Keep(record) : WriteRecord(options.out, record);
   }
-  if (failure.empty() || options.json) Answer(options, sheet, catalogue, changes, writes);
+  if (failure.empty() || options.json) AnswerSettings(options, sheet, catalogue, changes, writes);
   if (!failure.empty()) throw Failure(code, failure);
   if (works || writes || options.json || options.list) return;
   Sheet fresh(printer, options.printer, {}, kind, true);
@@ -131,10 +98,7 @@ void AddSettingsCommand(CLI::App& app) {
   command->add_flag("--device", options->device, "Work on the printer's saved record, as its device sheet does");
   command->add_flag("-l,--list", options->list, "List every setting with what it can be");
   command->add_flag("--reset", options->reset, "Return your own settings of this printer to the defaults");
-  CLI::Option* yes = command->add_flag("--yes", options->yes, "Agree to everything that is asked");
-  CLI::Option* no = command->add_flag("--no", options->no, "Agree to nothing");
-  yes->excludes(no);
-  command->add_flag("--dry-run", options->dry_run, "Show every consequence and change nothing");
+  options->consent.AddTo(*command);
   command->add_flag("--json", options->json, "Answer as JSON");
   command->callback([options] { Settings(*options); });
 }

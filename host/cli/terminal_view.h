@@ -6,12 +6,25 @@
 #include <string>
 #include <vector>
 
+#include "command.h"
 #include "engine/view.h"
+
+namespace CLI {
+class App;
+}
 
 namespace heron::cli {
 
-/// How questions are answered.
-enum class Consent { kAsk, kYes, kNo };
+/// What a command that may ask is told beforehand.
+struct ConsentOptions {
+  bool yes = false;
+  bool no = false;
+  bool dry_run = false;
+
+  void AddTo(CLI::App& command);
+  /// A dry run goes on as if everything were agreed to.
+  Consent consent() const { return yes || dry_run ? Consent::kYes : no ? Consent::kNo : Consent::kAsk; }
+};
 
 /// A report as it was shown, and what was answered.
 struct ShownReport {
@@ -38,6 +51,7 @@ class TerminalView : public engine::EngineView {
 
   uint16_t ReadControl(uint16_t id) override;
   bool Show(const engine::Report& report) override;
+  bool CanAnswer() const override { return !wanted_consent_; }
   void RedisplayControl(uint16_t, uint16_t) override {}
   void RefreshList(uint16_t) override {}
   void RefreshPerPageList() override {}
