@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <iostream>
+#include <utility>
 
 #include "engine/control_tables.h"
 #include "engine/dependency_tables.h"
+#include "engine/fax_mode.h"
 
 namespace heron::cli {
 namespace {
@@ -14,6 +16,9 @@ using engine::kControls;
 
 constexpr uint16_t kDeviceDialog = 800;
 constexpr uint16_t kFaxDialog = 900;
+constexpr ControlIndex kFaxUnit = engine::Control(u"lpFAXUnit");
+constexpr uint16_t kNoFaxUnit = 1;
+constexpr uint16_t kHasFaxUnit = 2;
 
 std::string Quoted(const std::string& text) {
   return '"' + text + '"';
@@ -85,7 +90,11 @@ void CheckWish(Sheet& sheet, const Wish& wish, bool device) {
   if (row.dialog == kDeviceDialog && !device) {
     Refuse(wish, Quoted(ControlName(engine, wish.control)) + " is an option of the printer; use --device to change it");
   }
-  if (row.dialog == kFaxDialog) Refuse(wish, "the way to and from fax isn't built yet");
+  if (row.dialog == kFaxDialog && wish.value == engine::kOutputFax && engine.Holds(kFaxUnit, kNoFaxUnit)) {
+    Refuse(wish, "the printer has no unit for it; it needs " + IdAndName(engine, kFaxUnit) + " = " +
+                     ValueName(kControls[kFaxUnit].id, kHasFaxUnit) +
+                     ", set with `heron settings --device` where it is installed");
+  }
   if (!engine::IsControlAvailable(engine, wish.control)) {
     Refuse(wish,
            Quoted(ControlName(engine, wish.control)) + " can't be changed now: " + WhatClosesIt(engine, wish.control));
@@ -108,6 +117,16 @@ void SetAtOnce(Sheet& sheet, const Wish& wish) {
   engine::ComputeAllItemStatus(sheet.engine());
 }
 
+/// Fax or printer, which the rules aren't asked for.
+engine::ResolveOutcome SwitchOutput(Sheet& sheet, const Wish& wish, TerminalView& view) {
+  engine::Engine& engine = sheet.engine();
+  engine::BeginAction(sheet.resolver());
+  engine.Set(engine::IndexOf(wish.control), wish.value);
+  const bool applied = engine::ChangeOutputMode(engine, &view);
+  engine::EndAction(sheet.resolver());
+  return {.result = applied ? engine::kResultDone : engine::kResultRefused, .applied = applied};
+}
+
 }  // namespace
 
 void RunRecord::Take(const engine::ResolveOutcome& result, const engine::Resolver& resolver, TerminalView& view) {
@@ -121,6 +140,12 @@ ChangeRecord MakeChange(Sheet& sheet, const Wish& wish, bool device, TerminalVie
   engine::Engine& engine = sheet.engine();
   ChangeRecord change;
   change.wish = wish;
+  if (wish.parameter == kWatermarkChoice) {
+    uint8_t& current = SlotAs<u"bWatermarkCurrent", uint8_t>(sheet.ui());
+    change.old = std::exchange(current, static_cast<uint8_t>(wish.value));
+    change.outcome.applied = true;
+    return change;
+  }
   change.old = *FieldsOf(sheet.ui(), wish.parameter).value;
   change.outcome.applied = true;
   if (wish.control != 0) CheckWish(sheet, wish, device);
@@ -130,6 +155,11 @@ ChangeRecord MakeChange(Sheet& sheet, const Wish& wish, bool device, TerminalVie
     SetAtOnce(sheet, wish);
     return change;
   }
+  if (RowOf(wish.control).dialog == kFaxDialog) {
+    change.outcome = SwitchOutput(sheet, wish, view);
+    change.reports = view.TakeReports();
+    return change;
+  }
   if (engine::SourceOfMirror(control) != engine::kNoControl) {
     engine::BeginAction(sheet.resolver());  // so that a No takes the tray's media back too
     engine::StoreTrayMedia(engine, control, wish.value);
@@ -137,6 +167,29 @@ ChangeRecord MakeChange(Sheet& sheet, const Wish& wish, bool device, TerminalVie
   view.SetPending(wish.control, wish.value);
   change.Take(engine::ResolveChange(sheet.resolver(), &view, wish.control), sheet.resolver(), view);
   return change;
+}
+
+std::vector<ChangeRecord> MakeChanges(Sheet& sheet, const std::vector<std::string>& wishes, bool device,
+                                      const Catalogue& catalogue, TerminalView& view) {
+  std::vector<ChangeRecord> changes;
+  for (const std::string& text : wishes) {
+    const Wish wish = ParseWish(text, sheet.engine(), catalogue);
+    changes.push_back(MakeChange(sheet, wish, device, view));
+    if (!changes.back().outcome.applied) break;
+  }
+  return changes;
+}
+
+std::string WhyNot(const std::vector<ChangeRecord>& changes, const TerminalView& view, int* code) {
+  if (changes.empty() || changes.back().outcome.applied) return {};
+  const ChangeRecord& last = changes.back();
+  const std::string& wish = last.wish.text;
+  *code = kConsent;
+  if (view.wantedConsent())
+    return wish + ": it changes other settings too; agree with --yes, or run on a terminal to be asked";
+  if (last.outcome.answer == engine::Answer::kNo) return wish + ": declined; nothing was changed";
+  *code = kRefused;
+  return wish + ": it can't be made to fit the other settings; nothing was changed";
 }
 
 void PrintChange(const ChangeRecord& change, Sheet& sheet) {
@@ -149,7 +202,9 @@ void PrintChange(const ChangeRecord& change, Sheet& sheet) {
     return wish.control != 0 ? ValueName(wish.control, value) : std::to_string(value);
   };
   std::cout << name << ": " << text(change.old)
-            << (change.old == wish.value ? ", as it was" : " => " + text(wish.value)) << '\n';
+            << (change.old == wish.value ? ", as it was" : " => " + text(wish.value));
+  const uint16_t now = *FieldsOf(sheet.ui(), wish.parameter).value;
+  std::cout << (now == wish.value ? "" : ", and then " + text(now)) << '\n';
 }
 
 Json RunJson(const RunRecord& run) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "command.h"
 #include "engine/view.h"
 
 namespace CLI {
@@ -13,9 +14,6 @@ class App;
 }
 
 namespace heron::cli {
-
-/// How questions are answered.
-enum class Consent { kAsk, kYes, kNo };
 
 /// What a command that may ask is told beforehand.
 struct ConsentOptions {

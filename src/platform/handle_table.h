@@ -1,4 +1,4 @@
-// What lies behind the HKEY and HANDLE values that callers hold.
+// What lies behind the HKEY, HANDLE, HDC and HGDIOBJ values that callers hold.
 //
 // A handle is a number that is never given out twice, so a stale, foreign or wrong handle is found out by a look-up and
 // never touches memory. The table is guarded by a mutex; an entry found stays alive for its finder even if another
@@ -10,6 +10,8 @@
 #include <variant>
 
 #include "platform/backend.h"
+#include "platform/canvas.h"
+#include "platform/dialog.h"
 #include "platform/types.h"
 
 namespace heron::platform {
@@ -30,7 +32,29 @@ struct OpenedFile {
   std::shared_ptr<OpenFile> file;
 };
 
-using HandleEntry = std::variant<OpenedKey, OpenedPrinter, OpenedFile>;
+struct DeviceContext;  ///< device_context.cc
+
+struct OpenedCanvas {
+  std::shared_ptr<DeviceContext> context;
+};
+
+struct Pen {
+  LONG width;
+  COLORREF color;
+};
+
+struct Brush {
+  COLORREF color;
+};
+
+/// What can be selected into a device context.
+using DrawingObject = std::variant<LOGFONTW, Pen, Brush>;
+
+struct OpenedPage {
+  PropertyPage page;
+};
+
+using HandleEntry = std::variant<OpenedKey, OpenedPrinter, OpenedFile, OpenedCanvas, DrawingObject, OpenedPage>;
 
 /// A new handle for `entry`. May throw std::bad_alloc.
 void* InsertHandle(HandleEntry entry);

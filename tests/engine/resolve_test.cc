@@ -94,6 +94,19 @@ TEST_F(ResolveTest, ThePickedCustomPaperIsAskedFor) {
   EXPECT_EQ(front.shown, "") << "the same paper again";
 }
 
+TEST_F(ResolveTest, ALongPaperIsMarkedAndNeedsLongMedia) {
+  Put("tray.4=1 lpMediaSource=7 lpMediaSize=9 lpOutputPaper=257");
+  (*ui->stores.userPapers)[2].longFlag = 1;
+  *FieldsOf(*ui, ParamNamed<u"lpUDPaperType">()).value = 3;
+  EXPECT_EQ(Resolve("lpMediaSize", 512), "0");
+  EXPECT_EQ(Value("mediaSizeMark"), 1);
+  EXPECT_EQ(Value("outputPaperMark"), 1) << "the output is the same paper";
+  EXPECT_EQ(MediaOfTray(*engine, 4).mediaType, 30);
+  EXPECT_EQ(Resolve("lpOutputPaper", 8), "0");
+  EXPECT_EQ(Value("mediaSizeMark"), 1);
+  EXPECT_EQ(Value("outputPaperMark"), 0);
+}
+
 TEST_F(ResolveTest, ADialogsChangesAreOneAction) {
   Put("lpMediaSize=8 lpOutputPaper=43 BindMargin_Check=1 lpMarginMode=2 fMargin=5 bMargin=5");
   BeginAction(*resolver);
@@ -287,45 +300,6 @@ TEST_F(ResolveTest, ALongLabelDoesNotOverrunAReport) {
   EXPECT_EQ(Resolve("lpOutputTray", 101), "0");
   EXPECT_LT(front.shown.size(), 16384u);
   EXPECT_TRUE(front.shown.ends_with("[22214]?"));
-}
-
-/// Values to try on a control: those with a label, or off and on.
-std::vector<uint16_t> ValuesOf(ControlIndex control) {
-  std::vector<uint16_t> values;
-  for (const ListOption& option : ValueLabels(control)) values.push_back(static_cast<uint16_t>(option.value));
-  return values.empty() ? std::vector<uint16_t>{0, 1} : values;
-}
-
-// Silent changes stay, so that each start is the first step of a walk.
-TEST_F(ResolveTest, EveryChangeEndsAndLeavesNothingWhenWithdrawn) {
-  int refused = 0;
-  int asked = 0;
-  for (const char* start : {"", "lpOutputUnit=2 lpMailBinKit=2 lpOutputTray=101", "lpOutputUnit=42 Punch_Check=1",
-                            "lpOutputUnit=3 lpSaddleUnit=2 lpPRNType=3", "OHPInterLeave_Check=1 tray.1=2"}) {
-    Put(start);
-    OpenSettings(*resolver, &front, OpeningPass::kRun);
-    for (size_t i = 0; i < kControlCount; ++i) {
-      const auto control = static_cast<ControlIndex>(i);
-      for (const uint16_t value : ValuesOf(control)) {
-        SCOPED_TRACE(NameOf(control) + "=" + std::to_string(value) + " from " + start);
-        const bool available = engine->Available(control);
-        const auto before = Bytes();
-        front.yes = false;
-        ResolveId(kControls[i].id, value);
-        EXPECT_LE(outcome.passes, kPassLimit);
-        if (available) {
-          EXPECT_NE(outcome.result, kResultOverrun);
-        }
-        if (!outcome.applied) {
-          EXPECT_TRUE(Bytes() == before);
-        }
-        refused += outcome.result == kResultRefused;
-        asked += outcome.answer == Answer::kNo;
-      }
-    }
-  }
-  EXPECT_GT(refused, 3);
-  EXPECT_GT(asked, 20);
 }
 
 }  // namespace
