@@ -55,14 +55,17 @@ QRect Ink(const QImage& image) {
 TEST_F(CanvasTest, ALineStandsWhereAlignmentAndDirectionPutIt) {
   struct Case {
     platform::DWORD align;
-    int direction;  ///< tenths of a degree
+    int direction;                  ///< tenths of a degree
     int left, right, above, below;  ///< on which sides of the position there is ink
   };
   // Text above or below its position, to the right or left of it; a quarter turn goes counter-clockwise.
   constexpr Case kCases[] = {
-      {platform::TA_LEFT | platform::TA_BOTTOM, 0, 0, 1, 1, 0},    {platform::TA_RIGHT | platform::TA_BOTTOM, 0, 1, 0, 1, 0},
-      {platform::TA_CENTER | platform::TA_TOP, 0, 1, 1, 0, 1},     {platform::TA_LEFT | platform::TA_BOTTOM, 900, 1, 0, 1, 0},
-      {platform::TA_CENTER | platform::TA_BOTTOM, 900, 1, 0, 1, 1}, {platform::TA_LEFT | platform::TA_BOTTOM, 1800, 1, 0, 0, 1},
+      {platform::TA_LEFT | platform::TA_BOTTOM, 0, 0, 1, 1, 0},
+      {platform::TA_RIGHT | platform::TA_BOTTOM, 0, 1, 0, 1, 0},
+      {platform::TA_CENTER | platform::TA_TOP, 0, 1, 1, 0, 1},
+      {platform::TA_LEFT | platform::TA_BOTTOM, 900, 1, 0, 1, 0},
+      {platform::TA_CENTER | platform::TA_BOTTOM, 900, 1, 0, 1, 1},
+      {platform::TA_LEFT | platform::TA_BOTTOM, 1800, 1, 0, 0, 1},
       {platform::TA_LEFT | platform::TA_BOTTOM, -900, 0, 1, 0, 1},
   };
   for (const bool outline : {false, true}) {
@@ -78,7 +81,8 @@ TEST_F(CanvasTest, ALineStandsWhereAlignmentAndDirectionPutIt) {
       painter.end();
       const QRect ink = Ink(image);
       constexpr int kSlack = 3;
-      SCOPED_TRACE(testing::Message() << "align " << row.align << " direction " << row.direction << " outline " << outline);
+      SCOPED_TRACE(testing::Message() << "align " << row.align << " direction " << row.direction << " outline "
+                                      << outline);
       EXPECT_EQ(ink.left() < 200 - kSlack, row.left == 1);
       EXPECT_EQ(ink.right() > 200 + kSlack, row.right == 1);
       EXPECT_EQ(ink.top() < 200 - kSlack, row.above == 1);
