@@ -120,6 +120,7 @@ void AddCatalogCommand(CLI::App& app);
 void AddCapabilitiesCommand(CLI::App& app);
 void AddSettingsCommand(CLI::App& app);
 void AddControlsCommand(CLI::App& app);
+void AddLibraryCommands(CLI::App& app);
 void AddPrintCommand(CLI::App& app);
 
 }  // namespace heron::cli

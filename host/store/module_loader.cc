@@ -19,6 +19,7 @@ using platform::HMODULE;
 // file is met by the next process.
 struct DlModules::Module {
   std::u16string path;
+  void* library;
   std::span<const HeronModuleText> texts;
   uint32_t count = 0;
 };
@@ -63,8 +64,8 @@ HMODULE DlModules::Load(std::u16string_view path) {
   // Without the lock, since a module's own start-up code may load another.
   UniqueLibrary library(dlopen(platform::ToUtf8(path).c_str(), RTLD_NOW | RTLD_LOCAL));
   if (library == nullptr) return nullptr;
-  auto module =
-      std::make_unique<Module>(Module{.path = std::u16string(path), .texts = TextsOf(library.get()), .count = 0});
+  auto module = std::make_unique<Module>(
+      Module{.path = std::u16string(path), .library = library.get(), .texts = TextsOf(library.get()), .count = 0});
   const std::lock_guard guard(mutex_);
   auto found = find();
   if (found == modules_.end()) {
@@ -87,6 +88,19 @@ bool DlModules::Free(HMODULE module) {
   Module* const entry = FindLoaded(module);
   if (entry != nullptr) --entry->count;
   return entry != nullptr;
+}
+
+void* DlModules::Function(HMODULE module, const char* name) {
+  const std::lock_guard guard(mutex_);
+  const Module* const entry = FindLoaded(module);
+  return entry == nullptr ? nullptr : dlsym(entry->library, name);
+}
+
+HMODULE DlModules::Find(std::u16string_view path) {
+  const std::lock_guard guard(mutex_);
+  const auto found =
+      std::ranges::find_if(modules_, [&](const auto& entry) { return entry->count > 0 && entry->path == path; });
+  return found == modules_.end() ? nullptr : found->get();
 }
 
 std::u16string_view DlModules::Text(HMODULE module, uint32_t id) {

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <chrono>
 
+#include "platform/files.h"
 #include "platform/text.h"
 #include "store/store.h"
 
@@ -20,6 +21,7 @@ using namespace platform;
 
 constexpr mode_t kOwnerOnly = 0600;
 constexpr mode_t kOwnersFolder = 0700;
+constexpr mode_t kAnybodyWrites = 0222;
 
 DWORD StatusOf(int error) {
   switch (error) {
@@ -88,21 +90,41 @@ class OpenPosixFile final : public OpenFile {
     return kErrorSuccess;
   }
 
+  DWORD Size(uint64_t* size) override {
+    struct stat info;
+    if (fstat(fd_, &info) != 0) return StatusOf(errno);
+    *size = static_cast<uint64_t>(info.st_size);
+    return kErrorSuccess;
+  }
+
  private:
   int fd_ = -1;
 };
 
 }  // namespace
 
-std::u16string PosixFiles::TempFolder() {
-  const fs::path folder = home_ / ("temp-" + std::to_string(geteuid()));
+/// The user's own folder of this name in the home, made if it is missing; empty if anybody else can enter it.
+fs::path PosixFiles::PrivateFolder(const char* name) {
+  const fs::path folder = home_ / (name + std::to_string(geteuid()));
   std::error_code ignored;
   fs::create_directories(home_, ignored);
   struct stat info;
   const bool there = mkdir(folder.c_str(), kOwnersFolder) == 0 || errno == EEXIST;
   const bool ours = there && lstat(folder.c_str(), &info) == 0 && S_ISDIR(info.st_mode) && info.st_uid == geteuid() &&
                     (info.st_mode & 0777) == kOwnersFolder;
-  return ours ? FromUtf8((folder / "").native()) : std::u16string();
+  return ours ? folder : fs::path();
+}
+
+std::u16string PosixFiles::TempFolder() {
+  const fs::path folder = PrivateFolder("temp-");
+  return folder.empty() ? std::u16string() : FromUtf8((folder / "").native());
+}
+
+std::u16string PosixFiles::SystemFolder() {
+  const fs::path folder = PrivateFolder("system-");
+  std::error_code error;
+  if (!folder.empty()) fs::create_directories(folder / "spool" / "PRINTERS", error);
+  return folder.empty() || error ? std::u16string() : FromUtf8(folder.native());
 }
 
 uint32_t PosixFiles::NumberHint() {
@@ -127,6 +149,22 @@ DWORD PosixFiles::Open(std::u16string_view path, bool write, bool create, std::s
 
 DWORD PosixFiles::Delete(std::u16string_view path) {
   return unlink(ToUtf8(path).c_str()) == 0 ? kErrorSuccess : StatusOf(errno);
+}
+
+DWORD PosixFiles::Attributes(std::u16string_view path, DWORD* attributes) {
+  const std::string name = ToUtf8(path);
+  struct stat info;
+  if (lstat(name.c_str(), &info) != 0) return StatusOf(errno);
+  DWORD bits = 0;
+  if (name.compare(name.rfind('/') + 1, 1, ".") == 0) bits |= FILE_ATTRIBUTE_HIDDEN;
+  if (S_ISDIR(info.st_mode))
+    bits |= FILE_ATTRIBUTE_DIRECTORY;
+  else if (!S_ISREG(info.st_mode))
+    bits |= FILE_ATTRIBUTE_SYSTEM;
+  // The system lets an administrator write what its owner protected; the driver doesn't.
+  if ((info.st_mode & kAnybodyWrites) == 0 || access(name.c_str(), W_OK) != 0) bits |= FILE_ATTRIBUTE_READONLY;
+  *attributes = bits == 0 ? FILE_ATTRIBUTE_NORMAL : bits;
+  return kErrorSuccess;
 }
 
 DWORD PosixFiles::Replace(std::u16string_view path, std::span<const uint8_t> data) {

@@ -33,12 +33,11 @@ DWORD MakeUnique(FileStore& files, std::u16string_view folder, std::u16string_vi
   return kErrorFileExists;
 }
 
-}  // namespace
-
-DWORD GetTempPathW(DWORD room, char16_t* buffer) {
+/// A folder for the caller's buffer; the length of its path, or the room it needs.
+DWORD FolderResult(std::u16string (FileStore::*folder_of)(), DWORD room, char16_t* buffer) {
   DWORD length = 0;
   BoolResult(WithBackend([&](const Backend& backend) {
-    const std::u16string folder = backend.files->TempFolder();
+    const std::u16string folder = (backend.files->*folder_of)();
     if (folder.empty()) return kErrorPathNotFound;
     length = static_cast<DWORD>(folder.size());
     if (buffer == nullptr || room <= length) {
@@ -49,6 +48,16 @@ DWORD GetTempPathW(DWORD room, char16_t* buffer) {
     return kErrorSuccess;
   }));
   return length;
+}
+
+}  // namespace
+
+DWORD GetTempPathW(DWORD room, char16_t* buffer) {
+  return FolderResult(&FileStore::TempFolder, room, buffer);
+}
+
+DWORD GetSystemDirectoryW(char16_t* buffer, DWORD room) {
+  return FolderResult(&FileStore::SystemFolder, room, buffer);
 }
 
 DWORD GetTempFileNameW(const char16_t* folder, const char16_t* prefix, DWORD unique, char16_t* name) {
@@ -70,8 +79,11 @@ DWORD GetTempFileNameW(const char16_t* folder, const char16_t* prefix, DWORD uni
 HANDLE CreateFileW(const char16_t* path, DWORD access, DWORD, DWORD disposition) {
   HANDLE handle = INVALID_HANDLE_VALUE;
   BoolResult(WithBackend([&](const Backend& backend) {
-    const bool known = disposition == CREATE_ALWAYS || disposition == OPEN_EXISTING;
+    const bool known = disposition >= CREATE_NEW && disposition <= OPEN_EXISTING;
     if (path == nullptr || !known) return kErrorInvalidParameter;
+    if (disposition == CREATE_NEW) {
+      if (const DWORD made = backend.files->CreateNew(path); made != kErrorSuccess) return made;
+    }
     OpenedFile opened;
     const bool write = (access & GENERIC_WRITE) != 0;
     const DWORD status = backend.files->Open(path, write, disposition == CREATE_ALWAYS, &opened.file);
@@ -101,6 +113,15 @@ BOOL WriteFile(HANDLE file, const void* buffer, DWORD size, DWORD* written) {
   }));
 }
 
+DWORD GetFileSize(HANDLE file) {
+  uint64_t size = 0;
+  const BOOL told = BoolResult(WithBackend([&](const Backend&) {
+    const auto opened = FindHandleOf<OpenedFile>(file);
+    return opened == nullptr ? kErrorInvalidHandle : opened->file->Size(&size);
+  }));
+  return told != 0 ? static_cast<DWORD>(std::min<uint64_t>(size, INVALID_FILE_SIZE - 1)) : INVALID_FILE_SIZE;
+}
+
 BOOL CloseHandle(HANDLE file) {
   return BoolResult(EraseHandleOf<OpenedFile>(file) ? kErrorSuccess : kErrorInvalidHandle);
 }
@@ -108,6 +129,14 @@ BOOL CloseHandle(HANDLE file) {
 BOOL DeleteFileW(const char16_t* path) {
   return BoolResult(WithBackend(
       [&](const Backend& backend) { return path == nullptr ? kErrorInvalidParameter : backend.files->Delete(path); }));
+}
+
+DWORD GetFileAttributesW(const char16_t* path) {
+  DWORD attributes = INVALID_FILE_ATTRIBUTES;
+  BoolResult(WithBackend([&](const Backend& backend) {
+    return path == nullptr ? kErrorInvalidParameter : backend.files->Attributes(path, &attributes);
+  }));
+  return attributes;
 }
 
 }  // namespace heron::platform

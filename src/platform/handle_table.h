@@ -11,6 +11,7 @@
 
 #include "platform/backend.h"
 #include "platform/canvas.h"
+#include "platform/dialog.h"
 #include "platform/types.h"
 
 namespace heron::platform {
@@ -49,7 +50,11 @@ struct Brush {
 /// What can be selected into a device context.
 using DrawingObject = std::variant<LOGFONTW, Pen, Brush>;
 
-using HandleEntry = std::variant<OpenedKey, OpenedPrinter, OpenedFile, OpenedCanvas, DrawingObject>;
+struct OpenedPage {
+  PropertyPage page;
+};
+
+using HandleEntry = std::variant<OpenedKey, OpenedPrinter, OpenedFile, OpenedCanvas, DrawingObject, OpenedPage>;
 
 /// A new handle for `entry`. May throw std::bad_alloc.
 void* InsertHandle(HandleEntry entry);

@@ -17,7 +17,7 @@ struct ListStoreRows {
 
 /// The six row tables, in the order of ListStoreSet.
 inline constexpr std::array<ListStoreRows, 6> kListStoreRows = {{
-    {ListStoreId::kPageLists, kPageListRows},
+    {ListStoreId::kPageLists, kPageListStoreRows},
     {ListStoreId::kOverlays, kOverlayRows},
     {ListStoreId::kWatermarks, kWatermarkRows},
     {ListStoreId::kFontSubst, kFontSubstRows},
@@ -30,6 +30,15 @@ std::span<const ListStoreRow> RowsOf(ListStoreId store);
 
 /// Whether another row of the store takes its number of items from this one.
 bool IsCountRow(std::span<const ListStoreRow> rows, const ListStoreRow& row);
+
+/// Room of the list that the row counts: one more than the highest number of the rows linked to it.
+uint16_t RoomOfList(uint16_t count_row);
+
+/// The number of items in a count's field, which anybody may have written: at most the list's room. Every count is a
+/// u16.
+uint16_t CountIn(const StoreField& field, uint16_t room);
+/// The only way in for a count that comes from elsewhere.
+void StoreCount(const StoreField& field, uint32_t count, uint16_t room);
 
 inline constexpr uint16_t kNoIndex = 0xFFFF;
 

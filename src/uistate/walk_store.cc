@@ -47,22 +47,11 @@ std::u16string ExpandName(const ListStoreRow& row, int number) {
   return platform::ExpandText(row.name, {int64_t{number}});
 }
 
-/// The only way in for a count that somebody else wrote: 0 to the list's room.
-uint16_t ClampCount(uint32_t count, uint32_t room) {
-  return static_cast<uint16_t>(std::min(count, room));
-}
-
-/// Every count is a u16.
-uint16_t CountIn(const StoreField& field) {
-  uint16_t count;
-  std::memcpy(&count, field.data, sizeof count);
-  return count;
-}
-
 class StoreWalker {
  public:
-  StoreWalker(const ListStoreSet& set, ListStoreId store, std::u16string_view printer_name, WalkOp op)
-      : set_(set), rows_(RowsOf(store)), printer_name_(printer_name), op_(op) {}
+  /// `only`: the one number of level 2 names to be walked, all of them if it is negative.
+  StoreWalker(const ListStoreSet& set, ListStoreId store, std::u16string_view printer_name, WalkOp op, int only)
+      : set_(set), rows_(RowsOf(store)), printer_name_(printer_name), op_(op), only_(only) {}
 
   /// False if a registry call failed.
   bool Run();
@@ -76,7 +65,6 @@ class StoreWalker {
 
   bool reading() const { return op_ == WalkOp::kRead; }
   Chain ChainOf(const ListStoreRow& row) const;
-  uint32_t RoomOf(const ListStoreRow& count_row) const;
   NumberRange RangeOf(const ListStoreRow& row, int list) const;
 
   bool WalkRow(const Chain& chain);
@@ -92,6 +80,7 @@ class StoreWalker {
   const std::span<const ListStoreRow> rows_;
   const std::u16string_view printer_name_;
   const WalkOp op_;
+  const int only_;
   std::vector<OpenKey> keys_;
   std::vector<uint8_t> buffer_;
 };
@@ -120,27 +109,20 @@ Chain StoreWalker::ChainOf(const ListStoreRow& row) const {
   return chain;
 }
 
-/// Room of the list that `count_row` counts: one more than the highest number of the rows linked to it.
-uint32_t StoreWalker::RoomOf(const ListStoreRow& count_row) const {
-  uint32_t room = 0;
-  for (const ListStoreRow& row : rows_) {
-    if (row.link == count_row.id) room = std::max(room, row.hi + 1u);
-  }
-  return room;
-}
-
 /// Numbers of the row's %d: as told by the row, or the items of its list. `list`: the number of the level above.
 NumberRange StoreWalker::RangeOf(const ListStoreRow& row, int list) const {
   if (row.link == 0) return {row.lo, row.hi};
   StoreField field;
   if (!GetStoreField(row.link, set_, list, 0, &field)) return {0, -1};
-  return {0, static_cast<int>(ClampCount(CountIn(field), row.hi + 1u)) - 1};
+  return {0, CountIn(field, static_cast<uint16_t>(row.hi + 1)) - 1};
 }
 
 /// Every item of the row, under every key of the level above; then what a longer list left there.
 bool StoreWalker::WalkRow(const Chain& chain) {
   const ListStoreRow& row = *chain.row;
-  const NumberRange outer = row.level >= 2 ? RangeOf(*chain.level2, 0) : NumberRange{0, 0};
+  NumberRange outer = row.level >= 2 ? RangeOf(*chain.level2, 0) : NumberRange{0, 0};
+  const bool numbered = row.level >= 2 && chain.level2->name.find(u'%') != std::u16string_view::npos;
+  if (only_ >= 0 && numbered) outer = {std::max(outer.first, only_), std::min(outer.last, only_)};
   for (int number2 = outer.first; number2 <= outer.last; ++number2) {
     const NumberRange inner = row.level == 3 ? RangeOf(row, number2) : NumberRange{0, 0};
     for (int number3 = inner.first; number3 <= inner.last; ++number3) {
@@ -196,9 +178,8 @@ bool StoreWalker::ReadField(HKEY key, const ListStoreRow& row, const std::u16str
   if (wanted == platform::REG_SZ) {
     const size_t end = TextLength(field) * sizeof(char16_t);
     std::memset(field.data + end, 0, field.size - end);
-  } else if (IsCountRow(rows_, row)) {
-    const uint16_t count = ClampCount(CountIn(field), RoomOf(row));
-    std::memcpy(field.data, &count, sizeof count);
+  } else if (IsCountRow(rows_, row) && only_ < 0) {
+    StoreCount(field, CountIn(field, RoomOfList(row.id)), RoomOfList(row.id));
   }
   return true;
 }
@@ -219,7 +200,7 @@ bool StoreWalker::WriteField(HKEY key, const ListStoreRow& row, const std::u16st
   uint32_t value = 0;
   TransferValue(TransferDirection::kRead, {&value, sizeof value, kTypeU32}, {field.data, field.size, field.type},
                 nullptr);
-  if (IsCountRow(rows_, row)) value = ClampCount(value, RoomOf(row));
+  if (IsCountRow(rows_, row)) value = CountIn(field, RoomOfList(row.id));
   uint8_t bytes[sizeof value];
   std::memcpy(bytes, &value, sizeof value);
   return platform::RegSetValueExW(key, name.c_str(), type, bytes, sizeof bytes) == kErrorSuccess;
@@ -297,18 +278,18 @@ bool HasStore(const ListStoreSet& set, ListStoreId store) {
   return false;
 }
 
-/// A private set with the queue's per-page lists alone; without them if they can't be had.
-ListStoreSet ReadPageLists(std::u16string_view printer_name) {
+/// A private set with one of the queue's per-page lists alone; without it if it can't be had.
+ListStoreSet ReadPageList(std::u16string_view printer_name, int list) {
   ListStoreSet set;
   set.pageLists.reset(new (std::nothrow) PageListStore{});
-  if (!WalkStore(set, ListStoreId::kPageLists, printer_name, WalkOp::kRead)) set.pageLists.reset();
+  if (!ReadStoreItem(set, ListStoreId::kPageLists, printer_name, list)) set.pageLists.reset();
   return set;
 }
 
 template <typename T>
 bool ReadPageListField(std::u16string_view printer_name, uint16_t row_id, int list, int item, T* out) {
   static_assert(std::is_trivially_copyable_v<T>);
-  const ListStoreSet set = ReadPageLists(printer_name);
+  const ListStoreSet set = ReadPageList(printer_name, list);
   StoreField field;
   if (!GetStoreField(row_id, set, list, item, &field) || field.size != sizeof *out) return false;
   std::memcpy(out, field.data, sizeof *out);
@@ -320,21 +301,30 @@ constexpr uint16_t kMixplexRow = 41;
 constexpr uint16_t kPageRow = 42;
 constexpr uint16_t kTabSettingsRow = 63;
 
-}  // namespace
-
-bool WalkStore(const ListStoreSet& set, ListStoreId store, std::u16string_view printer_name, WalkOp op) {
+/// The walk in its batch.
+bool WalkInBatch(const ListStoreSet& set, ListStoreId store, std::u16string_view printer_name, WalkOp op, int only) {
   if (!IsStoreEnabled(static_cast<uint16_t>(store))) return true;
   if (!HasStore(set, store)) return false;
   // For a read the batch is only a consistent look, and a user who may not write reads without it.
   platform::RegistryBatch batch(platform::HKEY_CURRENT_USER);
   if (op != WalkOp::kRead && !batch.open()) return false;
-  const bool walked = StoreWalker(set, store, printer_name, op).Run();
+  const bool walked = StoreWalker(set, store, printer_name, op, only).Run();
   // An ended read must never withdraw a batch around it.
   if (op == WalkOp::kRead) {
     batch.Keep();
     return walked;
   }
   return walked && batch.Keep();
+}
+
+}  // namespace
+
+bool WalkStore(const ListStoreSet& set, ListStoreId store, std::u16string_view printer_name, WalkOp op) {
+  return WalkInBatch(set, store, printer_name, op, -1);
+}
+
+bool ReadStoreItem(const ListStoreSet& set, ListStoreId store, std::u16string_view printer_name, int number) {
+  return number >= 0 && WalkInBatch(set, store, printer_name, WalkOp::kRead, number);
 }
 
 bool ReadListStores(ListStoreSet& set, std::u16string_view printer_name, platform::HANDLE printer) {
