@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <span>
 
+#include "platform/module_data.h"
 #include "platform/module_texts.h"
 #include "platform/text.h"
 
@@ -21,6 +22,7 @@ struct DlModules::Module {
   std::u16string path;
   void* library;
   std::span<const HeronModuleText> texts;
+  std::span<const HeronModuleData> data;
   uint32_t count = 0;
 };
 
@@ -31,16 +33,31 @@ struct CloseLibrary {
 };
 using UniqueLibrary = std::unique_ptr<void, CloseLibrary>;
 
-/// The texts of a module; none if it has no table, or one that isn't sorted as the search needs it.
-std::span<const HeronModuleText> TextsOf(void* library) {
-  const auto function = reinterpret_cast<HeronModuleTextsFunction>(dlsym(library, kHeronModuleTextsName));
+uint64_t KeyOf(const HeronModuleText& row) {
+  return row.id;
+}
+uint64_t KeyOf(const HeronModuleData& row) {
+  return uint64_t{row.kind} << 32 | row.id;
+}
+
+/// A table of a module; none if it has no such table, or one that isn't sorted as the search needs it.
+template <typename Row>
+std::span<const Row> TableOf(void* library, const char* name) {
+  using Function = const Row* (*)(uint32_t * count);
+  const auto function = reinterpret_cast<Function>(dlsym(library, name));
   if (function == nullptr) return {};
   uint32_t count = 0;
-  const HeronModuleText* const rows = function(&count);
+  const Row* const rows = function(&count);
   if (rows == nullptr) return {};
-  const std::span texts(rows, count);
-  const bool sorted = std::ranges::is_sorted(texts, std::ranges::less_equal{}, &HeronModuleText::id) || count < 2;
-  return sorted ? texts : std::span<const HeronModuleText>();
+  const std::span table(rows, count);
+  const auto ascend = [](const Row& one, const Row& next) { return KeyOf(one) >= KeyOf(next); };
+  return std::ranges::adjacent_find(table, ascend) == table.end() ? table : std::span<const Row>();
+}
+
+template <typename Row>
+const Row* FindRow(std::span<const Row> table, uint64_t key) {
+  const auto found = std::ranges::lower_bound(table, key, {}, [](const Row& row) { return KeyOf(row); });
+  return found != table.end() && KeyOf(*found) == key ? &*found : nullptr;
 }
 
 }  // namespace
@@ -64,8 +81,11 @@ HMODULE DlModules::Load(std::u16string_view path) {
   // Without the lock, since a module's own start-up code may load another.
   UniqueLibrary library(dlopen(platform::ToUtf8(path).c_str(), RTLD_NOW | RTLD_LOCAL));
   if (library == nullptr) return nullptr;
-  auto module = std::make_unique<Module>(
-      Module{.path = std::u16string(path), .library = library.get(), .texts = TextsOf(library.get()), .count = 0});
+  auto module = std::make_unique<Module>(Module{.path = std::u16string(path),
+                                                .library = library.get(),
+                                                .texts = TableOf<HeronModuleText>(library.get(), kHeronModuleTextsName),
+                                                .data = TableOf<HeronModuleData>(library.get(), kHeronModuleDataName),
+                                                .count = 0});
   const std::lock_guard guard(mutex_);
   auto found = find();
   if (found == modules_.end()) {
@@ -107,9 +127,16 @@ std::u16string_view DlModules::Text(HMODULE module, uint32_t id) {
   const std::lock_guard guard(mutex_);
   const Module* const entry = FindLoaded(module);
   if (entry == nullptr) return {};
-  const auto found = std::ranges::lower_bound(entry->texts, id, {}, &HeronModuleText::id);
-  if (found == entry->texts.end() || found->id != id || found->text == nullptr) return {};
-  return {found->text, found->length};
+  const HeronModuleText* const row = FindRow(entry->texts, id);
+  return row == nullptr || row->text == nullptr ? std::u16string_view() : std::u16string_view(row->text, row->length);
+}
+
+std::span<const uint8_t> DlModules::Data(HMODULE module, uint32_t kind, uint32_t id) {
+  const std::lock_guard guard(mutex_);
+  const Module* const entry = FindLoaded(module);
+  if (entry == nullptr) return {};
+  const HeronModuleData* const row = FindRow(entry->data, uint64_t{kind} << 32 | id);
+  return row == nullptr || row->data == nullptr ? std::span<const uint8_t>() : std::span(row->data, row->size);
 }
 
 }  // namespace heron::store

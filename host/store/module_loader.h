@@ -1,4 +1,4 @@
-// Loaded modules and their texts (platform/module_texts.h), through dlopen.
+// Loaded modules with their texts (platform/module_texts.h) and data (platform/module_data.h), through dlopen.
 #pragma once
 
 #include <memory>
@@ -20,6 +20,7 @@ class DlModules final : public platform::ModuleLoader {
   void* Function(platform::HMODULE module, const char* name) override;
   platform::HMODULE Find(std::u16string_view path) override;
   std::u16string_view Text(platform::HMODULE module, uint32_t id) override;
+  std::span<const uint8_t> Data(platform::HMODULE module, uint32_t kind, uint32_t id) override;
 
  private:
   struct Module;

@@ -87,12 +87,6 @@ void SetCustomPaperMarks(Engine& engine) {
     bypass->mediaType = kLongMedia[0];
 }
 
-void LoadAllMirrors(Engine& engine) {
-  for (const ControlIndex source :
-       {Control(u"lpMediaSource"), Control(u"lpFrontCoverTray"), Control(u"lpBackCoverTray")})
-    LoadTrayMedia(engine, source);
-}
-
 void ApplyChanges(Resolver& resolver) {
   Engine& engine = resolver.engine;
   const bool with_zoom = engine.mode != ResolveMode::kRecall;
@@ -101,7 +95,7 @@ void ApplyChanges(Resolver& resolver) {
   DeriveLayout(*engine.ui);
   DeriveBindMargin(*engine.ui);
   SetCustomPaperMarks(engine);
-  LoadAllMirrors(engine);
+  LoadAllTrayMirrors(*engine.ui);
 }
 
 void ApplySequence(Resolver& resolver, EngineView* view, bool is_button) {

@@ -7,6 +7,7 @@
 #include "catalog/strings.h"
 #include "entry/document_event.h"
 #include "entry/document_sheets.h"
+#include "entry/sheet_reasons.h"
 #include "platform/document_events.h"
 #include "settings/capabilities.h"
 #include "settings/convert.h"
@@ -51,6 +52,10 @@ LONG ResolveFor(HANDLE printer, const char16_t* device_name, DEVMODEW* output, c
 
 }  // namespace
 
+HMODULE LibraryInstance() {
+  return instance_handle;
+}
+
 extern "C" {
 
 BOOL DllInitialize(HMODULE instance, DWORD reason, void*) {
@@ -71,12 +76,14 @@ LONG DrvAdvancedDocumentProperties(HWND, HANDLE printer, char16_t* device_name, 
 
 LONG DrvDocumentPropertySheets(PROPSHEETUI_INFO* info, LPARAM lParam) {
   const LPARAM header = info != nullptr ? info->lParamInit : lParam;
-  return Guard<LONG>(-1,
-                     [&] { return DocumentPropertySheets(info, reinterpret_cast<DOCUMENTPROPERTYHEADER*>(header)); });
+  return Guard<LONG>(
+      -1, [&] { return DocumentPropertySheets(info, reinterpret_cast<DOCUMENTPROPERTYHEADER*>(header), lParam); });
 }
 
-LONG DrvDevicePropertySheets(PROPSHEETUI_INFO*, LPARAM) {
-  return -1;
+LONG DrvDevicePropertySheets(PROPSHEETUI_INFO* info, LPARAM lParam) {
+  if (info == nullptr || info->lParamInit == 0) return -1;
+  const auto& header = *reinterpret_cast<const DEVICEPROPERTYHEADER*>(info->lParamInit);
+  return Guard<LONG>(-1, [&] { return DeviceSheetReason(*info, header, lParam); });
 }
 
 BOOL PrinterProperties(HWND, HANDLE) {

@@ -59,7 +59,7 @@ void ReadMediaSection(const UiState& ui, const platform::Profile& file, const Re
 }
 
 void RefreshTrayMedia(const UiState& ui) {
-  for (const MirroredTray& tray : kMirroredTrays) LoadTrayMirrors(ui, tray);
+  LoadAllTrayMirrors(ui);
 }
 
 }  // namespace heron

@@ -66,6 +66,8 @@ class ModuleLoader {
   virtual void* Function(HMODULE module, const char* name) = 0;
   /// The module if it is loaded, without counting a user; else null.
   virtual HMODULE Find(std::u16string_view path) = 0;
+  /// Data of a kind by number, valid as Text; empty if there is none.
+  virtual std::span<const uint8_t> Data(HMODULE, uint32_t /*kind*/, uint32_t /*id*/) { return {}; }
 };
 
 using AdapterAddress = std::array<uint8_t, 6>;  ///< the hardware address of a network adapter

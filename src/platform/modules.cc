@@ -62,4 +62,15 @@ int LoadStringW(HMODULE module, uint32_t id, char16_t* buffer, int room) {
   return static_cast<int>(copied);
 }
 
+std::span<const uint8_t> FindModuleData(HMODULE module, uint32_t kind, uint32_t id) {
+  std::span<const uint8_t> data;
+  const DWORD status = WithBackend([&](const Backend& backend) {
+    if (module == nullptr) return kErrorInvalidHandle;
+    data = backend.modules->Data(module, kind, id);
+    return kErrorSuccess;
+  });
+  if (status != kErrorSuccess) SetLastError(status);
+  return data;
+}
+
 }  // namespace heron::platform

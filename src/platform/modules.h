@@ -1,6 +1,8 @@
 // Modules that the driver loads at run time, and the texts they carry. Conventions: platform/types.h.
 #pragma once
 
+#include <span>
+
 #include "platform/types.h"
 
 namespace heron::platform {
@@ -22,5 +24,13 @@ HERON_PLATFORM_API void* GetProcAddress(HMODULE module, const char* name);
 /// room.
 HERON_PLATFORM_API int LoadStringW(HMODULE module, uint32_t id, char16_t* buffer, int room);
 }
+
+/// Kinds of data in a module.
+inline constexpr uint32_t RT_DIALOG = 5;   ///< a dialog's template (dialog_template.h)
+inline constexpr uint32_t RT_RCDATA = 10;  ///< a picture, as SVG
+
+/// Data number `id` of a kind, empty if there is none. Valid as long as the module is loaded. One call of our own for
+/// what is documented as finding, loading and locking a resource.
+HERON_PLATFORM_API std::span<const uint8_t> FindModuleData(HMODULE module, uint32_t kind, uint32_t id);
 
 }  // namespace heron::platform

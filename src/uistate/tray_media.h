@@ -52,5 +52,9 @@ TrayMedia MediaOfTray(const UiState& ui, uint16_t source);
 
 /// Writes the media of the tray that the setting chooses into the settings that show them.
 void LoadTrayMirrors(const UiState& ui, const MirroredTray& tray);
+void LoadAllTrayMirrors(const UiState& ui);  ///< the same for all three settings
+
+/// Every row takes the defaults of the settings that show media.
+void ResetTrayMedia(const UiState& ui);
 
 }  // namespace heron

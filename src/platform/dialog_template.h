@@ -1,0 +1,81 @@
+// Templates: which controls stand on a dialog, of what kind, with which label, in which group. Read by whoever shows
+// dialogs (the desk, the scripted desk of the tests), written by hand in resources/dialogs, where the notation is told.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/dialog.h"
+
+namespace heron::platform {
+
+enum class ControlKind : uint8_t {
+  kLabel,
+  kRadio,
+  kCheck,
+  kButton,
+  kLibrary,   ///< the button of the library menu
+  kDefaults,  ///< the button that restores defaults
+  kList,      ///< drop-down
+  kCombo,     ///< drop-down that can be typed into
+  kListBox,
+  kListView,
+  kText,
+  kPassword,  ///< a text that is hidden
+  kMemo,      ///< a text of several lines
+  kNumber,    ///< one control pair with the spin behind it
+  kSpin,
+  kSlider,
+  kScrollBar,
+  kPlace,  ///< owner-drawn
+  kTabs,   ///< its rows are the tabs
+  kGroup,
+  kFirstPaint,
+};
+
+enum class SizeClass : uint8_t { kPage, kSmall, kMedium, kLarge };
+enum class Area : uint8_t { kColumns, kPane, kButtons };
+
+struct ColumnHeading {
+  uint32_t number = 0;  ///< of its text, or 0 if `text` is the heading
+  std::u16string text;
+  int width = 0;  ///< share of the view
+};
+
+struct ControlTemplate {
+  ControlKind kind = ControlKind::kLabel;
+  ControlId id = 0;      ///< 0 for a label or a group without a number
+  std::u16string label;  ///< with & before its mnemonic
+  ControlId buddy = 0;   ///< the control that this label or check names, or that this spin belongs to
+  std::string set;       ///< radios of one set exclude each other, wherever they stand
+  std::u16string name;   ///< for assistive tools, where no label names the control
+  int limit = 0;         ///< characters of a text, 0 for no limit
+  int width = 0;         ///< of a place, at normal scale
+  int height = 0;
+  bool wraps = false;      ///< a spin goes on at the other end of its range
+  bool read_only = false;  ///< a text
+  bool vertical = false;   ///< a slider or scroll bar
+  bool several = false;    ///< more than one row of a list view may be selected
+  std::vector<ColumnHeading> columns;
+
+  Area area = Area::kColumns;
+  int column = 0;       ///< of the columns area
+  int group = -1;       ///< index of the group in which it stands, -1 for none
+  bool beside = false;  ///< in the line of the control before it
+};
+
+struct DialogTemplate {
+  uint16_t number = 0;
+  SizeClass size = SizeClass::kSmall;
+  std::u16string title;
+  std::vector<ControlTemplate> controls;  ///< in reading order; a group stands before what is in it
+};
+
+/// The template in `source` (UTF-8), or nothing and in `*error` a sentence that names the line.
+HERON_PLATFORM_API std::optional<DialogTemplate> ParseDialogTemplate(std::string_view source, std::string* error);
+
+/// The character behind the single & of a label, lower case; 0 if there is none. && is a plain &.
+HERON_PLATFORM_API char16_t Mnemonic(std::u16string_view label);
+
+}  // namespace heron::platform

@@ -1,0 +1,70 @@
+// The library button: its menu, the recall of an entry, and what a full library says.
+#include "library/library_recall.h"
+#include "library/settings_library.h"
+#include "pages/sheet_fixture.h"
+
+namespace heron::test {
+namespace {
+
+class LibraryMenuTest : public SheetTest {
+ protected:
+  LibraryMenuTest() { backend.modules[kResourceModule][21010] = u"%d"; }
+
+  /// Puts the settings of the sheet into the library under `name`.
+  void Save(std::u16string_view name) {
+    struct : engine::EngineView {
+      uint16_t ReadControl(uint16_t) override { return 0; }
+      bool Show(const engine::Report& report) override {
+        ADD_FAILURE() << platform::ToUtf8(report.text);
+        return false;
+      }
+      void RedisplayControl(uint16_t, uint16_t) override {}
+      void RefreshList(uint16_t) override {}
+      void RefreshPerPageList() override {}
+      void RepaintPictures() override {}
+      void EnableControl(uint16_t, bool) override {}
+      void FocusControl(uint16_t) override {}
+      bool PerPageRowSelected() const override { return false; }
+    } view;
+    const auto library = SettingsLibraryOpen(view, ui(), sheet->context().resources.get(), LibraryLoad::kHeads);
+    ASSERT_NE(library, nullptr);
+    ASSERT_TRUE(SaveSettingsAs(*library, ui(), u"/home/user", name, {}));
+  }
+  std::string Menu(uint16_t choice) {
+    page->menu_choice = choice;
+    page->Click(170);
+    std::string text;
+    for (const platform::MenuItem& item : page->menu) {
+      text += item.command == 0 ? "-" : std::to_string(item.command) + (item.enabled ? "" : "!");
+      text += " ";
+    }
+    return text;
+  }
+};
+
+TEST_F(LibraryMenuTest, EntriesAreRecalledFromTheMenu) {
+  OpenPage("lpPRNType=2");
+  Save(u"Two sides");
+  Choose(176, 1);
+  const int changes = page->changes;
+  EXPECT_EQ(Menu(0), "2580! 2582! 2583! 2584! - 2581! 2625 - 2585! ");
+  EXPECT_EQ(platform::ToUtf8(page->menu[5].text), "[26303]  [1/25]");
+  EXPECT_EQ(platform::ToUtf8(page->menu[6].text), "Two sides");
+  EXPECT_EQ(Value("lpPRNType"), 1);
+  Menu(2626);
+  EXPECT_EQ(page->changes, changes) << "there is no such entry";
+  Menu(2625);
+  EXPECT_EQ(Value("lpPRNType"), 2);
+  EXPECT_EQ(page->SelectedText(176), "[21596]");
+  EXPECT_EQ(page->changes, changes + 1);
+}
+
+TEST_F(LibraryMenuTest, AFullLibrarySaysSo) {
+  OpenPage();
+  for (char16_t n = u'a'; n < u'a' + kLibraryCapacity; ++n) Save(std::u16string(1, n));
+  EXPECT_NE(Menu(2586).find("2580! 2586 2583!"), std::string::npos);
+  EXPECT_EQ(desk.Told(), "[21103]|25");
+}
+
+}  // namespace
+}  // namespace heron::test
