@@ -141,7 +141,7 @@ class JobCanvasTest : public CanvasTest {
 };
 
 constexpr QRgb kRed = 0xFF0000;
-constexpr int kY = 3130, kBeside = 2100, kOn = 2550;  ///< inside the letters, beside and on the blue
+constexpr int kY = 3130, kBeside = 2100, kOn = 2525;  ///< inside the letters, beside and on the blue
 
 TEST_F(JobCanvasTest, ThePageIsSeenThroughAMarkedStampAndNoOther) {
   for (const bool marked : {true, false}) {
