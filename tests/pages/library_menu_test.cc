@@ -12,20 +12,7 @@ class LibraryMenuTest : public SheetTest {
 
   /// Puts the settings of the sheet into the library under `name`.
   void Save(std::u16string_view name) {
-    struct : engine::EngineView {
-      uint16_t ReadControl(uint16_t) override { return 0; }
-      bool Show(const engine::Report& report) override {
-        ADD_FAILURE() << platform::ToUtf8(report.text);
-        return false;
-      }
-      void RedisplayControl(uint16_t, uint16_t) override {}
-      void RefreshList(uint16_t) override {}
-      void RefreshPerPageList() override {}
-      void RepaintPictures() override {}
-      void EnableControl(uint16_t, bool) override {}
-      void FocusControl(uint16_t) override {}
-      bool PerPageRowSelected() const override { return false; }
-    } view;
+    auto& view = dynamic_cast<engine::EngineView&>(*sheet->pages[0].logic);  // a page is its own view
     const auto library = SettingsLibraryOpen(view, ui(), sheet->context().resources.get(), LibraryLoad::kHeads);
     ASSERT_NE(library, nullptr);
     ASSERT_TRUE(SaveSettingsAs(*library, ui(), u"/home/user", name, {}));

@@ -277,6 +277,23 @@ TEST_F(SheetTest, WithoutMemoryNothingIsThrown) {
   EXPECT_TRUE(finished);
 }
 
+TEST_F(SheetTest, AHandlerWithoutMemoryLetsNothingOut) {
+  OpenPage();
+  DialogLogic* const logic = sheet->pages[0].logic;
+  bool refused = true;
+  for (int64_t left = 0; refused && left < 5000; ++left) {
+    const FailingNew failing(left);
+    logic->Activate();
+    logic->RowSelected(176);
+    logic->TextChanged(103);
+    logic->Deactivate();
+    refused = failing.Refused();
+  }
+  EXPECT_FALSE(refused);
+  EXPECT_EQ(page->SelectedText(176), "[21595]");
+  EXPECT_EQ(Value("Copies"), 1);
+}
+
 TEST_F(SheetTest, ADialogThatCannotBeCopiedForIsNotOpened) {
   OpenPage();
   const auto before = Bytes();
