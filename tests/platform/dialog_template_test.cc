@@ -20,10 +20,10 @@ using Kind = ControlKind;
 
 /// How many controls each dialog has, labels and numbered boxes included.
 constexpr std::pair<int, int> kCounts[] = {
-    {100, 50},  {200, 33},  {300, 12}, {400, 19},  {500, 24},  {600, 17},  {700, 13},  {800, 26},  {900, 31},
-    {1000, 5},  {1100, 35}, {1235, 14}, {1236, 7}, {1237, 48}, {1238, 14}, {1800, 7},  {1820, 17}, {2001, 6},
-    {2020, 4},  {2200, 18}, {2300, 15}, {2320, 35}, {2355, 6}, {2400, 13}, {2440, 5},  {2500, 13}, {2520, 11},
-    {2540, 11}, {2560, 15}, {2900, 8}, {2910, 7},  {2920, 4},  {2950, 20},
+    {100, 50},  {200, 33},  {300, 12},  {400, 19},  {500, 24},  {600, 17},  {700, 13}, {800, 26},  {900, 31},
+    {1000, 5},  {1100, 35}, {1235, 14}, {1236, 7},  {1237, 48}, {1238, 14}, {1800, 7}, {1820, 17}, {2001, 6},
+    {2020, 4},  {2200, 18}, {2300, 15}, {2320, 35}, {2355, 6},  {2400, 13}, {2440, 5}, {2500, 13}, {2520, 11},
+    {2540, 11}, {2560, 15}, {2900, 8},  {2910, 7},  {2920, 4},  {2950, 20},
 };
 
 std::optional<DialogTemplate> Parsed(std::string_view source, std::string* error) {
@@ -74,8 +74,8 @@ TEST(DialogTemplate, NumbersAndMnemonicsAreUniqueAndBuddiesExist) {
     std::map<ControlId, Kind> kinds;
     std::map<char16_t, std::u16string> letters;
     for (const ControlTemplate& control : dialog.controls) {
-      const std::string where = std::to_string(dialog.number) + ": " + std::to_string(control.id) + " '" +
-                                ToUtf8(control.label) + "'";
+      const std::string where =
+          std::to_string(dialog.number) + ": " + std::to_string(control.id) + " '" + ToUtf8(control.label) + "'";
       EXPECT_TRUE(control.id == 0 || kinds.emplace(control.id, control.kind).second) << where;
       const char16_t letter = Mnemonic(control.label);
       EXPECT_TRUE(letter == 0 || letters.emplace(letter, control.label).second) << where;
@@ -124,7 +124,8 @@ TEST(DialogTemplate, ReadsEveryPartOfTheNotation) {
   std::string error;
   const auto read = Parsed(
       "# a remark\r\ndialog 7 medium \"A \\\"title\\\"\"\ncolumn\ngroup - \"One\"\n"
-      "  label - \"&Na&&me:\" for=9\n  + text 9 limit=31 readonly\n  group 10 \"In\"\n    spin 11 for=9 wraps\n  end\nend\n"
+      "  label - \"&Na&&me:\" for=9\n  + text 9 limit=31 readonly\n  group 10 \"In\"\n    spin 11 for=9 wraps\n  "
+      "end\nend\n"
       "column\nlistview 12 columns=\"21002:160,Größe:5\" several\npane\nplace 13 size=170x84\nbuttons\nbutton 1 \"\"\n",
       &error);
   ASSERT_TRUE(read.has_value()) << error;
@@ -144,10 +145,23 @@ TEST(DialogTemplate, ReadsEveryPartOfTheNotation) {
 TEST(DialogTemplate, RefusesWhatItDoesntUnderstandAndNamesTheLine) {
   const std::string head = "dialog 7 small \"T\"\n";
   for (const std::string& source : {
-           std::string(), std::string("dialog 0 small \"T\""), std::string("dialog 7 huge \"T\""), head + "list",
-           head + "list -", head + "list 70000", head + "list 5 limit=", head + "list 5 nonsense", head + "lists 5",
-           head + "label - \"open", head + "group - \"T\"", head + "end", head + "buttons\ncolumn",
-           head + "buttons\npane", head + "place 5 size=5", head + "listview 5 columns=5", head + "+",
+           std::string(),
+           std::string("dialog 0 small \"T\""),
+           std::string("dialog 7 huge \"T\""),
+           head + "list",
+           head + "list -",
+           head + "list 70000",
+           head + "list 5 limit=",
+           head + "list 5 nonsense",
+           head + "lists 5",
+           head + "label - \"open",
+           head + "group - \"T\"",
+           head + "end",
+           head + "buttons\ncolumn",
+           head + "buttons\npane",
+           head + "place 5 size=5",
+           head + "listview 5 columns=5",
+           head + "+",
        }) {
     std::string error;
     EXPECT_FALSE(Parsed(source, &error).has_value()) << source;
