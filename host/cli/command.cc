@@ -10,11 +10,13 @@
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
+#include <new>
 #include <numeric>
 
 #include "platform/queues.h"
 #include "platform/spooler.h"
 #include "platform/text.h"
+#include "store/store.h"
 
 namespace heron::cli {
 namespace {
@@ -62,6 +64,30 @@ size_t Distance(std::string_view a, std::string_view b) {
     }
   }
   return row.back();
+}
+
+int Complain(const std::string& sentence, int code) {
+  std::cerr << "heron: " << sentence << '\n';
+  return code;
+}
+
+int ParseAndRun(CLI::App& app, int argc, char** argv, const std::function<void()>& work) {
+  try {
+    app.parse(argc, argv);
+    if (work) work();
+    return kDone;
+  } catch (const CLI::Success& help) {
+    return app.exit(help, std::cout, std::cerr);
+  } catch (const CLI::ParseError& error) {
+    return Complain(std::string(error.what()) + "; `heron --help`, or --help behind a command, tells how it is used",
+                    kUsage);
+  } catch (const Failure& failure) {
+    return Complain(failure.what(), failure.code());
+  } catch (const std::bad_alloc&) {
+    return Complain("there isn't enough memory", kFailed);
+  } catch (const std::exception& error) {
+    return Complain(error.what(), kFailed);
+  }
 }
 
 }  // namespace
@@ -163,10 +189,50 @@ Printer::~Printer() {
   platform::ClosePrinter(handle_);
 }
 
-std::string ProgramDriverFolder() {
+std::optional<bool> Answer(Consent consent) {
+  if (consent != Consent::kAsk) return consent == Consent::kYes;
+  if (isatty(STDIN_FILENO) == 0) return std::nullopt;
+  std::string line;
+  while (true) {
+    std::cerr << "[yes/no] " << std::flush;
+    if (!std::getline(std::cin, line)) return false;
+    if (line == "y" || line == "yes" || line == "Yes" || line == "Y") return true;
+    if (line == "n" || line == "no" || line == "No" || line == "N") return false;
+  }
+}
+
+std::string ProgramFolder() {
   std::error_code error;
   const fs::path program = fs::read_symlink("/proc/self/exe", error);
-  return error ? std::string() : (program.parent_path().parent_path() / "lib" / "driver").string() + '/';
+  return error ? std::string() : program.parent_path().string() + '/';
+}
+
+void BecomeProgram(const std::string& name, std::vector<std::string> words) {
+  std::string path = ProgramFolder() + name;
+  std::vector<char*> arguments = {path.data()};
+  for (std::string& word : words) arguments.push_back(word.data());
+  arguments.push_back(nullptr);
+  PrintNotices();
+  execv(path.c_str(), arguments.data());
+  throw Failure(kFailed, "can't run " + name + ", which belongs beside heron: " + std::strerror(errno));
+}
+
+std::string ProgramDriverFolder() {
+  const std::string programs = ProgramFolder();
+  return programs.empty() ? programs
+                          : (fs::path(programs).parent_path().parent_path() / "lib" / "driver").string() + '/';
+}
+
+void PrintNotices() {
+  for (const std::string& notice : store::TakeNotices()) std::cerr << "heron: " << notice << '\n';
+}
+
+int RunApp(CLI::App& app, int argc, char** argv, const std::function<void()>& work) {
+  int code = ParseAndRun(app, argc, argv, work);
+  PrintNotices();
+  std::cout.flush();
+  if (!std::cout && code == kDone) code = Complain("the answer couldn't be written to standard output", kFailed);
+  return code;
 }
 
 CLI::App* AddCommand(CLI::App& parent, const std::string& name, const std::string& description) {

@@ -7,7 +7,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -90,8 +92,26 @@ class Printer {
 /// Throws the failure for a queue that doesn't exist.
 [[noreturn]] void FailUnknownPrinter(const std::string& name);
 
+/// How questions are answered.
+enum class Consent { kAsk, kYes, kNo };
+/// What `consent` says, or what is typed on the terminal; nothing if there is no terminal. The question stands on
+/// stderr already.
+std::optional<bool> Answer(Consent consent);
+
+/// Folder that this program lies in, with a separator at its end; empty if it can't be told.
+std::string ProgramFolder();
+/// Becomes the program `name` that lies beside this one, with `words` as its arguments: terminal, exit code and signals
+/// stay what they are. Fails only if it can't be run.
+[[noreturn]] void BecomeProgram(const std::string& name, std::vector<std::string> words);
 /// Folder of the driver's files as built or installed beside this program: "../lib/driver/".
 std::string ProgramDriverFolder();
+
+/// Tells what the user ought to know of the store (store::TakeNotices).
+void PrintNotices();
+
+/// Parses the command line, which runs the commands that it names, then `work`. The exit code; whatever went wrong has
+/// been told on stderr.
+int RunApp(CLI::App& app, int argc, char** argv, const std::function<void()>& work = nullptr);
 
 /// Adds a subcommand with what every command has: --help and --version.
 CLI::App* AddCommand(CLI::App& parent, const std::string& name, const std::string& description);
@@ -103,5 +123,7 @@ void AddCatalogCommand(CLI::App& app);
 void AddCapabilitiesCommand(CLI::App& app);
 void AddSettingsCommand(CLI::App& app);
 void AddControlsCommand(CLI::App& app);
+void AddPrintCommand(CLI::App& app);
+void AddSheetCommand(CLI::App& app);
 
 }  // namespace heron::cli

@@ -12,6 +12,7 @@
 #include "command.h"
 #include "entry/exports.h"
 #include "platform/text.h"
+#include "record/field_json.h"
 #include "record_file.h"
 #include "record_text.h"
 #include "resolved_record.h"
@@ -64,7 +65,7 @@ Bytes LegacyRoom(Printer& printer, Bytes& source) {
 
 Json FieldsJson(const Bytes& record) {
   Json fields = Json::object();
-  for (const EnvField* field : FieldsOf(record)) fields[std::string(field->name)] = FieldJson(record, *field);
+  for (const EnvField* field : FieldsOf(record)) fields[std::string(field->name)] = record::FieldJson(record, *field);
   return fields;
 }
 

@@ -139,11 +139,6 @@ inline constexpr FieldUnit kFieldUnits[] = {
     {"timerMinute", Unit::kMinute},         {"bTimeH", Unit::kHour},                {"bTimeM", Unit::kMinute},
 };
 
-/// Fields that hold a secret: they are never shown in clear, only whether something is there.
-inline constexpr std::string_view kSecretFields[] = {
-    "secureCodeA", "securePassword", "secureCodeB", "secureId", "authPassword", "departmentPassword",
-};
-
 /// Fields that a person wants to see of every record, also at their default.
 inline constexpr std::string_view kMainFields[] = {
     "dmOrientation", "dmPaperSize", "dmPaperLength", "dmPaperWidth", "dmCopies", "dmDefaultSource", "dmPrintQuality", "dmDuplex",

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <iterator>
 
-#include "platform/text.h"
+#include "record/field_json.h"
 
 namespace heron::cli {
 namespace {
@@ -38,55 +38,11 @@ constexpr FieldBit kFieldBits[] = {
 };
 // clang-format on
 
-bool IsSecret(const EnvField& field) {
-  return std::ranges::find(kSecretFields, field.name) != std::end(kSecretFields);
-}
-
-int64_t ReadNumber(const Bytes& record, FieldType type, uint32_t offset) {
-  const auto take = [&](auto value) {
-    std::memcpy(&value, record.data() + offset, sizeof value);
-    return static_cast<int64_t>(value);
-  };
-  switch (type) {
-    case FieldType::kU16:
-      return take(uint16_t{});
-    case FieldType::kI16:
-      return take(int16_t{});
-    case FieldType::kU32:
-      return take(uint32_t{});
-    default:
-      return take(uint8_t{});
-  }
-}
-
-/// A text up to its terminator or its field's end.
-std::u16string ReadText(const Bytes& record, const EnvField& field) {
-  std::u16string text(field.length, u'\0');
-  std::memcpy(text.data(), record.data() + field.offset, field.Size());
-  return text.substr(0, text.find(u'\0'));
-}
-
-bool IsZero(const Bytes& record, const EnvField& field) {
-  const auto first = record.begin() + field.offset;
-  return std::all_of(first, first + field.Size(), [](uint8_t byte) { return byte == 0; });
-}
-
-std::string Hex(const Bytes& record, const EnvField& field) {
-  constexpr char kDigits[] = "0123456789abcdef";
-  std::string text;
-  for (uint32_t i = 0; i < field.Size(); ++i) {
-    const uint8_t byte = record[field.offset + i];
-    text += kDigits[byte >> 4];
-    text += kDigits[byte & 15];
-  }
-  return text;
-}
-
 /// Bytes for a person: the first of them, and how many there are.
 std::string BytesText(const Bytes& record, const EnvField& field) {
   constexpr size_t kShown = 32;
-  if (IsZero(record, field)) return "(empty)";
-  const std::string hex = Hex(record, field);
+  if (record::IsFieldZero(record, field)) return "(empty)";
+  const std::string hex = record::FieldHex(record, field);
   if (hex.size() <= 2 * kShown) return hex;
   return hex.substr(0, 2 * kShown) + "... (" + std::to_string(field.Size()) + " bytes)";
 }
@@ -192,31 +148,18 @@ Group GroupOf(const EnvField& field) {
 
 std::string SlotText(const Bytes& record, const Slot& slot, const Catalogue& catalogue) {
   const EnvField& field = *slot.field;
-  if (IsSecret(field)) return IsZero(record, field) ? "(empty)" : "***";
+  if (record::IsSecret(field)) return record::IsFieldZero(record, field) ? "(empty)" : "***";
   if (field.type == FieldType::kText) {
-    const std::u16string text = ReadText(record, field);
+    const std::u16string text = record::FieldText(record, field);
     return text.empty() ? "(empty)" : '"' + Printable(text) + '"';
   }
   if (field.type == FieldType::kBytes) return BytesText(record, field);
   std::string text;
   for (uint16_t i = 0; i < field.length; ++i) {
     const uint32_t at = slot.offset() + i * field.ElementSize();
-    text += (i > 0 ? ", " : "") + NumberText(slot, ReadNumber(record, field.type, at), catalogue);
+    text += (i > 0 ? ", " : "") + NumberText(slot, record::FieldNumber(record, field.type, at), catalogue);
   }
   return text;
-}
-
-Json FieldJson(const Bytes& record, const EnvField& field) {
-  if (IsSecret(field)) return IsZero(record, field) ? "" : "***";
-  if (field.type == FieldType::kText) return platform::ToUtf8(ReadText(record, field));
-  if (field.type == FieldType::kBytes) return Hex(record, field);
-  const auto number = [&](uint32_t offset) { return ReadNumber(record, field.type, offset); };
-  if (field.count == 1 && field.length == 1) return number(field.offset);
-  Json array = Json::array();
-  for (uint16_t i = 0; i < std::max(field.count, field.length); ++i) {
-    array.push_back(number(field.count > 1 ? field.At(i) : field.offset + i * field.ElementSize()));
-  }
-  return array;
 }
 
 std::string FieldBits(uint32_t bits) {

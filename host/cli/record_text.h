@@ -40,9 +40,6 @@ Group GroupOf(const EnvField& field);
 /// "9 (A4)", "on", "210.0 mm", "\"Office\"", "***".
 std::string SlotText(const Bytes& record, const Slot& slot, const Catalogue& catalogue);
 
-/// Raw value: a number, an array of numbers, a text, bytes in hexadecimal, or "***" for a secret that isn't empty.
-Json FieldJson(const Bytes& record, const EnvField& field);
-
 /// Bit names of dmFields, "DM_ORIENTATION, DM_COPIES"; an unknown bit as a number.
 std::string FieldBits(uint32_t bits);
 

@@ -51,7 +51,7 @@ uint16_t ParameterOfKey(const std::string& key) {
   std::vector<std::string> keys;
   uint16_t found = kNoIndex;
   for (uint16_t i = 0; i < kParamRows.size(); ++i) {
-    if (!kParamRows[i].HasBlock() || kParamRows[i].key.empty()) continue;
+    if ((!kParamRows[i].HasBlock() && i != kWatermarkChoice) || kParamRows[i].key.empty()) continue;
     keys.push_back(platform::ToUtf8(kParamRows[i].key));
     if (found == kNoIndex && SameText(keys.back(), key)) found = i;
   }
@@ -115,6 +115,23 @@ void CheckValue(const Wish& wish, int32_t value, const engine::Engine& engine) {
   }
 }
 
+/// The place in the user's list of a watermark, named by its text or its number; 0 stands for none.
+uint16_t WatermarkPlace(const Wish& wish, const std::string& text, const UiState& ui) {
+  std::vector<std::string> texts;
+  if (ui.stores.watermarks != nullptr) {
+    const WatermarkStore& list = *ui.stores.watermarks;
+    for (size_t i = 0; i < std::min<size_t>(list.wMarkListNum, kWatermarkCount); ++i)
+      texts.push_back(Printable(list.entries[i].text));
+  }
+  const auto named = std::ranges::find_if(texts, [&](const std::string& known) { return SameText(known, text); });
+  if (!text.empty() && named != texts.end()) return static_cast<uint16_t>(named - texts.begin());
+  const std::optional<int32_t> number = Number(text);
+  if (!number) throw Failure(kUsage, wish.text + ": there is no such watermark; " + DidYouMean(text, texts));
+  if (*number < 0 || *number >= std::max<int32_t>(1, static_cast<int32_t>(texts.size())))
+    throw Failure(kRefused, wish.text + ": the list of watermarks has " + std::to_string(texts.size()) + " places");
+  return static_cast<uint16_t>(*number);
+}
+
 }  // namespace
 
 Wish ParseWish(const std::string& text, const engine::Engine& engine, const Catalogue& catalogue) {
@@ -125,6 +142,10 @@ Wish ParseWish(const std::string& text, const engine::Engine& engine, const Cata
   Wish wish;
   wish.text = Printable(text);
   FindSetting(text.substr(0, equals), wish);
+  if (wish.parameter == kWatermarkChoice) {
+    wish.value = WatermarkPlace(wish, text.substr(equals + 1), *engine.ui);
+    return wish;
+  }
   const int32_t value = ValueOf(wish, text.substr(equals + 1), catalogue);
   CheckValue(wish, value, engine);
   wish.value = static_cast<uint16_t>(value);

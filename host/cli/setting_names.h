@@ -7,6 +7,7 @@
 
 #include "engine/engine.h"
 #include "labels.h"
+#include "uistate/ui_state.h"
 
 namespace heron::cli {
 
@@ -17,6 +18,9 @@ struct Wish {
   uint16_t control = 0;    ///< id; 0 for a setting that no control shows
   uint16_t value = 0;
 };
+
+/// The setting that is a place in the user's own list of watermarks; it has no control and no options of the catalogue.
+inline constexpr uint16_t kWatermarkChoice = ParamNamed<u"bWatermarkCurrent">();
 
 /// Exit code 2, naming the nearest, for what can't be understood; 4 for a control or a number that the model hasn't
 /// got.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <utility>
 
 #include "engine/control_tables.h"
 #include "engine/dependency_tables.h"
@@ -114,6 +115,12 @@ ChangeRecord MakeChange(Sheet& sheet, const Wish& wish, bool device, TerminalVie
   engine::Engine& engine = sheet.engine();
   ChangeRecord change;
   change.wish = wish;
+  if (wish.parameter == kWatermarkChoice) {
+    uint8_t& current = SlotAs<u"bWatermarkCurrent", uint8_t>(sheet.ui());
+    change.old = std::exchange(current, static_cast<uint8_t>(wish.value));
+    change.outcome.applied = true;
+    return change;
+  }
   change.old = *FieldsOf(sheet.ui(), wish.parameter).value;
   change.outcome.applied = true;
   if (wish.control != 0) CheckWish(sheet, wish, device);
@@ -134,6 +141,29 @@ ChangeRecord MakeChange(Sheet& sheet, const Wish& wish, bool device, TerminalVie
   change.log.assign(log.Entries().begin(), log.Entries().end());
   change.opposition.assign(log.Opposing().begin(), log.Opposing().end());
   return change;
+}
+
+std::vector<ChangeRecord> MakeChanges(Sheet& sheet, const std::vector<std::string>& wishes, bool device,
+                                      const Catalogue& catalogue, TerminalView& view) {
+  std::vector<ChangeRecord> changes;
+  for (const std::string& text : wishes) {
+    const Wish wish = ParseWish(text, sheet.engine(), catalogue);
+    changes.push_back(MakeChange(sheet, wish, device, view));
+    if (!changes.back().outcome.applied) break;
+  }
+  return changes;
+}
+
+std::string WhyNot(const std::vector<ChangeRecord>& changes, const TerminalView& view, int* code) {
+  if (changes.empty() || changes.back().outcome.applied) return {};
+  const ChangeRecord& last = changes.back();
+  const std::string& wish = last.wish.text;
+  *code = kConsent;
+  if (view.wantedConsent())
+    return wish + ": it changes other settings too; agree with --yes, or run on a terminal to be asked";
+  if (last.outcome.answer == engine::Answer::kNo) return wish + ": declined; nothing was changed";
+  *code = kRefused;
+  return wish + ": it can't be made to fit the other settings; nothing was changed";
 }
 
 void PrintChange(const ChangeRecord& change, Sheet& sheet) {

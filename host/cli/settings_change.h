@@ -27,6 +27,12 @@ struct ChangeRecord {
 /// way.
 ChangeRecord MakeChange(Sheet& sheet, const Wish& wish, bool device, TerminalView& view);
 
+/// Runs every wish (KEY=VALUE); the first that isn't applied ends them.
+std::vector<ChangeRecord> MakeChanges(Sheet& sheet, const std::vector<std::string>& wishes, bool device,
+                                      const Catalogue& catalogue, TerminalView& view);
+/// Why the last of `changes` wasn't applied, and its exit code; empty if all were.
+std::string WhyNot(const std::vector<ChangeRecord>& changes, const TerminalView& view, int* code);
+
 /// One line for what changed: the wish and the settings that followed.
 void PrintChange(const ChangeRecord& change, Sheet& sheet);
 Json ChangeJson(const ChangeRecord& change);

@@ -47,33 +47,8 @@ Consent ConsentOf(const SettingsOptions& options) {
   return options.no ? Consent::kNo : Consent::kAsk;
 }
 
-/// Runs every wish; the first that isn't applied ends the command.
-std::vector<ChangeRecord> MakeChanges(Sheet& sheet, const SettingsOptions& options, const Catalogue& catalogue,
-                                      TerminalView& view) {
-  std::vector<ChangeRecord> changes;
-  for (const std::string& text : options.wishes) {
-    const Wish wish = ParseWish(text, sheet.engine(), catalogue);
-    changes.push_back(MakeChange(sheet, wish, options.device, view));
-    if (!changes.back().outcome.applied) break;
-  }
-  return changes;
-}
-
-/// Why a command ends without its changes; nothing if they were all applied.
-std::string WhyNot(const std::vector<ChangeRecord>& changes, const TerminalView& view, int* code) {
-  if (changes.empty() || changes.back().outcome.applied) return {};
-  const ChangeRecord& last = changes.back();
-  const std::string& wish = last.wish.text;
-  *code = kConsent;
-  if (view.wantedConsent())
-    return wish + ": it changes other settings too; agree with --yes, or run on a terminal to be asked";
-  if (last.outcome.answer == engine::Answer::kNo) return wish + ": declined; nothing was changed";
-  *code = kRefused;
-  return wish + ": it can't be made to fit the other settings; nothing was changed";
-}
-
-void Answer(const SettingsOptions& options, Sheet& sheet, const Catalogue& catalogue,
-            const std::vector<ChangeRecord>& changes, bool writes) {
+void AnswerSettings(const SettingsOptions& options, Sheet& sheet, const Catalogue& catalogue,
+                    const std::vector<ChangeRecord>& changes, bool writes) {
   if (options.json) {
     Json rows = Json::array();
     for (const ChangeRecord& change : changes) rows.push_back(ChangeJson(change));
@@ -100,7 +75,7 @@ void Settings(const SettingsOptions& options) {
   TerminalView view(ConsentOf(options), options.json || options.out == "-");
   if (works) sheet.Open(true);
   if (works && !options.json) engine::ShowDeferredReport(sheet.resolver(), &view);
-  const std::vector<ChangeRecord> changes = MakeChanges(sheet, options, catalogue, view);
+  const std::vector<ChangeRecord> changes = MakeChanges(sheet, options.wishes, options.device, catalogue, view);
   int code = kDone;
   const std::string failure = WhyNot(changes, view, &code);
   const bool writes = failure.empty() && !options.dry_run && (works || options.reset || !options.out.empty());
@@ -109,7 +84,7 @@ void Settings(const SettingsOptions& options) {
     const Bytes record = sheet.Record();
     options.out.empty() ? sheet.Keep(record) : WriteRecord(options.out, record);
   }
-  if (failure.empty() || options.json) Answer(options, sheet, catalogue, changes, writes);
+  if (failure.empty() || options.json) AnswerSettings(options, sheet, catalogue, changes, writes);
   if (!failure.empty()) throw Failure(code, failure);
   if (works || writes || options.json || options.list) return;
   Sheet fresh(printer, options.printer, {}, kind, true);

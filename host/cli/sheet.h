@@ -1,7 +1,6 @@
 // A printer's settings opened as a sheet opens them, without a window: the record, the working store, the engine.
 #pragma once
 
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -49,7 +48,6 @@ class Sheet {
   Printer& printer_;
   std::string name_;
   SheetKind kind_;
-  std::filesystem::path own_;
   Resources resources_;
   std::optional<StringsInUse> strings_;  ///< once the driver directory is known
   DriverEnv env_;

@@ -1,10 +1,7 @@
 #include "terminal_view.h"
 
-#include <unistd.h>
-
 #include <iostream>
 
-#include "command.h"
 #include "engine/engine.h"
 
 namespace heron::cli {
@@ -13,20 +10,11 @@ uint16_t TerminalView::ReadControl(uint16_t id) {
   return id == control_ ? value_ : engine::kUnknownValue;
 }
 
-/// Prints the question on the terminal and waits for yes or no; without a terminal nobody can say yes.
+/// Without a terminal nobody can say yes.
 bool TerminalView::Ask() {
-  if (consent_ != Consent::kAsk) return consent_ == Consent::kYes;
-  if (isatty(STDIN_FILENO) == 0) {
-    wanted_consent_ = true;
-    return false;
-  }
-  std::string line;
-  while (true) {
-    std::cerr << "[yes/no] " << std::flush;
-    if (!std::getline(std::cin, line)) return false;
-    if (line == "y" || line == "yes" || line == "Yes" || line == "Y") return true;
-    if (line == "n" || line == "no" || line == "No" || line == "N") return false;
-  }
+  const std::optional<bool> yes = Answer(consent_);
+  wanted_consent_ |= !yes.has_value();
+  return yes.value_or(false);
 }
 
 bool TerminalView::Show(const engine::Report& report) {

@@ -6,12 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "command.h"
 #include "engine/view.h"
 
 namespace heron::cli {
-
-/// How questions are answered.
-enum class Consent { kAsk, kYes, kNo };
 
 /// A report as it was shown, and what was answered.
 struct ShownReport {

@@ -91,8 +91,10 @@ SheetEnd RunSheet(const SheetRequest& request) {
     sheet->Open();
     loop.exec();
     result = sheet->result();
-    platform::SETRESULT_INFO info{
-        .cbSize = sizeof(info), .wReserved = 0, .hSetResult = sheet.get(), .Result = static_cast<platform::LRESULT>(result)};
+    platform::SETRESULT_INFO info{.cbSize = sizeof(info),
+                                  .wReserved = 0,
+                                  .hSetResult = sheet.get(),
+                                  .Result = static_cast<platform::LRESULT>(result)};
     if (driver.Call(platform::PROPSHEETUI_REASON_SET_RESULT, &info) <= 0) made = false;
   }
   // The pages go before the settings that they show.

@@ -15,9 +15,9 @@ using SheetOperation = int32_t (*)(platform::PROPSHEETUI_INFO* info, platform::L
 
 struct SheetRequest {
   SheetOperation operation = nullptr;
-  void* header = nullptr;                              ///< of the operation's own kind
-  std::u16string resources;                            ///< full path of the driver's resource module
-  std::function<void(PropertySheet&)> opened = {};     ///< called when the window is about to be shown
+  void* header = nullptr;                           ///< of the operation's own kind
+  std::u16string resources;                         ///< full path of the driver's resource module
+  std::function<void(PropertySheet&)> opened = {};  ///< called when the window is about to be shown
 };
 
 enum class SheetEnd { kConfirmed, kCancelled, kRefused };

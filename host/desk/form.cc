@@ -23,8 +23,8 @@ using platform::SizeClass;
 /// Lays controls out line by line; a group's lines go into its own grid.
 class Layouter {
  public:
-  Layouter(QWidget* parent, const DialogTemplate& spec, std::vector<FormControl>& controls)
-      : parent_(parent), spec_(spec), controls_(controls), grids_(controls.size()) {}
+  Layouter(QWidget* parent, const DialogTemplate& plan, std::vector<FormControl>& controls)
+      : parent_(parent), plan_(plan), controls_(controls), grids_(controls.size()) {}
 
   void Run();
 
@@ -44,7 +44,7 @@ class Layouter {
   void Finish();
 
   QWidget* parent_;
-  const DialogTemplate& spec_;
+  const DialogTemplate& plan_;
   std::vector<FormControl>& controls_;
   std::vector<Grid> grids_;  ///< of groups, by their index
   std::vector<QVBoxLayout*> columns_;
@@ -55,14 +55,14 @@ class Layouter {
 };
 
 /// Whether the first control of a line stands in the left part, with the rest to the right of it.
-bool LeadsLine(const ControlTemplate& spec) {
-  return spec.kind == Kind::kLabel || spec.kind == Kind::kCheck || (spec.kind == Kind::kRadio && spec.buddy != 0);
+bool LeadsLine(const ControlTemplate& plan) {
+  return plan.kind == Kind::kLabel || plan.kind == Kind::kCheck || (plan.kind == Kind::kRadio && plan.buddy != 0);
 }
 
 void Layouter::Run() {
   for (size_t first = 0; first < controls_.size();) {
     size_t end = first + 1;
-    while (end < controls_.size() && controls_[end].spec->beside) ++end;
+    while (end < controls_.size() && controls_[end].plan->beside) ++end;
     Place(first, end);
     first = end;
   }
@@ -101,11 +101,11 @@ void Layouter::PlaceGroup(const FormControl& control, Grid& grid) {
   auto* const layout = new QGridLayout(control.widget);
   layout->setColumnStretch(1, 1);
   grids_[static_cast<size_t>(&control - controls_.data())].layout = layout;
-  if (control.spec->group >= 0) {
+  if (control.plan->group >= 0) {
     grid.layout->addWidget(control.widget, grid.row++, 0, 1, 2);
     return;
   }
-  ColumnFor(*control.spec)->addWidget(control.widget);
+  ColumnFor(*control.plan)->addWidget(control.widget);
 }
 
 /// The controls from `first` on side by side; a field that grows takes the room that is left.
@@ -114,8 +114,8 @@ QBoxLayout* Layouter::LineOf(size_t first, size_t end) {
   bool grows = false;
   for (size_t at = first; at < end; ++at) {
     const FormControl& control = controls_[at];
-    if (control.widget == nullptr || control.spec->kind == Kind::kSpin) continue;
-    const bool wide = GrowsWide(control.spec->kind) && control.pair == nullptr;
+    if (control.widget == nullptr || control.plan->kind == Kind::kSpin) continue;
+    const bool wide = GrowsWide(*control.plan) && control.pair == nullptr;
     line->addWidget(control.widget, wide ? 1 : 0);
     grows = grows || wide;
   }
@@ -128,31 +128,31 @@ void Layouter::PlaceButton(const FormControl& control) {
   auto* const button = qobject_cast<QPushButton*>(control.widget);
   if (button == nullptr) return;
   auto role = QDialogButtonBox::HelpRole;
-  if (control.spec->id == platform::kOkButton) role = QDialogButtonBox::AcceptRole;
-  if (control.spec->id == platform::kCancelButton) role = QDialogButtonBox::RejectRole;
-  if (control.spec->kind == Kind::kDefaults) role = QDialogButtonBox::ResetRole;
+  if (control.plan->id == platform::kOkButton) role = QDialogButtonBox::AcceptRole;
+  if (control.plan->id == platform::kCancelButton) role = QDialogButtonBox::RejectRole;
+  if (control.plan->kind == Kind::kDefaults) role = QDialogButtonBox::ResetRole;
   buttons_->addButton(button, role);
-  button->setDefault(control.spec->id == platform::kOkButton);
+  button->setDefault(control.plan->id == platform::kOkButton);
 }
 
 void Layouter::Place(size_t first, size_t end) {
   const FormControl& control = controls_[first];
-  const ControlTemplate& spec = *control.spec;
+  const ControlTemplate& plan = *control.plan;
   if (control.widget == nullptr) return;
-  if (spec.area == Area::kButtons) return PlaceButton(control);
-  if (spec.kind == Kind::kGroup && spec.group < 0) return PlaceGroup(control, pane_grid_);
-  Grid& grid = GridFor(spec);
-  if (spec.kind == Kind::kGroup) return PlaceGroup(control, grid);
-  if (end - first > 1 && LeadsLine(spec)) {
+  if (plan.area == Area::kButtons) return PlaceButton(control);
+  if (plan.kind == Kind::kGroup && plan.group < 0) return PlaceGroup(control, pane_grid_);
+  Grid& grid = GridFor(plan);
+  if (plan.kind == Kind::kGroup) return PlaceGroup(control, grid);
+  if (end - first > 1 && LeadsLine(plan)) {
     grid.layout->addWidget(control.widget, grid.row, 0);
     grid.layout->addLayout(LineOf(first + 1, end), grid.row, 1);
-  } else if (end - first == 1 && (GrowsWide(spec.kind) || spec.kind == Kind::kLabel || spec.area == Area::kPane)) {
+  } else if (end - first == 1 && (GrowsWide(plan) || plan.kind == Kind::kLabel || plan.area == Area::kPane)) {
     grid.layout->addWidget(control.widget, grid.row, 0, 1, 2,
-                           spec.kind == Kind::kPlace ? Qt::AlignHCenter : Qt::Alignment());
+                           plan.kind == Kind::kPlace ? Qt::AlignHCenter : Qt::Alignment());
   } else {
     grid.layout->addLayout(LineOf(first, end), grid.row, 0, 1, 2);
   }
-  if (GrowsHigh(spec.kind)) grid.layout->setRowStretch(grid.row, 1);
+  if (GrowsHigh(plan)) grid.layout->setRowStretch(grid.row, 1);
   ++grid.row;
 }
 
@@ -160,13 +160,13 @@ void Layouter::Place(size_t first, size_t end) {
 void Layouter::AlignLabels() {
   std::vector<int> widest(columns_.size());
   const auto top_group = [&](const FormControl& control) {
-    return control.spec->kind == Kind::kGroup && control.spec->group < 0 && control.spec->area == Area::kColumns;
+    return control.plan->kind == Kind::kGroup && control.plan->group < 0 && control.plan->area == Area::kColumns;
   };
   for (const bool measures : {true, false}) {
     for (size_t at = 0; at < controls_.size(); ++at) {
       if (!top_group(controls_[at])) continue;
       QGridLayout* const grid = grids_[at].layout;
-      int& width = widest[static_cast<size_t>(controls_[at].spec->column)];
+      int& width = widest[static_cast<size_t>(controls_[at].plan->column)];
       if (!measures) grid->setColumnMinimumWidth(0, width);
       for (int row = 0; measures && row < grids_[at].row; ++row) {
         const QLayoutItem* const left = grid->itemAtPosition(row, 0);
@@ -178,7 +178,7 @@ void Layouter::AlignLabels() {
 
 /// How wide and high a dialog of each size is at least, in letters and lines.
 QSize LeastSize(const QWidget& widget, SizeClass size) {
-  constexpr QSize kLetters[] = {{118, 33}, {36, 0}, {56, 0}, {90, 0}};  // by SizeClass
+  constexpr QSize kLetters[] = {{118, 33}, {44, 0}, {60, 0}, {96, 0}};  // by SizeClass
   const QSize letters = kLetters[static_cast<size_t>(size)];
   const QFontMetrics metrics = widget.fontMetrics();
   return {letters.width() * metrics.averageCharWidth(), letters.height() * metrics.lineSpacing()};
@@ -189,9 +189,9 @@ void Layouter::Finish() {
   for (QVBoxLayout* const column : columns_) {
     bool grows = false;
     for (const FormControl& control : controls_) {
-      if (!GrowsHigh(control.spec->kind) || columns_[static_cast<size_t>(control.spec->column)] != column) continue;
+      if (!GrowsHigh(*control.plan) || columns_[static_cast<size_t>(control.plan->column)] != column) continue;
       grows = true;
-      const int group = control.spec->group;
+      const int group = control.plan->group;
       if (group >= 0) column->setStretchFactor(controls_[static_cast<size_t>(group)].widget, 1);
     }
     if (!grows) column->addStretch(1);
@@ -204,7 +204,7 @@ void Layouter::Finish() {
   auto* const outer = new QVBoxLayout(parent_);
   outer->addLayout(area, 1);
   if (buttons_ != nullptr) outer->addWidget(buttons_);
-  const QSize least = LeastSize(*parent_, spec_.size);
+  const QSize least = LeastSize(*parent_, plan_.size);
   outer->addStrut(least.width());
   area->addStrut(least.height());
 }
@@ -212,33 +212,33 @@ void Layouter::Finish() {
 /// Labels and checks name their fields, for the Alt key and for assistive tools.
 void JoinBuddies(std::vector<FormControl>& controls) {
   const auto find = [&](platform::ControlId id) {
-    return std::ranges::find_if(controls, [&](const FormControl& control) { return control.spec->id == id; });
+    return std::ranges::find_if(controls, [&](const FormControl& control) { return control.plan->id == id; });
   };
   for (FormControl& control : controls) {
-    const ControlTemplate& spec = *control.spec;
-    if (spec.buddy == 0) continue;
-    const auto buddy = find(spec.buddy);
+    const ControlTemplate& plan = *control.plan;
+    if (plan.buddy == 0) continue;
+    const auto buddy = find(plan.buddy);
     if (buddy == controls.end()) continue;
-    if (spec.kind == Kind::kSpin) {
+    if (plan.kind == Kind::kSpin) {
       control.widget = buddy->widget;
       control.pair = buddy->pair;
-      if (control.pair != nullptr) control.pair->wraps = spec.wraps;
+      if (control.pair != nullptr) control.pair->wraps = plan.wraps;
       continue;
     }
     if (auto* const label = qobject_cast<QLabel*>(control.widget)) label->setBuddy(buddy->widget);
-    if (buddy->spec->name.empty()) buddy->widget->setAccessibleName(Spoken(ToQt(spec.label)));
+    if (buddy->plan->name.empty()) buddy->widget->setAccessibleName(Spoken(ToQt(plan.label)));
   }
 }
 
 }  // namespace
 
-std::vector<FormControl> BuildForm(QWidget* parent, const DialogTemplate& spec, const Resources& resources) {
-  FormParts parts{.parent = parent, .resources = resources, .spec = spec, .sets = {}};
+std::vector<FormControl> BuildForm(QWidget* parent, const DialogTemplate& plan, const Resources& resources) {
+  FormParts parts{.parent = parent, .resources = resources, .plan = plan, .sets = {}};
   std::vector<FormControl> controls;
-  controls.reserve(spec.controls.size());
-  for (const ControlTemplate& control : spec.controls) controls.push_back(MakeControl(parts, control));
+  controls.reserve(plan.controls.size());
+  for (const ControlTemplate& control : plan.controls) controls.push_back(MakeControl(parts, control));
   JoinBuddies(controls);
-  Layouter(parent, spec, controls).Run();
+  Layouter(parent, plan, controls).Run();
   return controls;
 }
 

@@ -17,15 +17,15 @@ class RowModel;
 
 /// A control with its widget. A spin shares the widget of its field.
 struct FormControl {
-  const platform::ControlTemplate* spec = nullptr;
+  const platform::ControlTemplate* plan = nullptr;
   QWidget* widget = nullptr;
-  QLineEdit* field = nullptr;    ///< where text is typed on one line
-  SpinField* pair = nullptr;     ///< of a field with a spin, and of the spin
-  RowModel* rows = nullptr;      ///< of lists and views
-  QButtonGroup* set = nullptr;   ///< of a radio
+  QLineEdit* field = nullptr;   ///< where text is typed on one line
+  SpinField* pair = nullptr;    ///< of a field with a spin, and of the spin
+  RowModel* rows = nullptr;     ///< of lists and views
+  QButtonGroup* set = nullptr;  ///< of a radio
 };
 
-/// Fills `parent` with the controls of `spec`, which must outlive it, in the template's order.
-std::vector<FormControl> BuildForm(QWidget* parent, const platform::DialogTemplate& spec, const Resources& resources);
+/// Fills `parent` with the controls of `plan`, which must outlive it, in the template's order.
+std::vector<FormControl> BuildForm(QWidget* parent, const platform::DialogTemplate& plan, const Resources& resources);
 
 }  // namespace heron::desk

@@ -53,35 +53,35 @@ RowModel* MakeRows(const FormParts& parts, QWidget* owner) {
   });
 }
 
-QLabel* MakeLabel(QWidget* parent, const ControlTemplate& spec) {
+QLabel* MakeLabel(QWidget* parent, const ControlTemplate& plan) {
   auto* const label = new QLabel(parent);
   label->setTextFormat(Qt::PlainText);
-  label->setText(ToQt(spec.label));
+  label->setText(ToQt(plan.label));
   return label;
 }
 
-QRadioButton* MakeRadio(FormParts& parts, const ControlTemplate& spec) {
-  auto* const radio = new QRadioButton(ToQt(spec.label), parts.parent);
-  QButtonGroup*& set = parts.sets[spec.set];
+QRadioButton* MakeRadio(FormParts& parts, const ControlTemplate& plan) {
+  auto* const radio = new QRadioButton(ToQt(plan.label), parts.parent);
+  QButtonGroup*& set = parts.sets[plan.set];
   if (set == nullptr) set = new QButtonGroup(parts.parent);
   set->addButton(radio);
   return radio;
 }
 
-QPushButton* MakeButton(QWidget* parent, const ControlTemplate& spec) {
-  if (spec.kind == Kind::kLibrary) return new MenuButton(ToQt(spec.label), parent);
-  return new QPushButton(ToQt(spec.label), parent);
+QPushButton* MakeButton(QWidget* parent, const ControlTemplate& plan) {
+  if (plan.kind == Kind::kLibrary) return new MenuButton(ToQt(plan.label), parent);
+  return new QPushButton(ToQt(plan.label), parent);
 }
 
-QComboBox* MakeDropDown(const FormParts& parts, const ControlTemplate& spec, FormControl* control) {
+QComboBox* MakeDropDown(const FormParts& parts, const ControlTemplate& plan, FormControl* control) {
   auto* const list = new DropDown(parts.parent);
   control->rows = MakeRows(parts, list);
   list->setModel(control->rows);
-  if (spec.kind != Kind::kCombo) return list;
+  if (plan.kind != Kind::kCombo) return list;
   list->setEditable(true);
   list->setCompleter(nullptr);
   control->field = list->lineEdit();
-  if (spec.limit > 0) control->field->setMaxLength(spec.limit);
+  if (plan.limit > 0) control->field->setMaxLength(plan.limit);
   return list;
 }
 
@@ -95,11 +95,11 @@ QListView* MakeListBox(const FormParts& parts, FormControl* control) {
 }
 
 /// Shares of the columns are meant for letters of 13 pixels; they grow with the font, and the last fills the view.
-QTreeView* MakeListView(const FormParts& parts, const ControlTemplate& spec, FormControl* control) {
+QTreeView* MakeListView(const FormParts& parts, const ControlTemplate& plan, FormControl* control) {
   auto* const view = new QTreeView(parts.parent);
   control->rows = MakeRows(parts, view);
   QStringList headings;
-  for (const platform::ColumnHeading& column : spec.columns) {
+  for (const platform::ColumnHeading& column : plan.columns) {
     headings += column.number != 0 ? parts.resources.Text(column.number) : ToQt(column.text);
   }
   control->rows->SetHeadings(headings);
@@ -109,20 +109,20 @@ QTreeView* MakeListView(const FormParts& parts, const ControlTemplate& spec, For
   view->setAllColumnsShowFocus(true);
   view->setEditTriggers(QAbstractItemView::NoEditTriggers);
   view->setTabKeyNavigation(false);
-  if (spec.several) view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  if (plan.several) view->setSelectionMode(QAbstractItemView::ExtendedSelection);
   view->header()->setSectionsClickable(true);
   view->header()->setSectionsMovable(false);
-  for (int column = 0; column + 1 < static_cast<int>(spec.columns.size()); ++column) {
-    const int share = spec.columns[static_cast<size_t>(column)].width;
+  for (int column = 0; column + 1 < static_cast<int>(plan.columns.size()); ++column) {
+    const int share = plan.columns[static_cast<size_t>(column)].width;
     const int needed = view->header()->sectionSizeHint(column);
     view->setColumnWidth(column, std::max(needed, share * view->fontMetrics().height() / 16));
   }
   return view;
 }
 
-QWidget* MakeField(const FormParts& parts, const ControlTemplate& spec, FormControl* control) {
-  const bool has_spin = std::ranges::any_of(parts.spec.controls, [&](const ControlTemplate& other) {
-    return other.kind == Kind::kSpin && other.buddy == spec.id;
+QWidget* MakeField(const FormParts& parts, const ControlTemplate& plan, FormControl* control) {
+  const bool has_spin = std::ranges::any_of(parts.plan.controls, [&](const ControlTemplate& other) {
+    return other.kind == Kind::kSpin && other.buddy == plan.id;
   });
   QWidget* widget = nullptr;
   if (has_spin) {
@@ -131,22 +131,22 @@ QWidget* MakeField(const FormParts& parts, const ControlTemplate& spec, FormCont
   } else {
     widget = control->field = new QLineEdit(parts.parent);
   }
-  if (spec.limit > 0) control->field->setMaxLength(spec.limit);
-  control->field->setReadOnly(spec.read_only);
-  if (spec.kind == Kind::kPassword) control->field->setEchoMode(QLineEdit::Password);
+  if (plan.limit > 0) control->field->setMaxLength(plan.limit);
+  control->field->setReadOnly(plan.read_only);
+  if (plan.kind == Kind::kPassword) control->field->setEchoMode(QLineEdit::Password);
   return widget;
 }
 
-Memo* MakeMemo(QWidget* parent, const ControlTemplate& spec) {
+Memo* MakeMemo(QWidget* parent, const ControlTemplate& plan) {
   auto* const memo = new Memo(parent);
-  memo->limit = spec.limit;
-  memo->setReadOnly(spec.read_only);
+  memo->limit = plan.limit;
+  memo->setReadOnly(plan.read_only);
   return memo;
 }
 
 template <typename Bar>
-Bar* MakeBar(QWidget* parent, const ControlTemplate& spec) {
-  auto* const bar = new Bar(spec.vertical ? Qt::Vertical : Qt::Horizontal, parent);
+Bar* MakeBar(QWidget* parent, const ControlTemplate& plan) {
+  auto* const bar = new Bar(plan.vertical ? Qt::Vertical : Qt::Horizontal, parent);
   bar->setFocusPolicy(Qt::StrongFocus);
   return bar;
 }
@@ -159,41 +159,41 @@ QTabBar* MakeTabs(QWidget* parent) {
   return tabs;
 }
 
-QWidget* MakeWidget(FormParts& parts, const ControlTemplate& spec, FormControl* control) {
-  switch (spec.kind) {
+QWidget* MakeWidget(FormParts& parts, const ControlTemplate& plan, FormControl* control) {
+  switch (plan.kind) {
     case Kind::kLabel:
-      return MakeLabel(parts.parent, spec);
+      return MakeLabel(parts.parent, plan);
     case Kind::kRadio:
-      return MakeRadio(parts, spec);
+      return MakeRadio(parts, plan);
     case Kind::kCheck:
-      return new QCheckBox(ToQt(spec.label), parts.parent);
+      return new QCheckBox(ToQt(plan.label), parts.parent);
     case Kind::kButton:
     case Kind::kLibrary:
     case Kind::kDefaults:
-      return MakeButton(parts.parent, spec);
+      return MakeButton(parts.parent, plan);
     case Kind::kList:
     case Kind::kCombo:
-      return MakeDropDown(parts, spec, control);
+      return MakeDropDown(parts, plan, control);
     case Kind::kListBox:
       return MakeListBox(parts, control);
     case Kind::kListView:
-      return MakeListView(parts, spec, control);
+      return MakeListView(parts, plan, control);
     case Kind::kText:
     case Kind::kPassword:
     case Kind::kNumber:
-      return MakeField(parts, spec, control);
+      return MakeField(parts, plan, control);
     case Kind::kMemo:
-      return MakeMemo(parts.parent, spec);
+      return MakeMemo(parts.parent, plan);
     case Kind::kSlider:
-      return MakeBar<QSlider>(parts.parent, spec);
+      return MakeBar<QSlider>(parts.parent, plan);
     case Kind::kScrollBar:
-      return MakeBar<QScrollBar>(parts.parent, spec);
+      return MakeBar<QScrollBar>(parts.parent, plan);
     case Kind::kPlace:
-      return new Place(parts.parent, QSize(spec.width, spec.height));
+      return new Place(parts.parent, QSize(plan.width, plan.height));
     case Kind::kTabs:
       return MakeTabs(parts.parent);
     case Kind::kGroup:
-      return new GroupBox(ToQt(spec.label), parts.parent);
+      return new GroupBox(ToQt(plan.label), parts.parent);
     case Kind::kSpin:
     case Kind::kFirstPaint:
       break;
@@ -203,19 +203,22 @@ QWidget* MakeWidget(FormParts& parts, const ControlTemplate& spec, FormControl* 
 
 }  // namespace
 
-FormControl MakeControl(FormParts& parts, const ControlTemplate& spec) {
-  FormControl control{.spec = &spec};
-  control.widget = MakeWidget(parts, spec, &control);
-  if (spec.kind == Kind::kRadio) control.set = parts.sets[spec.set];
-  if (control.widget != nullptr && !spec.name.empty()) control.widget->setAccessibleName(ToQt(spec.name));
+FormControl MakeControl(FormParts& parts, const ControlTemplate& plan) {
+  FormControl control{.plan = &plan};
+  control.widget = MakeWidget(parts, plan, &control);
+  if (plan.kind == Kind::kRadio) control.set = parts.sets[plan.set];
+  if (control.widget != nullptr && !plan.name.empty()) control.widget->setAccessibleName(ToQt(plan.name));
   return control;
 }
 
-bool GrowsWide(Kind kind) {
+bool GrowsWide(const ControlTemplate& plan) {
+  const Kind kind = plan.kind;
   return kind == Kind::kList || kind == Kind::kCombo || kind == Kind::kText || kind == Kind::kPassword ||
-         kind == Kind::kSlider || kind == Kind::kScrollBar || GrowsHigh(kind);
+         ((kind == Kind::kSlider || kind == Kind::kScrollBar) && !plan.vertical) || GrowsHigh(plan);
 }
 
-bool GrowsHigh(Kind kind) { return kind == Kind::kListBox || kind == Kind::kListView || kind == Kind::kMemo; }
+bool GrowsHigh(const ControlTemplate& plan) {
+  return plan.kind == Kind::kListBox || plan.kind == Kind::kListView || plan.kind == Kind::kMemo;
+}
 
 }  // namespace heron::desk

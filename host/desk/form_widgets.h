@@ -11,15 +11,15 @@ namespace heron::desk {
 struct FormParts {
   QWidget* parent;
   const Resources& resources;
-  const platform::DialogTemplate& spec;
+  const platform::DialogTemplate& plan;
   std::map<std::string, QButtonGroup*> sets;
 };
 
-/// The control `spec` on parts.parent; without a widget for a spin.
-FormControl MakeControl(FormParts& parts, const platform::ControlTemplate& spec);
+/// The control `plan` on parts.parent; without a widget for a spin.
+FormControl MakeControl(FormParts& parts, const platform::ControlTemplate& plan);
 
 /// Whether it takes what room there is, to the side and downwards.
-bool GrowsWide(platform::ControlKind kind);
-bool GrowsHigh(platform::ControlKind kind);
+bool GrowsWide(const platform::ControlTemplate& plan);
+bool GrowsHigh(const platform::ControlTemplate& plan);
 
 }  // namespace heron::desk

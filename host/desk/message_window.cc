@@ -27,8 +27,7 @@ struct Buttons {
 
 const Buttons kButtons[] = {
     {platform::MB_OK, {{platform::IDOK, QDialogButtonBox::Ok}}},
-    {platform::MB_OKCANCEL,
-     {{platform::IDOK, QDialogButtonBox::Ok}, {platform::IDCANCEL, QDialogButtonBox::Cancel}}},
+    {platform::MB_OKCANCEL, {{platform::IDOK, QDialogButtonBox::Ok}, {platform::IDCANCEL, QDialogButtonBox::Cancel}}},
     {platform::MB_YESNO, {{platform::IDYES, QDialogButtonBox::Yes}, {platform::IDNO, QDialogButtonBox::No}}},
     {platform::MB_YESNOCANCEL,
      {{platform::IDYES, QDialogButtonBox::Yes},
@@ -115,6 +114,7 @@ MessageWindow::MessageWindow(QWidget* owner, const QString& caption, const QStri
   for (size_t at = 0; at < answers.size(); ++at) {
     QPushButton* const button = buttons->addButton(answers[at].button);
     connect(button, &QPushButton::clicked, this, [this, id = answers[at].id] { done(id); });
+    button->setIcon({});
     button->setDefault(at == chosen);
     if (at == chosen) button->setFocus();
   }
@@ -122,7 +122,9 @@ MessageWindow::MessageWindow(QWidget* owner, const QString& caption, const QStri
   layout->setSizeConstraint(QLayout::SetFixedSize);
 }
 
-int MessageWindow::Run() { return exec(); }
+int MessageWindow::Run() {
+  return exec();
+}
 
 int MessageWindows::Show(platform::HWND owner, std::u16string_view text, std::u16string_view caption,
                          platform::DWORD flags) {

@@ -23,8 +23,7 @@ class MessageWindow final : public QDialog {
 /// Shows what MessageBoxW asks for.
 class MessageWindows final : public platform::MessageDesk {
  public:
-  int Show(platform::HWND owner, std::u16string_view text, std::u16string_view caption,
-           platform::DWORD flags) override;
+  int Show(platform::HWND owner, std::u16string_view text, std::u16string_view caption, platform::DWORD flags) override;
 };
 
 /// The text as HTML: lines with " => " as rows of a table, everything else as it stands.

@@ -7,11 +7,11 @@
 
 namespace heron::desk {
 
-ModalWindow::ModalWindow(QWidget* parent, Resources& resources, const platform::DialogTemplate& spec,
+ModalWindow::ModalWindow(QWidget* parent, Resources& resources, const platform::DialogTemplate& plan,
                          platform::DialogLogic& logic)
-    : QDialog(parent), panel_(new Panel(this, resources, spec, logic, *this)) {
-  setWindowTitle(ToQt(spec.title));
-  setObjectName(QString::number(spec.number));
+    : QDialog(parent), panel_(new Panel(this, resources, plan, logic, *this)) {
+  setWindowTitle(ToQt(plan.title));
+  setObjectName(QString::number(plan.number));
   auto* const layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(panel_);

@@ -9,7 +9,7 @@ namespace heron::desk {
 
 class ModalWindow final : public QDialog, private PanelFrame {
  public:
-  ModalWindow(QWidget* parent, Resources& resources, const platform::DialogTemplate& spec,
+  ModalWindow(QWidget* parent, Resources& resources, const platform::DialogTemplate& plan,
               platform::DialogLogic& logic);
 
   /// The result that the logic ended it with.

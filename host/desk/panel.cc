@@ -16,7 +16,7 @@
 #include <QTimer>
 #include <QTreeView>
 
-#include "canvas.h"
+#include "screen_canvas.h"
 #include "text.h"
 #include "widgets.h"
 
@@ -26,10 +26,10 @@ using Kind = platform::ControlKind;
 using platform::ControlId;
 using platform::DialogLogic;
 
-Panel::Panel(QWidget* parent, Resources& resources, const platform::DialogTemplate& spec, DialogLogic& logic,
+Panel::Panel(QWidget* parent, Resources& resources, const platform::DialogTemplate& plan, DialogLogic& logic,
              PanelFrame& frame)
     : QWidget(parent), resources_(resources), logic_(logic), frame_(frame) {
-  controls_ = BuildForm(this, spec, resources);
+  controls_ = BuildForm(this, plan, resources);
   for (const FormControl& control : controls_) Connect(control);
   connect(qApp, &QApplication::focusChanged, this, &Panel::FocusMoved);
 }
@@ -47,7 +47,7 @@ void Panel::Initialise() {
 std::vector<QWidget*> Panel::TabStops() const {
   std::vector<QWidget*> stops;
   for (const FormControl& control : controls_) {
-    if (control.widget == nullptr || control.spec->kind == Kind::kSpin) continue;
+    if (control.widget == nullptr || control.plan->kind == Kind::kSpin) continue;
     if ((control.widget->focusPolicy() & Qt::TabFocus) != 0 || control.set != nullptr) stops.push_back(control.widget);
   }
   return stops;
@@ -61,10 +61,10 @@ void Panel::Tell(Call call) {
 // -- notifications
 
 void Panel::Connect(const FormControl& control) {
-  const ControlId id = control.spec->id;
+  const ControlId id = control.plan->id;
   if (control.widget == nullptr) return;
   const auto moved = [this, id] { Tell([id](DialogLogic& logic) { logic.PositionChanged(id); }); };
-  if (control.spec->kind == Kind::kSpin) {
+  if (control.plan->kind == Kind::kSpin) {
     if (control.pair != nullptr) control.pair->stepped = moved;
     return;
   }
@@ -77,7 +77,7 @@ void Panel::Connect(const FormControl& control) {
   } else if (auto* const place = dynamic_cast<Place*>(control.widget)) {
     place->draw = [this, id](QPainter& painter, const QRect& area) {
       if (!initialised_) return;
-      ScreenCanvas canvas(painter);
+      ScreenCanvas canvas(painter, area.width(), area.height());
       Ask([&](DialogLogic& logic) { logic.Draw(id, canvas, {0, 0, area.width(), area.height()}); });
     };
   }
@@ -86,7 +86,7 @@ void Panel::Connect(const FormControl& control) {
 }
 
 void Panel::ConnectRows(const FormControl& control) {
-  const ControlId id = control.spec->id;
+  const ControlId id = control.plan->id;
   const auto selected = [this, id] { Tell([id](DialogLogic& logic) { logic.RowSelected(id); }); };
   if (auto* const list = qobject_cast<QComboBox*>(control.widget)) {
     connect(list, &QComboBox::currentIndexChanged, this, selected);
@@ -104,7 +104,7 @@ void Panel::ConnectRows(const FormControl& control) {
 }
 
 void Panel::ConnectText(const FormControl& control) {
-  const ControlId id = control.spec->id;
+  const ControlId id = control.plan->id;
   const auto changed = [this, id] { Tell([id](DialogLogic& logic) { logic.TextChanged(id); }); };
   const auto takes = [this, id](char16_t character, const QString& text, qsizetype first, qsizetype last) {
     return TakesKey(id, character, text, first, last);
@@ -139,7 +139,7 @@ void Panel::Close() {
 ControlId Panel::NumberOf(const QWidget* widget) const {
   for (; widget != nullptr && widget != this; widget = widget->parentWidget()) {
     for (const FormControl& control : controls_) {
-      if (control.widget == widget) return control.spec->id;
+      if (control.widget == widget) return control.plan->id;
     }
   }
   return 0;
@@ -211,11 +211,11 @@ void Panel::paintEvent(QPaintEvent* event) {
 
 void Panel::PaintFirst() {
   for (const FormControl& control : controls_) {
-    if (control.spec->kind != Kind::kFirstPaint) continue;
+    if (control.plan->kind != Kind::kFirstPaint) continue;
     QPixmap pixel(1, 1);
     QPainter painter(&pixel);
-    ScreenCanvas canvas(painter);
-    const ControlId id = control.spec->id;
+    ScreenCanvas canvas(painter, 1, 1);
+    const ControlId id = control.plan->id;
     Tell([&](DialogLogic& logic) { logic.Draw(id, canvas, {0, 0, 1, 1}); });
   }
 }

@@ -26,7 +26,7 @@ class PanelFrame {
 
 class Panel final : public QWidget, public platform::Dialog {
  public:
-  Panel(QWidget* parent, Resources& resources, const platform::DialogTemplate& spec, platform::DialogLogic& logic,
+  Panel(QWidget* parent, Resources& resources, const platform::DialogTemplate& plan, platform::DialogLogic& logic,
         PanelFrame& frame);
   ~Panel() override;
 

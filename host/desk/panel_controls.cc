@@ -38,14 +38,14 @@ class Panel::Quiet {
 
 const FormControl* Panel::Find(ControlId id) const {
   const auto found =
-      std::ranges::find_if(controls_, [&](const FormControl& control) { return id != 0 && control.spec->id == id; });
+      std::ranges::find_if(controls_, [&](const FormControl& control) { return id != 0 && control.plan->id == id; });
   return found == controls_.end() ? nullptr : &*found;
 }
 
 std::vector<ControlId> Panel::Controls() const {
   std::vector<ControlId> ids;
   for (const FormControl& control : controls_) {
-    if (control.spec->id != 0) ids.push_back(control.spec->id);
+    if (control.plan->id != 0) ids.push_back(control.plan->id);
   }
   return ids;
 }
@@ -56,7 +56,7 @@ void Panel::Enable(ControlId id, bool enabled) {
   const FormControl* const control = Find(id);
   if (control == nullptr || control->widget == nullptr) return;
   const Quiet quiet(this);
-  if (control->spec->kind == Kind::kSpin) {
+  if (control->plan->kind == Kind::kSpin) {
     control->pair->spin_enabled = enabled;
     control->pair->update();
   } else if (auto* const group = dynamic_cast<GroupBox*>(control->widget)) {
@@ -69,14 +69,14 @@ void Panel::Enable(ControlId id, bool enabled) {
 bool Panel::IsEnabled(ControlId id) const {
   const FormControl* const control = Find(id);
   if (control == nullptr || control->widget == nullptr) return false;
-  if (control->spec->kind == Kind::kSpin) return control->pair->spin_enabled;
+  if (control->plan->kind == Kind::kSpin) return control->pair->spin_enabled;
   const auto* const group = dynamic_cast<const GroupBox*>(control->widget);
   return group != nullptr ? group->IsTitleEnabled() : control->widget->isEnabledTo(this);
 }
 
 void Panel::Show(ControlId id, bool visible) {
   const FormControl* const control = Find(id);
-  if (control == nullptr || control->widget == nullptr || control->spec->kind == Kind::kSpin) return;
+  if (control == nullptr || control->widget == nullptr || control->plan->kind == Kind::kSpin) return;
   const Quiet quiet(this);
   control->widget->setVisible(visible);
 }
@@ -174,7 +174,7 @@ void Panel::SetRange(ControlId id, int minimum, int maximum) {
   if (control == nullptr || maximum < minimum) return;
   const Quiet quiet(this);
   if (auto* const bar = qobject_cast<QAbstractSlider*>(control->widget)) return bar->setRange(minimum, maximum);
-  if (control->spec->kind != Kind::kSpin) return;
+  if (control->plan->kind != Kind::kSpin) return;
   control->pair->minimum = minimum;
   control->pair->maximum = maximum;
   control->pair->update();
@@ -185,7 +185,7 @@ void Panel::SetPosition(ControlId id, int position) {
   if (control == nullptr) return;
   const Quiet quiet(this);
   if (auto* const bar = qobject_cast<QAbstractSlider*>(control->widget)) return bar->setValue(position);
-  if (control->spec->kind != Kind::kSpin) return;
+  if (control->plan->kind != Kind::kSpin) return;
   control->pair->position = position;
   control->pair->update();
 }
@@ -194,7 +194,7 @@ int Panel::Position(ControlId id) const {
   const FormControl* const control = Find(id);
   if (control == nullptr) return 0;
   if (const auto* const bar = qobject_cast<const QAbstractSlider*>(control->widget)) return bar->value();
-  return control->spec->kind == Kind::kSpin ? control->pair->position : 0;
+  return control->plan->kind == Kind::kSpin ? control->pair->position : 0;
 }
 
 // -- rows
@@ -288,9 +288,9 @@ void Panel::SetPicture(ControlId id, uint32_t picture, uint32_t /*mask*/) {
 }
 
 int Panel::RunDialog(uint16_t dialog, platform::DialogLogic* logic) {
-  const platform::DialogTemplate* const spec = resources_.Template(dialog);
-  if (spec == nullptr || logic == nullptr) return -1;
-  return ModalWindow(window(), resources_, *spec, *logic).Run();
+  const platform::DialogTemplate* const plan = resources_.Template(dialog);
+  if (plan == nullptr || logic == nullptr) return -1;
+  return ModalWindow(window(), resources_, *plan, *logic).Run();
 }
 
 void Panel::End(int result) {
@@ -307,8 +307,12 @@ std::optional<std::u16string> Panel::AskFileName(const platform::FileQuestion& q
   return RunFileQuestion(window(), question);
 }
 
-void Panel::Beep() { QApplication::beep(); }
+void Panel::Beep() {
+  QApplication::beep();
+}
 
-void Panel::ShowHelp(uint32_t topic) { TellHelp(window(), topic); }
+void Panel::ShowHelp(uint32_t topic) {
+  TellHelp(window(), topic);
+}
 
 }  // namespace heron::desk

@@ -9,8 +9,6 @@
 #include <QScrollBar>
 #include <QShortcut>
 #include <QStackedWidget>
-#include <QStyleOptionTabWidgetFrame>
-#include <QStylePainter>
 #include <QTabBar>
 #include <QTimer>
 
@@ -22,21 +20,6 @@ namespace heron::desk {
 using platform::DialogLogic;
 
 namespace {
-
-/// The frame below the tabs. A tab widget would show the next page before the one before could refuse to be left.
-class PageFrame final : public QStackedWidget {
- public:
-  using QStackedWidget::QStackedWidget;
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    QStylePainter painter(this);
-    QStyleOptionTabWidgetFrame option;
-    option.initFrom(this);
-    option.lineWidth = style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, this);
-    painter.drawPrimitive(QStyle::PE_FrameTabWidget, option);
-  }
-};
 
 /// A page that scrolls where the screen is too small for it, and asks for its whole size elsewhere.
 class PageView final : public QScrollArea {
@@ -55,14 +38,25 @@ class PageView final : public QScrollArea {
     return least.boundedTo(most);
   }
   QSize minimumSizeHint() const override { return sizeHint(); }
+
+ protected:
+  // What the page needs changes with its texts.
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (watched == widget() && event->type() == QEvent::LayoutRequest) updateGeometry();
+    return QScrollArea::eventFilter(watched, event);
+  }
 };
 
 }  // namespace
 
 PropertySheet::PropertySheet(Resources& resources)
-    : resources_(resources), tabs_(new QTabBar(this)), stack_(new PageFrame(this)),
+    : resources_(resources),
+      tabs_(new QTabBar(this)),
+      stack_(new QStackedWidget(this)),
       buttons_(new QDialogButtonBox(this)) {
   setObjectName(QStringLiteral("sheet"));
+  // Tabs and pages of their own: a tab widget would show the next page before the one before could refuse to be left.
+  stack_->setFrameStyle(QFrame::StyledPanel);
   tabs_->setExpanding(false);
   tabs_->setUsesScrollButtons(true);
   tabs_->setDrawBase(false);
@@ -88,6 +82,7 @@ PropertySheet::~PropertySheet() {
 void PropertySheet::MakeButtons() {
   buttons_->setStandardButtons(QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Apply |
                                QDialogButtonBox::Help);
+  for (QAbstractButton* const button : buttons_->buttons()) button->setIcon({});
   buttons_->button(QDialogButtonBox::Ok)->setDefault(true);
   buttons_->button(QDialogButtonBox::Apply)->setEnabled(false);
   connect(buttons_, &QDialogButtonBox::accepted, this, &PropertySheet::accept);
@@ -113,33 +108,35 @@ void PropertySheet::MakeShortcuts() {
 }
 
 bool PropertySheet::AddPage(const platform::PropertyPage& page) {
-  const platform::DialogTemplate* const spec = resources_.Template(page.dialog);
-  if (spec == nullptr || page.logic == nullptr) return false;
-  pages_.push_back({.page = page, .spec = spec});
+  const platform::DialogTemplate* const plan = resources_.Template(page.dialog);
+  if (plan == nullptr || page.logic == nullptr) return false;
+  pages_.push_back({.page = page, .plan = plan});
   pages_.back().place = new QWidget(stack_);
   stack_->addWidget(pages_.back().place);
   const QSignalBlocker blocker(tabs_);
-  tabs_->addTab(ToQt(spec->title));
+  tabs_->addTab(ToQt(plan->title));
   return true;
 }
 
 // -- life of the pages
 
 void PropertySheet::MakePanel(Page& page) {
-  page.panel = new Panel(page.place, resources_, *page.spec, *page.page.logic, *this);
+  page.panel = new Panel(page.place, resources_, *page.plan, *page.page.logic, *this);
   auto* const layout = new QVBoxLayout(page.place);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(new PageView(page.place, page.panel));
   // The Tab key goes from the page to the buttons, which were there before it.
   const std::vector<QWidget*> stops = page.panel->TabStops();
   QWidget* before = stops.empty() ? tabs_ : stops.back();
-  for (const auto button : {QDialogButtonBox::Ok, QDialogButtonBox::Cancel, QDialogButtonBox::Apply,
-                            QDialogButtonBox::Help}) {
+  for (const auto button :
+       {QDialogButtonBox::Ok, QDialogButtonBox::Cancel, QDialogButtonBox::Apply, QDialogButtonBox::Help}) {
     setTabOrder(before, buttons_->button(button));
     before = buttons_->button(button);
   }
   page.panel->installEventFilter(this);
   page.panel->Initialise();
+  // Sizes are final once the style has seen every widget; the sheet needs them before it is shown.
+  for (QWidget* const widget : page.panel->findChildren<QWidget*>()) widget->ensurePolished();
 }
 
 void PropertySheet::Open() {
@@ -171,7 +168,9 @@ void PropertySheet::ShowPage(int page) {
   if (by_tabs) tabs_->setFocus();
 }
 
-void PropertySheet::Turn(int step) { ShowPage((current_ + step + pageCount()) % pageCount()); }
+void PropertySheet::Turn(int step) {
+  ShowPage((current_ + step + pageCount()) % pageCount());
+}
 
 bool PropertySheet::LeaveCurrent() {
   if (current_ < 0) return true;
@@ -191,7 +190,9 @@ bool PropertySheet::Confirm() {
   return true;
 }
 
-void PropertySheet::MarkChanged() { buttons_->button(QDialogButtonBox::Apply)->setEnabled(true); }
+void PropertySheet::MarkChanged() {
+  buttons_->button(QDialogButtonBox::Apply)->setEnabled(true);
+}
 
 platform::ControlId PropertySheet::NumberOf(const QWidget* widget) const {
   if (widget == buttons_->button(QDialogButtonBox::Ok)) return platform::kOkButton;

@@ -48,7 +48,7 @@ class PropertySheet final : public QDialog, private PanelFrame {
  private:
   struct Page {
     platform::PropertyPage page;
-    const platform::DialogTemplate* spec = nullptr;
+    const platform::DialogTemplate* plan = nullptr;
     Panel* panel = nullptr;
     QWidget* place = nullptr;
   };

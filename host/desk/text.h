@@ -11,7 +11,9 @@ inline QString ToQt(std::u16string_view text) {
   return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
 }
 
-inline std::u16string FromQt(const QString& text) { return text.toStdU16String(); }
+inline std::u16string FromQt(const QString& text) {
+  return text.toStdU16String();
+}
 
 /// A label without its mnemonic, as assistive tools say it.
 inline QString Spoken(const QString& label) {

@@ -107,7 +107,9 @@ QValidator::State KeyFilter::validate(QString& text, int& caret) const {
 
 // -- several lines
 
-Memo::Memo(QWidget* parent) : QPlainTextEdit(parent) { setTabChangesFocus(true); }
+Memo::Memo(QWidget* parent) : QPlainTextEdit(parent) {
+  setTabChangesFocus(true);
+}
 
 void Memo::Insert(const QString& text) {
   for (const QChar c : text) {

@@ -47,7 +47,8 @@ class SpinField final : public QAbstractSpinBox {
   void wheelEvent(QWheelEvent* event) override;
 };
 
-/// Asks `takes` for each character that is typed, pasted, dropped or composed into a field. What is refused never shows.
+/// Asks `takes` for each character that is typed, pasted, dropped or composed into a field. What is refused never
+/// shows.
 class KeyFilter final : public QValidator {
  public:
   /// The character, the text of the field, the selection.

@@ -11,7 +11,7 @@
 namespace heron {
 
 /// Sizes that are not one number.
-inline constexpr int32_t kPageListRows = -1;  ///< n rows of 280 bytes, n as EscSetPageListCount said
+inline constexpr int32_t kSentPageList = -1;  ///< n rows of 280 bytes, n as EscSetPageListCount said
 inline constexpr int32_t kPageState = -2;     ///< 488 if EscGetDrawPath gives 0, else 556
 inline constexpr int32_t kRecord = -3;        ///< what EscGetRecordSize gives
 inline constexpr int32_t kFontMap = -4;       ///< n entries of 184 bytes if EscGetDrawPath gives 0, else of 180
@@ -37,7 +37,7 @@ inline constexpr auto kEscapes = std::to_array<EscapeRow>({
     {0x6ffffb00,             0,          0, "EscSpoolFileDone"},  // the spool file is gone
     {0x6ffffb01,           520,          0, "EscSetSpoolFile"},  // wide path
     {0x6ffffc00,             0,          0, "EscOutputStart"},  // job-start notice
-    {0x6ffffd00, kPageListRows,          0, "EscSetPageList"},  // the n entries of the per-page list, as stored
+    {0x6ffffd00, kSentPageList,          0, "EscSetPageList"},  // the n entries of the per-page list, as stored
     {0x6ffffd01,             4,          0, "EscSetPageListCount"},  // n, 1 to 30
     {0x6ffffd02,             8,          0, "EscSetPageListRange"},  // two 32-bit values of the list
     {0x6ffffd03,             4,          0, "EscSetPageListMixplex"},  // mixed-simplex flag of the list

@@ -1,4 +1,4 @@
-// What lies behind the HKEY and HANDLE values that callers hold.
+// What lies behind the HKEY, HANDLE, HDC and HGDIOBJ values that callers hold.
 //
 // A handle is a number that is never given out twice, so a stale, foreign or wrong handle is found out by a look-up and
 // never touches memory. The table is guarded by a mutex; an entry found stays alive for its finder even if another
@@ -10,6 +10,7 @@
 #include <variant>
 
 #include "platform/backend.h"
+#include "platform/canvas.h"
 #include "platform/dialog.h"
 #include "platform/types.h"
 
@@ -35,7 +36,25 @@ struct OpenedPage {
   PropertyPage page;
 };
 
-using HandleEntry = std::variant<OpenedKey, OpenedPrinter, OpenedFile, OpenedPage>;
+struct DeviceContext;  ///< device_context.cc
+
+struct OpenedCanvas {
+  std::shared_ptr<DeviceContext> context;
+};
+
+struct Pen {
+  LONG width;
+  COLORREF color;
+};
+
+struct Brush {
+  COLORREF color;
+};
+
+/// What can be selected into a device context.
+using DrawingObject = std::variant<LOGFONTW, Pen, Brush>;
+
+using HandleEntry = std::variant<OpenedKey, OpenedPrinter, OpenedFile, OpenedCanvas, OpenedPage, DrawingObject>;
 
 /// A new handle for `entry`. May throw std::bad_alloc.
 void* InsertHandle(HandleEntry entry);

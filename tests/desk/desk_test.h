@@ -78,14 +78,12 @@ class RecordingLogic : public platform::DialogLogic {
   std::map<int, int> draws;
 
  private:
-  void Note(const std::string& what, int id = 0) {
-    events.push_back(id == 0 ? what : what + " " + std::to_string(id));
-  }
+  void Note(const std::string& what, int id = 0) { events.push_back(id == 0 ? what : what + " " + std::to_string(id)); }
 };
 
 inline QWidget* WidgetOf(const Panel& panel, int id) {
   for (const FormControl& control : panel.controls()) {
-    if (control.spec->id == id) return control.widget;
+    if (control.plan->id == id) return control.widget;
   }
   ADD_FAILURE() << "there is no control " << id;
   return nullptr;
@@ -94,11 +92,14 @@ inline QWidget* WidgetOf(const Panel& panel, int id) {
 /// Where keys go: the field of a control pair or a drop-down, otherwise the control itself.
 inline QWidget* KeysOf(const Panel& panel, int id) {
   for (const FormControl& control : panel.controls()) {
-    if (control.spec->id == id && control.field != nullptr && control.field->focusProxy() == nullptr) return control.field;
+    if (control.plan->id == id && control.field != nullptr && control.field->focusProxy() == nullptr)
+      return control.field;
   }
   return WidgetOf(panel, id);
 }
 
-inline void Click(const Panel& panel, int id) { QTest::mouseClick(WidgetOf(panel, id), Qt::LeftButton); }
+inline void Click(const Panel& panel, int id) {
+  QTest::mouseClick(WidgetOf(panel, id), Qt::LeftButton);
+}
 
 }  // namespace heron::desk

@@ -18,18 +18,19 @@ using Kind = platform::ControlKind;
 using platform::ControlTemplate;
 using platform::DialogTemplate;
 
-constexpr int kDialogs[] = {100,  200,  300,  400,  500,  600,  700,  800,  900,  1000, 1100, 1235, 1236, 1237, 1238, 1800, 1820,
-                            2001, 2020, 2200, 2300, 2320, 2355, 2400, 2440, 2500, 2520, 2540, 2560, 2900, 2910, 2920, 2950};
+constexpr int kDialogs[] = {100,  200,  300,  400,  500,  600,  700,  800,  900,  1000, 1100,
+                            1235, 1236, 1237, 1238, 1800, 1820, 2001, 2020, 2200, 2300, 2320,
+                            2355, 2400, 2440, 2500, 2520, 2540, 2560, 2900, 2910, 2920, 2950};
 
 /// Fills what a template leaves to the logic, so that a picture shows it.
 class FillingLogic final : public RecordingLogic {
  public:
-  explicit FillingLogic(const DialogTemplate& spec) : spec_(spec) {}
+  explicit FillingLogic(const DialogTemplate& plan) : plan_(plan) {}
 
   void Initialise(platform::Dialog* shown) override {
     RecordingLogic::Initialise(shown);
     std::map<std::string, bool> sets;
-    for (const ControlTemplate& control : spec_.controls) {
+    for (const ControlTemplate& control : plan_.controls) {
       switch (control.kind) {
         case Kind::kLabel:
           if (control.label.empty()) shown->SetText(control.id, u"(0 - 2500)");
@@ -67,7 +68,7 @@ class FillingLogic final : public RecordingLogic {
     dialog->SelectRow(control.id, 0);
   }
 
-  const DialogTemplate& spec_;
+  const DialogTemplate& plan_;
 };
 
 void Photograph(QWidget& window, const std::string& name) {
@@ -113,10 +114,10 @@ void CheckTabs(const Panel& panel, int dialog) {
 /// Alt and a label's letter reach what the letter stands for.
 void CheckMnemonics(const Panel& panel, int dialog) {
   for (const FormControl& control : panel.controls()) {
-    const char16_t letter = platform::Mnemonic(control.spec->label);
-    if (letter == 0 || control.spec->kind != Kind::kLabel) continue;
-    QWidget* const field = WidgetOf(panel, control.spec->buddy);
-    ASSERT_EQ(qobject_cast<QLabel*>(control.widget)->buddy(), field) << dialog << ": " << control.spec->buddy;
+    const char16_t letter = platform::Mnemonic(control.plan->label);
+    if (letter == 0 || control.plan->kind != Kind::kLabel) continue;
+    QWidget* const field = WidgetOf(panel, control.plan->buddy);
+    ASSERT_EQ(qobject_cast<QLabel*>(control.widget)->buddy(), field) << dialog << ": " << control.plan->buddy;
     if (!field->isVisible() || (field->focusPolicy() & Qt::TabFocus) == 0) continue;
     QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(letter - u'a' + Qt::Key_A), Qt::AltModifier);
     EXPECT_TRUE(field->hasFocus()) << dialog << ": " << static_cast<char>(letter);
@@ -128,9 +129,9 @@ void CheckNothingIsCut(const Panel& panel, int dialog) {
     if (control.widget == nullptr || !control.widget->isVisible()) continue;
     const QSize least = control.widget->minimumSizeHint();
     const bool fits = control.widget->width() >= least.width() && control.widget->height() >= least.height();
-    EXPECT_TRUE(fits) << dialog << ": " << control.spec->id;
+    EXPECT_TRUE(fits) << dialog << ": " << control.plan->id;
     const QRect place(control.widget->mapTo(&panel, QPoint(0, 0)), control.widget->size());
-    EXPECT_TRUE(panel.rect().contains(place)) << dialog << ": " << control.spec->id;
+    EXPECT_TRUE(panel.rect().contains(place)) << dialog << ": " << control.plan->id;
   }
 }
 
@@ -144,19 +145,20 @@ class EveryDialog : public ::testing::TestWithParam<int> {};
 
 TEST_P(EveryDialog, IsReachedByKeysAndNothingIsCut) {
   const int number = GetParam();
-  const DialogTemplate* const spec = BuiltResources().Template(static_cast<uint16_t>(number));
-  ASSERT_NE(spec, nullptr);
-  FillingLogic logic(*spec);
-  if (spec->size == platform::SizeClass::kPage) {
+  const DialogTemplate* const plan = BuiltResources().Template(static_cast<uint16_t>(number));
+  ASSERT_NE(plan, nullptr);
+  FillingLogic logic(*plan);
+  if (plan->size == platform::SizeClass::kPage) {
     PropertySheet sheet(BuiltResources());
     ASSERT_TRUE(sheet.AddPage({static_cast<uint16_t>(number), &logic, true}));
     sheet.Open();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&sheet));
     Photograph(sheet, std::to_string(number));
+    EXPECT_EQ(sheet.panel(0)->visibleRegion().boundingRect(), sheet.panel(0)->rect()) << "the page scrolls";
     CheckPanel(*sheet.panel(0), number);
     return;
   }
-  ModalWindow window(nullptr, BuiltResources(), *spec, logic);
+  ModalWindow window(nullptr, BuiltResources(), *plan, logic);
   QTimer::singleShot(0, &window, [&] {
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     Photograph(window, std::to_string(number));

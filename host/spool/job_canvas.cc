@@ -1,0 +1,153 @@
+#include "spool/job_canvas.h"
+
+#include <QPageLayout>
+#include <QPageSize>
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "desk/painting.h"
+#include "platform/text.h"
+#include "renderdriver/blocks.h"
+#include "renderdriver/escapes.h"
+
+namespace heron::spool {
+namespace {
+
+using platform::COLORREF;
+using platform::LONG;
+using platform::RECT;
+using platform::TextDrawing;
+
+COLORREF Grey(uint8_t shade) {
+  return COLORREF{shade} * 0x010101;
+}
+
+PageSpace SpaceOf(const DriverEnv& record) {
+  const renderdriver::Sheet sheet = *renderdriver::SheetOf(record);
+  const QRectF printable(QPointF(sheet.left, sheet.top), QPointF(sheet.right, sheet.bottom));
+  return {static_cast<double>(sheet.dpi), QRectF(0, 0, sheet.width, sheet.height), printable};
+}
+
+/// A drawing with its own copy of the text.
+struct KeptLine {
+  TextDrawing drawing;
+  std::u16string text;
+  std::optional<RECT> clip;
+
+  void operator()(QPainter& painter) const {
+    TextDrawing whole = drawing;
+    whole.text = text;
+    desk::PaintLine(painter, whole, clip);
+  }
+};
+
+}  // namespace
+
+JobCanvas::JobCanvas(renderdriver::Job& job, const std::string& pdf_path)
+    : job_(job), space_(SpaceOf(job.setup.record)), writer_(QString::fromStdString(pdf_path)) {
+  writer_.setResolution(static_cast<int>(space_.dpi));
+  const QSizeF inches = space_.sheet.size() / space_.dpi;
+  const QPageSize size(inches, QPageSize::Inch, QString(), QPageSize::ExactMatch);
+  writer_.setPageLayout(QPageLayout(size, QPageLayout::Portrait, QMarginsF()));
+  writer_.setCreator(QStringLiteral("Heron"));
+  written_ = painter_.begin(&writer_);
+}
+
+bool JobCanvas::Finish() {
+  return painter_.end() && written_;
+}
+
+int JobCanvas::Escape(uint32_t code, std::span<const uint8_t> in, std::span<uint8_t> out) {
+  return renderdriver::AnswerEscape(job_, code, in, out);
+}
+
+int JobCanvas::DeviceCap(platform::DeviceCap number) {
+  switch (number) {
+    case platform::DeviceCap::kHorzRes:
+      return static_cast<int>(space_.sheet.width());
+    case platform::DeviceCap::kVertRes:
+      return static_cast<int>(space_.sheet.height());
+    default:
+      return static_cast<int>(space_.dpi);
+  }
+}
+
+platform::SIZE JobCanvas::MeasureText(const platform::LOGFONTW& font, std::u16string_view text) {
+  return desk::MeasureLine(font, text);
+}
+
+std::vector<platform::FontFamily> JobCanvas::FontFamilies() {
+  if (families_.empty()) families_ = desk::InstalledFamilies();
+  return families_;
+}
+
+void JobCanvas::Keep(Drawing drawing) {
+  (Has(job_, renderdriver::kStampOpen) ? under_ : over_).push_back(std::move(drawing));
+}
+
+void JobCanvas::DrawLine(const TextDrawing& drawing, const std::optional<RECT>& clip) {
+  renderdriver::NoteDrawing(job_, drawing.text);
+  if (Has(job_, renderdriver::kTabDrawing)) return;
+  KeptLine line{drawing, std::u16string(drawing.text), clip};
+  // A mask tells where the mark is, not its colour.
+  if (job_.masking) line.drawing.color = line.drawing.pen_color = Grey(job_.stampShade.value_or(0));
+  Keep(std::move(line));
+}
+
+void JobCanvas::FillRect(const RECT& area, COLORREF color, const std::optional<RECT>& clip) {
+  Keep([=](QPainter& painter) { desk::PaintRect(painter, area, color, clip); });
+}
+
+void JobCanvas::DrawPicture(const RECT& target, const platform::Picture& picture, const std::optional<RECT>& clip) {
+  std::vector<uint32_t> pixels(picture.pixels.begin(), picture.pixels.end());
+  Keep([=, pixels = std::move(pixels)](QPainter& painter) {
+    desk::PaintPicture(painter, target, {picture.width, picture.height, pixels}, clip);
+  });
+}
+
+bool JobCanvas::StartPage() {
+  if (!renderdriver::StartJobPage(job_)) return false;
+  content_ = nullptr;
+  under_.clear();
+  over_.clear();
+  return true;
+}
+
+/// A stamp that the driver left to the printing side: centred, shining through the page's content.
+void JobCanvas::PaintDeferredStamp() {
+  const auto stamp = renderdriver::StampLeftTo(job_);
+  if (!stamp) return;
+  TextDrawing line{};
+  line.text = stamp->text;
+  line.align = platform::TA_CENTER | platform::TA_BOTTOM;
+  line.color = Grey(stamp->shade);
+  line.font.lfHeight = static_cast<LONG>(-stamp->size * space_.dpi / 72);
+  line.font.lfEscapement = stamp->angle * 10;
+  line.font.lfWeight = stamp->style == 2 || stamp->style == 4 ? 700 : 400;
+  line.font.lfItalic = stamp->style >= 3;
+  stamp->font.copy(line.font.lfFaceName, platform::kFaceSize - 1);
+  const double half = desk::MeasureLine(line.font, line.text).cy / 2.0;
+  const double turn = stamp->angle * std::numbers::pi / 180;
+  const QPointF middle = space_.sheet.center() + QPointF(stamp->centerX, stamp->centerY) * space_.dpi / 254;
+  line.at = {static_cast<LONG>(std::lround(middle.x() + std::sin(turn) * half)),
+             static_cast<LONG>(std::lround(middle.y() + std::cos(turn) * half))};
+  desk::PaintLine(painter_, line, std::nullopt);
+}
+
+bool JobCanvas::EndPage() {
+  if (!job_.pageOpen) return false;
+  if (any_page_) written_ = writer_.newPage() && written_;
+  any_page_ = true;
+  PaintDeferredStamp();
+  for (const Drawing& drawing : under_) drawing(painter_);
+  if (content_) {
+    painter_.save();
+    content_(painter_);
+    painter_.restore();
+  }
+  for (const Drawing& drawing : over_) drawing(painter_);
+  return renderdriver::EndJobPage(job_) && written_;
+}
+
+}  // namespace heron::spool

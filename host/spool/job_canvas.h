@@ -1,0 +1,60 @@
+// The canvas behind the device context of a job: escapes go to the printing side, drawings to the pages of a PDF.
+//
+// What the driver draws on a page waits until the page ends: a stamp that it marks (EscStampBegin) lies under the
+// page's content, everything else over it. The text of a tab sheet is no part of a page; the ticket tells it.
+#pragma once
+
+#include <QPainter>
+#include <QPdfWriter>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/canvas.h"
+#include "renderdriver/job.h"
+#include "spool/document.h"
+
+namespace heron::spool {
+
+class JobCanvas : public platform::Canvas {
+ public:
+  using Drawing = std::function<void(QPainter&)>;
+
+  /// `job` must outlive the canvas; the pages go to `pdf_path`.
+  JobCanvas(renderdriver::Job& job, const std::string& pdf_path);
+
+  const PageSpace& space() const { return space_; }
+  /// What the application draws on the page that has started.
+  void SetContent(Drawing content) { content_ = std::move(content); }
+  /// Closes the PDF. False if it couldn't be written.
+  bool Finish();
+
+  int Escape(uint32_t code, std::span<const uint8_t> in, std::span<uint8_t> out) override;
+  int DeviceCap(platform::DeviceCap number) override;
+  platform::SIZE MeasureText(const platform::LOGFONTW& font, std::u16string_view text) override;
+  std::vector<platform::FontFamily> FontFamilies() override;
+  void DrawLine(const platform::TextDrawing& drawing, const std::optional<platform::RECT>& clip) override;
+  void FillRect(const platform::RECT& area, platform::COLORREF color,
+                const std::optional<platform::RECT>& clip) override;
+  void DrawPicture(const platform::RECT& target, const platform::Picture& picture,
+                   const std::optional<platform::RECT>& clip) override;
+  bool StartPage() override;
+  bool EndPage() override;
+
+ private:
+  void Keep(Drawing drawing);
+  void PaintDeferredStamp();
+
+  renderdriver::Job& job_;
+  PageSpace space_;
+  QPdfWriter writer_;
+  QPainter painter_;
+  Drawing content_;
+  std::vector<Drawing> under_;
+  std::vector<Drawing> over_;
+  std::vector<platform::FontFamily> families_;
+  bool any_page_ = false;
+  bool written_ = true;
+};
+
+}  // namespace heron::spool

@@ -1,0 +1,58 @@
+#include "renderdriver/job.h"
+
+#include "renderdriver/blocks.h"
+#include "renderdriver/bytes.h"
+
+namespace heron::renderdriver {
+
+std::optional<Job> OpenJob(JobSetup setup) {
+  if (!SheetOf(setup.record)) return std::nullopt;
+  Job job;
+  job.setup = std::move(setup);
+  job.steps = kFirstPage | (job.setup.path == DrawPath::k488 ? kPath488 : kPath556);
+  if (Get<"lpOutput">(job.setup.record) == kFaxOutput) job.steps |= kFaxJob;
+  if (job.setup.usesSpoolFile) job.steps |= kSpoolFile;
+  FillDevice(job.setup.record, job.device);
+  job.pageState = NewPageState(job.setup);
+  return job;
+}
+
+bool StartJobPage(Job& job) {
+  if (job.pageOpen || !Has(job, kOutput)) return false;
+  job.pageOpen = true;
+  if (Has(job, kCoverBegun)) return true;
+  ++job.pages;
+  job.steps &= ~uint32_t{kFirstPage};
+  return true;
+}
+
+bool EndJobPage(Job& job) {
+  if (!job.pageOpen) return false;
+  job.pageOpen = false;
+  job.masking = false;
+  job.stampShade.reset();
+  job.steps &= ~uint32_t{kStampOpen};
+  // A stamp belongs to its page; everything else of the state stands for the job.
+  if (job.setup.path == DrawPath::k556) Write(job.pageState, PageState556::kStampText, u'\0');
+  return true;
+}
+
+std::optional<DeferredStamp> StampLeftTo(const Job& job) {
+  using S = PageState556;
+  const std::span<const uint8_t> state = job.pageState;
+  if (job.setup.path != DrawPath::k556 || Read<uint16_t>(state, S::kDrawingOrder) == 1) return std::nullopt;
+  const DeferredStamp stamp{
+      .text = ReadText(state, S::kStampText, kStampTextRoom),
+      .font = ReadText(state, S::kStampFont, kStampFontRoom),
+      .style = Read<int16_t>(state, S::kStampStyle),
+      .size = Read<int16_t>(state, S::kStampSize),
+      .angle = Read<int16_t>(state, S::kStampAngle),
+      .shade = Read<uint8_t>(state, S::kStampIntensity),
+      .centerX = Read<int32_t>(state, S::kStampCenterX),
+      .centerY = Read<int32_t>(state, S::kStampCenterY),
+  };
+  if (stamp.text.empty() || stamp.size <= 0) return std::nullopt;
+  return stamp;
+}
+
+}  // namespace heron::renderdriver
