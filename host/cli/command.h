@@ -123,6 +123,7 @@ void AddCatalogCommand(CLI::App& app);
 void AddCapabilitiesCommand(CLI::App& app);
 void AddSettingsCommand(CLI::App& app);
 void AddControlsCommand(CLI::App& app);
+void AddLibraryCommands(CLI::App& app);
 void AddPrintCommand(CLI::App& app);
 void AddSheetCommand(CLI::App& app);
 

@@ -11,6 +11,7 @@
 
 #include "command.h"
 #include "entry/exports.h"
+#include "platform/profile.h"
 #include "platform/queues.h"
 #include "platform/spooler.h"
 #include "platform/text.h"
@@ -59,6 +60,13 @@ bool Holds(const fs::path& path, const std::vector<uint8_t>& bytes) {
   return fs::is_regular_file(path, error) && fs::file_size(path, error) == bytes.size() && ReadWhole(path) == bytes;
 }
 
+/// UTF-8 in the system's code page, in which settings files are read.
+std::vector<uint8_t> InCodePage(const std::vector<uint8_t>& utf8) {
+  std::string bytes;
+  platform::AppendAnsi(FromUtf8({reinterpret_cast<const char*>(utf8.data()), utf8.size()}), &bytes);
+  return {bytes.begin(), bytes.end()};
+}
+
 /// Copies the driver's files into the store's driver directory, each whole and only if it changed. All users may read
 /// them.
 void InstallDriverFiles() {
@@ -74,7 +82,8 @@ void InstallDriverFiles() {
   for (const fs::directory_entry& entry : fs::directory_iterator(source)) {
     if (!entry.is_regular_file()) continue;
     const fs::path to = target / entry.path().filename();
-    const std::vector<uint8_t> bytes = ReadWhole(entry.path());
+    std::vector<uint8_t> bytes = ReadWhole(entry.path());
+    if (to.extension() == ".vxs") bytes = InCodePage(bytes);
     if (!Holds(to, bytes)) ReplaceFile(to.string(), bytes);
     constexpr fs::perms kForAll = fs::perms::group_read | fs::perms::others_read;
     if ((fs::status(to).permissions() & kForAll) != kForAll) fs::permissions(to, kForAll, fs::perm_options::add, error);

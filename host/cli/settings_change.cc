@@ -6,6 +6,7 @@
 
 #include "engine/control_tables.h"
 #include "engine/dependency_tables.h"
+#include "engine/fax_mode.h"
 
 namespace heron::cli {
 namespace {
@@ -15,6 +16,9 @@ using engine::kControls;
 
 constexpr uint16_t kDeviceDialog = 800;
 constexpr uint16_t kFaxDialog = 900;
+constexpr ControlIndex kFaxUnit = engine::Control(u"lpFAXUnit");
+constexpr uint16_t kNoFaxUnit = 1;
+constexpr uint16_t kHasFaxUnit = 2;
 
 std::string Quoted(const std::string& text) {
   return '"' + text + '"';
@@ -86,7 +90,11 @@ void CheckWish(Sheet& sheet, const Wish& wish, bool device) {
   if (row.dialog == kDeviceDialog && !device) {
     Refuse(wish, Quoted(ControlName(engine, wish.control)) + " is an option of the printer; use --device to change it");
   }
-  if (row.dialog == kFaxDialog) Refuse(wish, "the way to and from fax isn't built yet");
+  if (row.dialog == kFaxDialog && wish.value == engine::kOutputFax && engine.Holds(kFaxUnit, kNoFaxUnit)) {
+    Refuse(wish, "the printer has no unit for it; it needs " + IdAndName(engine, kFaxUnit) + " = " +
+                     ValueName(kControls[kFaxUnit].id, kHasFaxUnit) +
+                     ", set with `heron settings --device` where it is installed");
+  }
   if (!engine::IsControlAvailable(engine, wish.control)) {
     Refuse(wish,
            Quoted(ControlName(engine, wish.control)) + " can't be changed now: " + WhatClosesIt(engine, wish.control));
@@ -109,7 +117,24 @@ void SetAtOnce(Sheet& sheet, const Wish& wish) {
   engine::ComputeAllItemStatus(sheet.engine());
 }
 
+/// Fax or printer, which the rules aren't asked for.
+engine::ResolveOutcome SwitchOutput(Sheet& sheet, const Wish& wish, TerminalView& view) {
+  engine::Engine& engine = sheet.engine();
+  engine::BeginAction(sheet.resolver());
+  engine.Set(engine::IndexOf(wish.control), wish.value);
+  const bool applied = engine::ChangeOutputMode(engine, &view);
+  engine::EndAction(sheet.resolver());
+  return {.result = applied ? engine::kResultDone : engine::kResultRefused, .applied = applied};
+}
+
 }  // namespace
+
+void RunRecord::Take(const engine::ResolveOutcome& result, const engine::Resolver& resolver, TerminalView& view) {
+  outcome = result;
+  reports = view.TakeReports();
+  log.assign(resolver.log.Entries().begin(), resolver.log.Entries().end());
+  opposition.assign(resolver.log.Opposing().begin(), resolver.log.Opposing().end());
+}
 
 ChangeRecord MakeChange(Sheet& sheet, const Wish& wish, bool device, TerminalView& view) {
   engine::Engine& engine = sheet.engine();
@@ -130,16 +155,17 @@ ChangeRecord MakeChange(Sheet& sheet, const Wish& wish, bool device, TerminalVie
     SetAtOnce(sheet, wish);
     return change;
   }
+  if (RowOf(wish.control).dialog == kFaxDialog) {
+    change.outcome = SwitchOutput(sheet, wish, view);
+    change.reports = view.TakeReports();
+    return change;
+  }
   if (engine::SourceOfMirror(control) != engine::kNoControl) {
     engine::BeginAction(sheet.resolver());  // so that a No takes the tray's media back too
     engine::StoreTrayMedia(engine, control, wish.value);
   }
   view.SetPending(wish.control, wish.value);
-  change.outcome = engine::ResolveChange(sheet.resolver(), &view, wish.control);
-  change.reports = view.TakeReports();
-  const engine::ChangeLog& log = sheet.resolver().log;
-  change.log.assign(log.Entries().begin(), log.Entries().end());
-  change.opposition.assign(log.Opposing().begin(), log.Opposing().end());
+  change.Take(engine::ResolveChange(sheet.resolver(), &view, wish.control), sheet.resolver(), view);
   return change;
 }
 
@@ -176,34 +202,39 @@ void PrintChange(const ChangeRecord& change, Sheet& sheet) {
     return wish.control != 0 ? ValueName(wish.control, value) : std::to_string(value);
   };
   std::cout << name << ": " << text(change.old)
-            << (change.old == wish.value ? ", as it was" : " => " + text(wish.value)) << '\n';
+            << (change.old == wish.value ? ", as it was" : " => " + text(wish.value));
+  const uint16_t now = *FieldsOf(sheet.ui(), wish.parameter).value;
+  std::cout << (now == wish.value ? "" : ", and then " + text(now)) << '\n';
 }
 
-Json ChangeJson(const ChangeRecord& change) {
+Json RunJson(const RunRecord& run) {
   Json log = Json::array();
-  for (const engine::LogEntry& entry : change.log) {
+  for (const engine::LogEntry& entry : run.log) {
     log.push_back({{"control", kControls[entry.control].id},
                    {"value", entry.value},
                    {"reason", static_cast<uint16_t>(entry.reason)}});
   }
   Json opposition = Json::array();
-  for (const engine::Opposition& setting : change.opposition) {
+  for (const engine::Opposition& setting : run.opposition) {
     opposition.push_back({{"control", kControls[setting.control].id}, {"value", setting.value}});
   }
-  const bool asked = change.outcome.answer != engine::Answer::kNotAsked;
-  const ShownReport last = change.reports.empty() ? ShownReport() : change.reports.back();
-  return {{"control", change.wish.control},
-          {"old", change.old},
-          {"new", change.wish.value},
-          {"result", change.outcome.result},
-          {"applied", change.outcome.applied},
+  const bool asked = run.outcome.answer != engine::Answer::kNotAsked;
+  const ShownReport last = run.reports.empty() ? ShownReport() : run.reports.back();
+  return {{"result", run.outcome.result},
+          {"applied", run.outcome.applied},
           {"asked", asked},
-          {"answer", asked ? Json(change.outcome.answer == engine::Answer::kYes ? "yes" : "no") : Json(nullptr)},
+          {"answer", asked ? Json(run.outcome.answer == engine::Answer::kYes ? "yes" : "no") : Json(nullptr)},
           {"caption", last.caption},
           {"text", last.text},
           {"log", log},
           {"opposition", opposition},
-          {"passes", change.outcome.passes}};
+          {"passes", run.outcome.passes}};
+}
+
+Json ChangeJson(const ChangeRecord& change) {
+  Json json = {{"control", change.wish.control}, {"old", change.old}, {"new", change.wish.value}};
+  json.update(RunJson(change));
+  return json;
 }
 
 }  // namespace heron::cli

@@ -12,14 +12,21 @@
 
 namespace heron::cli {
 
-/// What became of one wish.
-struct ChangeRecord {
-  Wish wish;
-  uint16_t old = 0;
+/// What one run of the rules came to.
+struct RunRecord {
   engine::ResolveOutcome outcome;
   std::vector<ShownReport> reports;
   std::vector<engine::LogEntry> log;
   std::vector<engine::Opposition> opposition;
+
+  void Take(const engine::ResolveOutcome& result, const engine::Resolver& resolver, TerminalView& view);
+};
+Json RunJson(const RunRecord& run);
+
+/// What became of one wish.
+struct ChangeRecord : RunRecord {
+  Wish wish;
+  uint16_t old = 0;
 };
 
 /// Runs one wish through the engine. Throws exit code 4 for what is refused before the rules are asked: a control that
@@ -33,7 +40,7 @@ std::vector<ChangeRecord> MakeChanges(Sheet& sheet, const std::vector<std::strin
 /// Why the last of `changes` wasn't applied, and its exit code; empty if all were.
 std::string WhyNot(const std::vector<ChangeRecord>& changes, const TerminalView& view, int* code);
 
-/// One line for what changed: the wish and the settings that followed.
+/// One line for what changed: the wish, and what a later change or the commit made of it.
 void PrintChange(const ChangeRecord& change, Sheet& sheet);
 Json ChangeJson(const ChangeRecord& change);
 

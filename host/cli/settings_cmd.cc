@@ -25,10 +25,8 @@ struct SettingsOptions {
   bool device = false;
   bool list = false;
   bool reset = false;
-  bool yes = false;
-  bool no = false;
-  bool dry_run = false;
   bool json = false;
+  ConsentOptions consent;
 };
 
 void CheckOptions(const SettingsOptions& options) {
@@ -39,12 +37,6 @@ void CheckOptions(const SettingsOptions& options) {
   if (options.out == "-" && (options.json || options.list)) {
     throw Failure(kUsage, "the record goes to standard output; leave -l and --json out or name a file");
   }
-}
-
-Consent ConsentOf(const SettingsOptions& options) {
-  // A dry run goes on as if everything were agreed to.
-  if (options.yes || options.dry_run) return Consent::kYes;
-  return options.no ? Consent::kNo : Consent::kAsk;
 }
 
 void AnswerSettings(const SettingsOptions& options, Sheet& sheet, const Catalogue& catalogue,
@@ -61,7 +53,7 @@ void AnswerSettings(const SettingsOptions& options, Sheet& sheet, const Catalogu
   if (options.out == "-") return;
   for (const ChangeRecord& change : changes) PrintChange(change, sheet);
   if (options.list) return PrintAll(SettingsOf(sheet.ui(), catalogue));
-  if (options.dry_run) std::cout << "Nothing was changed (--dry-run).\n";
+  if (options.consent.dry_run) std::cout << "Nothing was changed (--dry-run).\n";
   if (options.reset && writes) std::cout << "All settings of this printer are at their defaults again.\n";
 }
 
@@ -72,13 +64,13 @@ void Settings(const SettingsOptions& options) {
   Sheet sheet(printer, options.printer, options.in, kind, options.reset);
   const Catalogue catalogue(ReadLocaleCountry());
   const bool works = !options.wishes.empty();
-  TerminalView view(ConsentOf(options), options.json || options.out == "-");
+  TerminalView view(options.consent.consent(), options.json || options.out == "-");
   if (works) sheet.Open(true);
   if (works && !options.json) engine::ShowDeferredReport(sheet.resolver(), &view);
   const std::vector<ChangeRecord> changes = MakeChanges(sheet, options.wishes, options.device, catalogue, view);
   int code = kDone;
   const std::string failure = WhyNot(changes, view, &code);
-  const bool writes = failure.empty() && !options.dry_run && (works || options.reset || !options.out.empty());
+  const bool writes = failure.empty() && !options.consent.dry_run && (works || options.reset || !options.out.empty());
   if (writes) {
     if (works) sheet.Commit(&view);
     const Bytes record = sheet.Record();
@@ -106,10 +98,7 @@ void AddSettingsCommand(CLI::App& app) {
   command->add_flag("--device", options->device, "Work on the printer's saved record, as its device sheet does");
   command->add_flag("-l,--list", options->list, "List every setting with what it can be");
   command->add_flag("--reset", options->reset, "Return your own settings of this printer to the defaults");
-  CLI::Option* yes = command->add_flag("--yes", options->yes, "Agree to everything that is asked");
-  CLI::Option* no = command->add_flag("--no", options->no, "Agree to nothing");
-  yes->excludes(no);
-  command->add_flag("--dry-run", options->dry_run, "Show every consequence and change nothing");
+  options->consent.AddTo(*command);
   command->add_flag("--json", options->json, "Answer as JSON");
   command->callback([options] { Settings(*options); });
 }

@@ -99,10 +99,14 @@ void PrintChoices(const Setting& setting) {
   std::cout << '\n';
 }
 
-void PrintLine(const Setting& setting) {
+void PrintLine(const Setting& setting, const std::string& remark) {
   const std::string name = setting.key.empty() ? std::to_string(setting.parameter) : setting.key;
   std::cout << "  " << Padded(setting.label, kLabelWidth) << ' ' << Padded(name, kKeyWidth) << ' '
-            << setting.ValueText(setting.value) << (setting.value == setting.defaultValue ? " (default)" : "") << '\n';
+            << setting.ValueText(setting.value) << remark << '\n';
+}
+
+void PrintLine(const Setting& setting) {
+  PrintLine(setting, setting.value == setting.defaultValue ? " (default)" : "");
 }
 
 /// Starts a page with its title where `setting` is the first of it.
@@ -151,6 +155,16 @@ void PrintChanged(const std::vector<Setting>& settings, const std::vector<Settin
   }
   std::cout << (page.empty() ? "" : "\n") << (page.empty() ? "All " : "") << same
             << " settings are as the printer starts with; -l lists all.\n";
+}
+
+bool PrintDifferences(const std::vector<Setting>& settings, const std::vector<Setting>& now) {
+  std::string page;
+  for (size_t i = 0; i < settings.size(); ++i) {
+    if (settings[i].inner || settings[i].value == now[i].value) continue;
+    PrintPageOf(settings[i], page);
+    PrintLine(settings[i], " (now " + now[i].ValueText(now[i].value) + ')');
+  }
+  return !page.empty();
 }
 
 Json SettingsJson(const std::vector<Setting>& settings) {

@@ -40,6 +40,8 @@ std::vector<Setting> SettingsOf(const UiState& ui, const Catalogue& catalogue);
 void PrintAll(const std::vector<Setting>& settings);
 /// Page by page, those that differ from `fresh`, the settings that the printer starts with.
 void PrintChanged(const std::vector<Setting>& settings, const std::vector<Setting>& fresh);
+/// Page by page, those that differ from what they are `now`. False if none does.
+bool PrintDifferences(const std::vector<Setting>& settings, const std::vector<Setting>& now);
 Json SettingsJson(const std::vector<Setting>& settings);
 
 }  // namespace heron::cli

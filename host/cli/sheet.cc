@@ -8,6 +8,7 @@
 #include "resolved_record.h"
 #include "settings/printer_data.h"
 #include "store/store.h"
+#include "uistate/walk_store.h"
 
 namespace heron::cli {
 namespace {
@@ -69,6 +70,13 @@ void Sheet::Keep(const Bytes& record) {
     return;
   }
   KeepOwnRecord(name_, record);
+}
+
+void Sheet::KeepLists() {
+  const bool locked = ui_->head().printerDataLocked != 0;
+  if (!WriteListStores(ui_->stores, PrinterName(printer_.handle()), printer_.handle(), locked))
+    throw Failure(kFailed,
+                  "can't store the lists of watermarks, forms, pages and papers; check the disk and your rights");
 }
 
 std::string Sheet::PlaceOfRecord() const {

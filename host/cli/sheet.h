@@ -34,12 +34,16 @@ class Sheet {
   engine::Engine& engine() { return *engine_; }
   engine::Resolver& resolver() { return *resolver_; }
 
+  const ResourceContext* resources() const { return resources_.get(); }
+
   /// Commits the working values; what the commit has to say goes to `view`.
   void Commit(engine::EngineView* view);
   /// The record that a confirmed sheet would hand back.
   Bytes Record();
   /// Makes `record` what this kind of sheet keeps: the user's own working record, or the printer's saved one.
   void Keep(const Bytes& record);
+  /// Writes the lists that the settings have brought with them back to the user's stores.
+  void KeepLists();
   std::string PlaceOfRecord() const;
 
  private:

@@ -1,10 +1,17 @@
 #include "terminal_view.h"
 
+#include <CLI/CLI.hpp>
 #include <iostream>
 
 #include "engine/engine.h"
 
 namespace heron::cli {
+
+void ConsentOptions::AddTo(CLI::App& command) {
+  CLI::Option* agree = command.add_flag("--yes", yes, "Agree to everything that is asked");
+  agree->excludes(command.add_flag("--no", no, "Agree to nothing"));
+  command.add_flag("--dry-run", dry_run, "Show every consequence and change nothing");
+}
 
 uint16_t TerminalView::ReadControl(uint16_t id) {
   return id == control_ ? value_ : engine::kUnknownValue;

@@ -9,7 +9,22 @@
 #include "command.h"
 #include "engine/view.h"
 
+namespace CLI {
+class App;
+}
+
 namespace heron::cli {
+
+/// What a command that may ask is told beforehand.
+struct ConsentOptions {
+  bool yes = false;
+  bool no = false;
+  bool dry_run = false;
+
+  void AddTo(CLI::App& command);
+  /// A dry run goes on as if everything were agreed to.
+  Consent consent() const { return yes || dry_run ? Consent::kYes : no ? Consent::kNo : Consent::kAsk; }
+};
 
 /// A report as it was shown, and what was answered.
 struct ShownReport {
@@ -36,6 +51,7 @@ class TerminalView : public engine::EngineView {
 
   uint16_t ReadControl(uint16_t id) override;
   bool Show(const engine::Report& report) override;
+  bool CanAnswer() const override { return !wanted_consent_; }
   void RedisplayControl(uint16_t, uint16_t) override {}
   void RefreshList(uint16_t) override {}
   void RefreshPerPageList() override {}

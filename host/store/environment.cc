@@ -39,6 +39,11 @@ fs::path Absolute(const fs::path& path) {
   return error ? path : absolute;
 }
 
+fs::path UserHome() {
+  const std::string home = Variable("HOME");
+  return home.empty() ? Account(&passwd::pw_dir) : home;
+}
+
 platform::DWORD CodePageFromEnvironment() {
   const std::string text = Variable("HERON_CODE_PAGE");
   if (text.empty()) return platform::CP_UTF8;
@@ -77,9 +82,16 @@ fs::path StoreHome() {
   if (const std::string home = Variable("HERON_HOME"); !home.empty()) return Absolute(home);
   // The XDG rules: a path that isn't absolute is ignored.
   if (const fs::path data = Variable("XDG_DATA_HOME"); data.is_absolute()) return data / "heron";
-  std::string home = Variable("HOME");
-  if (home.empty()) home = Account(&passwd::pw_dir);
-  return Absolute(fs::path(home) / ".local" / "share" / "heron");
+  return Absolute(UserHome() / ".local" / "share" / "heron");
+}
+
+fs::path DocumentsPath() {
+  if (const fs::path documents = Variable("XDG_DOCUMENTS_DIR"); documents.is_absolute()) return documents;
+  const fs::path documents = UserHome() / "Documents";
+  std::error_code error;
+  if (Variable("HERON_HOME").empty() && fs::is_directory(documents, error)) return documents;
+  const StoreOptions options = OptionsFromEnvironment();
+  return options.home / "users" / (FileNameOf(options.user) + ".settings");
 }
 
 fs::path DriverDirectoryPath() {

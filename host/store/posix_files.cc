@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <chrono>
 
+#include "platform/files.h"
 #include "platform/text.h"
 #include "store/store.h"
 
@@ -20,6 +21,7 @@ using namespace platform;
 
 constexpr mode_t kOwnerOnly = 0600;
 constexpr mode_t kOwnersFolder = 0700;
+constexpr mode_t kAnybodyWrites = 0222;
 
 DWORD StatusOf(int error) {
   switch (error) {
@@ -127,6 +129,22 @@ DWORD PosixFiles::Open(std::u16string_view path, bool write, bool create, std::s
 
 DWORD PosixFiles::Delete(std::u16string_view path) {
   return unlink(ToUtf8(path).c_str()) == 0 ? kErrorSuccess : StatusOf(errno);
+}
+
+DWORD PosixFiles::Attributes(std::u16string_view path, DWORD* attributes) {
+  const std::string name = ToUtf8(path);
+  struct stat info;
+  if (lstat(name.c_str(), &info) != 0) return StatusOf(errno);
+  DWORD bits = 0;
+  if (name.compare(name.rfind('/') + 1, 1, ".") == 0) bits |= FILE_ATTRIBUTE_HIDDEN;
+  if (S_ISDIR(info.st_mode))
+    bits |= FILE_ATTRIBUTE_DIRECTORY;
+  else if (!S_ISREG(info.st_mode))
+    bits |= FILE_ATTRIBUTE_SYSTEM;
+  // The system lets an administrator write what its owner protected; the driver doesn't.
+  if ((info.st_mode & kAnybodyWrites) == 0 || access(name.c_str(), W_OK) != 0) bits |= FILE_ATTRIBUTE_READONLY;
+  *attributes = bits == 0 ? FILE_ATTRIBUTE_NORMAL : bits;
+  return kErrorSuccess;
 }
 
 DWORD PosixFiles::Replace(std::u16string_view path, std::span<const uint8_t> data) {

@@ -17,6 +17,7 @@ class PosixFiles final : public platform::FileStore {
   platform::DWORD Open(std::u16string_view path, bool write, bool create,
                        std::shared_ptr<platform::OpenFile>* file) override;
   platform::DWORD Delete(std::u16string_view path) override;
+  platform::DWORD Attributes(std::u16string_view path, platform::DWORD* attributes) override;
   platform::DWORD Replace(std::u16string_view path, std::span<const uint8_t> data) override;
 
  private:

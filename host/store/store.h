@@ -35,6 +35,9 @@ HERON_PLATFORM_API std::filesystem::path StoreHome();
 HERON_PLATFORM_API std::filesystem::path DriverDirectoryPath();
 /// Where the user's own working record of the queue `printer` lies, beside the user's tree; the folder need not exist.
 HERON_PLATFORM_API std::filesystem::path WorkingRecordPath(const std::string& printer);
+/// Where the user's documents lie: $XDG_DOCUMENTS_DIR; ~/Documents if that is there and no other home is named; else a
+/// folder beside the user's tree. It need not exist.
+HERON_PLATFORM_API std::filesystem::path DocumentsPath();
 /// What the environment says. Never fails; what can't be used is replaced and told by TakeNotices.
 HERON_PLATFORM_API StoreOptions OptionsFromEnvironment();
 

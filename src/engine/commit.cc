@@ -7,7 +7,7 @@
 #include "catalog/strings.h"
 #include "engine/setting.h"
 #include "engine/sizes.h"
-#include "platform/files.h"
+#include "platform/handles.h"
 #include "platform/text.h"
 
 namespace heron::engine {
@@ -92,21 +92,13 @@ void CheckRecipients(Engine& engine, EngineView* view) {
   EvaluateRules(engine, view);
 }
 
-bool CanOpen(const std::u16string& path) {
-  const platform::HANDLE file =
-      platform::CreateFileW(path.c_str(), platform::GENERIC_READ, platform::FILE_SHARE_READ, platform::OPEN_EXISTING);
-  if (file == platform::INVALID_HANDLE_VALUE) return false;
-  platform::CloseHandle(file);
-  return true;
-}
-
 /// A cover sheet does without a picture that isn't there.
 void CheckCoverPicture(const UiState& ui, EngineView* view) {
   if (Setting<u"lpOutput">(ui) != kFax || !IsOn<u"CoverSheet">(ui) || !IsOn<u"FaxCover_Image">(ui)) return;
   if (ui.stores.faxCover == nullptr) return;
   const std::u16string_view field(ui.stores.faxCover->filename, std::size(ui.stores.faxCover->filename));
   const std::u16string name(field.substr(0, field.find(u'\0')));
-  if (name.empty() || CanOpen(name)) return;
+  if (name.empty() || platform::CanOpenFile(name.c_str())) return;
   std::u16string text = platform::ExpandText(u"\n'%s'\n", {std::u16string_view(name)});
   for (const uint32_t part : {22303u, 22304u, 22305u}) text += GetUiString(part);
   Tell(view, 22306, text);

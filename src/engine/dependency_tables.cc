@@ -140,7 +140,7 @@ consteval auto ParseOutputModeGates() {
 /// The first row of each id, plus one; 0 if it has none.
 using FirstRows = std::array<uint8_t, controls_internal::kIdLimit>;
 
-consteval FirstRows FindFirstRows(const auto& rows) {
+FirstRows FindFirstRows(const auto& rows) {
   FirstRows first{};
   for (size_t i = rows.size(); i-- > 0;) {
     if (rows[i].control != 0) first.at(rows[i].control) = static_cast<uint8_t>(i + 1);
@@ -159,17 +159,17 @@ constexpr std::array<DeviceGate, kDeviceGateCount> kDeviceGates = ParseDeviceGat
 constexpr std::array<OutputModeGate, kOutputModeGateCount> kOutputModeGates = ParseOutputModeGates();
 
 int FirstEnableRule(uint16_t id) {
-  static constexpr FirstRows kRows = FindFirstRows(kEnableRules);
+  static const FirstRows kRows = FindFirstRows(kEnableRules);
   return RowOf(kRows, id);
 }
 
 int FirstDeviceGate(uint16_t id) {
-  static constexpr FirstRows kRows = FindFirstRows(kDeviceGates);
+  static const FirstRows kRows = FindFirstRows(kDeviceGates);
   return RowOf(kRows, id);
 }
 
 int FirstOutputModeGate(uint16_t id) {
-  static constexpr FirstRows kRows = FindFirstRows(kOutputModeGates);
+  static const FirstRows kRows = FindFirstRows(kOutputModeGates);
   return RowOf(kRows, id);
 }
 

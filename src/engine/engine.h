@@ -18,6 +18,7 @@
 #include "engine/controls.h"
 #include "engine/dependency_tables.h"
 #include "engine/view.h"
+#include "uistate/tray_media.h"
 #include "uistate/ui_state.h"
 
 namespace heron::engine {
@@ -107,12 +108,6 @@ void RestoreValues(Engine& engine);
 
 // The media that lie in the trays.
 
-struct TrayMedia {
-  uint8_t mediaType;
-  uint8_t weight;
-  uint8_t paperColor;
-  uint8_t punched;
-};
 /// Of the first row of the tray media table with this source; the defaults if it has none.
 TrayMedia MediaOfTray(const Engine& engine, uint16_t source);
 /// Writes the media of the tray that `source` (120, 212 or 214 by index) selects into its four mirror controls; no

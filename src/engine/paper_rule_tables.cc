@@ -143,4 +143,8 @@ uint16_t DoubledPaper(uint16_t paper) {
   return row == kDoubling.end() ? paper : row->doubled;
 }
 
+std::span<const DoubledSheet> SheetDoubling() {
+  return kDoubling;
+}
+
 }  // namespace heron::engine

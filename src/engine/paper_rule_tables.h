@@ -31,4 +31,8 @@ inline constexpr uint8_t kPaperGroupLimit = 23;  ///< groups lie below this numb
 /// The code of the sheet that holds two pages of `paper`; `paper` itself if it has none.
 uint16_t DoubledPaper(uint16_t paper);
 
+/// Papers and such sheets, of all families; for listings and checks.
+struct DoubledSheet;
+std::span<const DoubledSheet> SheetDoubling();
+
 }  // namespace heron::engine

@@ -28,35 +28,6 @@ bool IsMarked(const UiState& ui, uint16_t paper) {
          (*ui.stores.userPapers)[static_cast<size_t>(number - 1)].longFlag == 1;
 }
 
-/// Row of the bypass in the tray media table, from its media type on; null if it has none.
-uint8_t* BypassMedia(const UiState& ui) {
-  constexpr uint16_t kBypass = 4;
-  constexpr size_t kHead = 4;
-  constexpr size_t kRow = 6;
-  for (size_t at = kHead; at + kRow <= sizeof ui.head().trayTable; at += kRow) {
-    uint8_t* row = ui.head().trayTable + at;
-    if (row[0] == kBypass && row[1] == 0) return row + sizeof(uint16_t);
-  }
-  return nullptr;
-}
-
-/// Notes which chosen papers are long ones. A long output paper needs media that come that long.
-void SetCustomPaperMarks(Engine& engine) {
-  constexpr uint8_t kLongMedia[] = {30, 31, 32, 45, 46, 47};
-  const UiState& ui = *engine.ui;
-  const bool output_marked = IsMarked(ui, PrintedPaper(ui));
-  engine.Set(Control(u"mediaSizeMark"), IsMarked(ui, engine.Value(kMediaSize)));
-  engine.Set(Control(u"outputPaperMark"), output_marked);
-  uint8_t* media = BypassMedia(ui);
-  if (output_marked && media != nullptr && std::ranges::count(kLongMedia, *media) == 0) *media = kLongMedia[0];
-}
-
-void LoadAllMirrors(Engine& engine) {
-  for (const ControlIndex source :
-       {Control(u"lpMediaSource"), Control(u"lpFrontCoverTray"), Control(u"lpBackCoverTray")})
-    LoadTrayMedia(engine, source);
-}
-
 /// A number of copies that can't be is corrected in its field; a fax has one.
 void ClampCopies(Engine& engine, EngineView* view) {
   const NumericBlock& range = SlotAs<u"Copies", NumericBlock>(*engine.ui);
@@ -103,6 +74,24 @@ void RefreshLists(const Resolver& resolver, EngineView& view, bool is_button) {
 }
 
 }  // namespace
+
+void SetCustomPaperMarks(Engine& engine) {
+  constexpr uint16_t kBypass = 4;
+  constexpr uint8_t kLongMedia[] = {30, 31, 32, 45, 46, 47};
+  const UiState& ui = *engine.ui;
+  const bool output_marked = IsMarked(ui, PrintedPaper(ui));
+  engine.Set(Control(u"mediaSizeMark"), IsMarked(ui, engine.Value(kMediaSize)));
+  engine.Set(Control(u"outputPaperMark"), output_marked);
+  TrayMedia* bypass = FindTrayMedia(ui, kBypass);
+  if (output_marked && bypass != nullptr && std::ranges::count(kLongMedia, bypass->mediaType) == 0)
+    bypass->mediaType = kLongMedia[0];
+}
+
+void LoadAllMirrors(Engine& engine) {
+  for (const ControlIndex source :
+       {Control(u"lpMediaSource"), Control(u"lpFrontCoverTray"), Control(u"lpBackCoverTray")})
+    LoadTrayMedia(engine, source);
+}
 
 void ApplyChanges(Resolver& resolver) {
   Engine& engine = resolver.engine;

@@ -1,4 +1,4 @@
-// Between the files of resolving: the loop, the presenting, the applying. Nobody else's business.
+// Between the files of resolving (the loop, the presenting, the applying) and of going to fax. Nobody else's business.
 #pragma once
 
 #include "engine/resolve.h"
@@ -22,6 +22,11 @@ ResolveOutcome PresentChange(Resolver& resolver, EngineView* view, ControlIndex 
 ResolveOutcome PresentRecall(Resolver& resolver, EngineView* view);
 /// Composes the report of an opening run.
 DeferredReport ReportOpening(const Resolver& resolver);
+
+/// Notes which chosen papers are long ones. A long output paper needs media that come that long.
+void SetCustomPaperMarks(Engine& engine);
+/// Loads the mirrors of all three trays.
+void LoadAllMirrors(Engine& engine);
 
 /// Writes the values of request and log for good, with the zoom and the settings that follow from them.
 void ApplyChanges(Resolver& resolver);

@@ -25,6 +25,9 @@ class EngineView {
   virtual uint16_t ReadControl(uint16_t id) = 0;
   /// Shows a report and waits for it to be answered. True for Yes and for OK.
   virtual bool Show(const Report& report) = 0;
+  /// Whether there is somebody who can answer a question. Where nobody is, a No of Show isn't an answer: what hangs on
+  /// one isn't done.
+  virtual bool CanAnswer() const { return true; }
 
   /// The control's setting holds `value` now. Called also for controls that aren't on show.
   virtual void RedisplayControl(uint16_t id, uint16_t value) = 0;

@@ -43,17 +43,6 @@ const StoreFieldRow* FieldOf(const WorkingParam& param) {
   return field == std::end(kStoreFields) ? nullptr : field;
 }
 
-/// The most items of the list that a row of the list stores counts.
-uint16_t RoomOf(uint16_t store_row) {
-  uint16_t room = 0;
-  for (const ListStoreRows& store : kListStoreRows) {
-    for (const ListStoreRow& row : store.rows) {
-      if (row.link == store_row) room = std::max<uint16_t>(room, static_cast<uint16_t>(row.hi + 1));
-    }
-  }
-  return room;
-}
-
 KeyEntry MakeKey(const WorkingFileKey& working) {
   KeyEntry key;
   key.row = working.row;
@@ -62,7 +51,7 @@ KeyEntry MakeKey(const WorkingFileKey& working) {
   key.isCount = working.isCount;
   key.param = &Params().params[working.paramIndex];
   key.field = FieldOf(*key.param);
-  if (key.isCount) key.room = RoomOf(key.param->row->storeItem);
+  if (key.isCount) key.room = RoomOfList(key.param->row->storeItem);
   return key;
 }
 

@@ -41,18 +41,6 @@ class ValueRun {
   StoreField found_{};
 };
 
-/// Every count is a u16.
-uint16_t CountIn(const StoreField& field) {
-  uint16_t count;
-  std::memcpy(&count, field.data, sizeof count);
-  return count;
-}
-
-void StoreCount(const KeyEntry& count, const StoreField& field, uint32_t value) {
-  const auto clamped = static_cast<uint16_t>(std::min<uint32_t>(value, count.room));
-  std::memcpy(field.data, &clamped, sizeof clamped);
-}
-
 class Walker {
  public:
   Walker(const UiState& ui, WalkKind kind, KeyTransfer& transfer)
@@ -83,7 +71,7 @@ int Walker::LastNumber(const KeyEntry& key, int section_number) const {
   const KeyEntry& count = Plan().keys[static_cast<size_t>(key.count)];
   StoreField field;
   if (!LocateValue(count, ui_, section_number, 1, &field)) return -1;
-  return std::min<int>(CountIn(field), count.room) - 1;
+  return CountIn(field, count.room) - 1;
 }
 
 /// Gives the number of values that were transferred.
@@ -106,7 +94,7 @@ int Walker::WalkNumbers(const KeyEntry& key, int section_number) {
 void Walker::CloseCount(const KeyEntry& key, int section_number, bool found) {
   StoreField field;
   if (!found || !LocateValue(key, ui_, section_number, 1, &field)) return;
-  StoreCount(key, field, CountIn(field));
+  StoreCount(field, CountIn(field, key.room), key.room);
   known_[static_cast<size_t>(&key - Plan().keys.data())] |= static_cast<uint16_t>(1u << section_number);
 }
 
@@ -115,7 +103,7 @@ void Walker::TakeCount(const KeyEntry& key, int section_number, int items) const
   if (key.count == kNoEntry || items == 0 || KnowsCount(key, section_number)) return;
   const KeyEntry& count = Plan().keys[static_cast<size_t>(key.count)];
   StoreField field;
-  if (LocateValue(count, ui_, section_number, 1, &field)) StoreCount(count, field, static_cast<uint32_t>(items));
+  if (LocateValue(count, ui_, section_number, 1, &field)) StoreCount(field, static_cast<uint32_t>(items), count.room);
 }
 
 void Walker::Walk(const KeyEntry& key) {

@@ -68,18 +68,6 @@ void WritePageNumbers(const UiState& ui, Profile& file) {
     file.Set(kPlainSectionName, kPageNumbersKey, text);
 }
 
-/// The per-page lists are chosen among by their names.
-void ShowListNames(const UiState& ui) {
-  if (ui.stores.pageLists == nullptr) return;
-  const auto items = SlotAs<u"lpInterSheetList", ListBlock>(ui).Items();
-  const size_t count = std::min<size_t>(items.size(), kPageListCount);
-  for (size_t i = 0; i < count; ++i) {
-    char16_t label[kLabelLength] = {};
-    std::ranges::copy(ui.stores.pageLists->lists[i].name, label);
-    std::memcpy(items[i].label, label, sizeof label);
-  }
-}
-
 /// Takes values from the place of the same key in another state.
 class KeyCopier final : public KeyTransfer {
  public:
@@ -115,9 +103,20 @@ void LibraryReadSettings(UiState& ui, const Profile& file, const ResourceContext
   WalkKeys(ui, WalkKind::kInto, kAllGroups, reader);
   ReadPageNumbers(ui, file);
   ReadMediaSection(ui, file, resources);
-  ShowListNames(ui);
+  ShowPageListNames(ui);
   RepairSettings(ui, kAllGroups, resources);
-  RefreshTrayMedia(ui, resources);  // once the trays are legal
+  RefreshTrayMedia(ui);  // once the trays are legal
+}
+
+void ShowPageListNames(const UiState& ui) {
+  if (ui.stores.pageLists == nullptr) return;
+  const auto items = SlotAs<u"lpInterSheetList", ListBlock>(ui).Items();
+  const size_t count = std::min<size_t>(items.size(), kPageListCount);
+  for (size_t i = 0; i < count; ++i) {
+    char16_t label[kLabelLength] = {};
+    std::ranges::copy(ui.stores.pageLists->lists[i].name, label);
+    std::memcpy(items[i].label, label, sizeof label);
+  }
 }
 
 bool LibraryWriteSettings(const UiState& ui, std::u16string_view path) {

@@ -11,6 +11,7 @@ namespace {
 constexpr std::string_view kNameSection = "IP_SETTING LIBRARY NAME";
 constexpr std::string_view kCommentSection = "IP_SETTING LIBRARY COMMENT";
 constexpr std::string_view kIdentitySection = "IP_SETTING LIBRARY DRIVERINFO";
+constexpr std::string_view kAttributes = "attributes";
 constexpr std::string_view kLineCount = "commentX";
 
 struct IdentityText {
@@ -115,6 +116,10 @@ void WriteDriverIdentity(platform::Profile& file, const DriverIdentity& identity
   }
 }
 
+void WriteFileAttributes(platform::Profile& file, int32_t attributes) {
+  file.Set(kIdentitySection, kAttributes, std::to_string(attributes));
+}
+
 bool ReadDriverIdentity(const platform::Profile& file, DriverIdentity* identity) {
   const auto take_text = [&](const IdentityText& text) {
     identity->*text.member = ReadText(file, kIdentitySection, text.key, text.fallback, kIdentityTextLength);
@@ -125,7 +130,7 @@ bool ReadDriverIdentity(const platform::Profile& file, DriverIdentity* identity)
   for (int i = 0; i < kReservedCount; ++i) {
     identity->reserved[i] = ReadNumber(file, kIdentitySection, ReservedKey(i), 0);
   }
-  identity->attributes = ReadNumber(file, kIdentitySection, "attributes", 1);
+  identity->attributes = ReadNumber(file, kIdentitySection, kAttributes, 1);
   return !identity->manufacture.empty() && !identity->product.empty();
 }
 

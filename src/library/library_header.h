@@ -44,6 +44,8 @@ std::u16string ReadLibraryComment(const platform::Profile& file);
 
 /// All but the attributes, which stay as they are in the file.
 void WriteDriverIdentity(platform::Profile& file, const DriverIdentity& identity);
+/// Only for files that come with the driver.
+void WriteFileAttributes(platform::Profile& file, int32_t attributes);
 /// False if the file has no manufacturer or no product: then it is no settings file. The version number isn't read.
 bool ReadDriverIdentity(const platform::Profile& file, DriverIdentity* identity);
 

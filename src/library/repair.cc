@@ -9,14 +9,6 @@
 namespace heron {
 namespace {
 
-/// Settings without a feature whose text feature tells a smallest and a largest value.
-struct BoundedSetting {
-  uint16_t id;
-  uint16_t feature;
-};
-constexpr BoundedSetting kBoundedSettings[] = {{186, 671}, {212, 674}, {214, 676}, {215, 677}, {216, 678}, {217, 679},
-                                               {218, 680}, {230, 690}, {207, 693}, {208, 694}, {209, 695}};
-
 constexpr int32_t kUnbounded = -1;
 
 bool IsSigned(uint16_t type) {
@@ -32,11 +24,11 @@ int64_t NumberIn(const uint8_t* data, uint32_t size, uint16_t type) {
 }
 
 void RepairBounded(const UiState& ui, const KeyEntry& key, const ResourceContext* resources) {
-  const auto bounds = std::ranges::find(kBoundedSettings, key.param->row->id, &BoundedSetting::id);
+  const uint16_t feature = ValueFeatureOf(key.param->row->id);
   StoreField value;
-  if (bounds == std::end(kBoundedSettings) || !LocateValue(key, ui, 1, 1, &value)) return;
+  if (feature == kNoFeature || !LocateValue(key, ui, 1, 1, &value) || value.type > kTypeI32Alone) return;
   const auto bound = [&](Selector selector) {
-    return static_cast<int32_t>(CatalogQuery(resources, bounds->feature, selector, nullptr, 0, 0));
+    return static_cast<int32_t>(CatalogQuery(resources, feature, selector, nullptr, 0, 0));
   };
   const int32_t min = bound(kMin);
   const int32_t max = bound(kMax);

@@ -102,6 +102,8 @@ class FileStore {
   /// `create`: makes the file or empties it; otherwise it must exist.
   virtual DWORD Open(std::u16string_view path, bool write, bool create, std::shared_ptr<OpenFile>* file) = 0;
   virtual DWORD Delete(std::u16string_view path) = 0;
+  /// FILE_ATTRIBUTE_ bits (files.h) of what bears this name; links aren't followed.
+  virtual DWORD Attributes(std::u16string_view path, DWORD* attributes) = 0;
   /// Gives the file the content `data`, as a whole: who looks at any moment, a crash included, finds the old or the new
   /// one. A file that isn't there is made; one that may not be written or isn't a regular file stays as it is.
   virtual DWORD Replace(std::u16string_view path, std::span<const uint8_t> data) = 0;

@@ -70,8 +70,11 @@ DWORD GetTempFileNameW(const char16_t* folder, const char16_t* prefix, DWORD uni
 HANDLE CreateFileW(const char16_t* path, DWORD access, DWORD, DWORD disposition) {
   HANDLE handle = INVALID_HANDLE_VALUE;
   BoolResult(WithBackend([&](const Backend& backend) {
-    const bool known = disposition == CREATE_ALWAYS || disposition == OPEN_EXISTING;
+    const bool known = disposition >= CREATE_NEW && disposition <= OPEN_EXISTING;
     if (path == nullptr || !known) return kErrorInvalidParameter;
+    if (disposition == CREATE_NEW) {
+      if (const DWORD made = backend.files->CreateNew(path); made != kErrorSuccess) return made;
+    }
     OpenedFile opened;
     const bool write = (access & GENERIC_WRITE) != 0;
     const DWORD status = backend.files->Open(path, write, disposition == CREATE_ALWAYS, &opened.file);
@@ -108,6 +111,14 @@ BOOL CloseHandle(HANDLE file) {
 BOOL DeleteFileW(const char16_t* path) {
   return BoolResult(WithBackend(
       [&](const Backend& backend) { return path == nullptr ? kErrorInvalidParameter : backend.files->Delete(path); }));
+}
+
+DWORD GetFileAttributesW(const char16_t* path) {
+  DWORD attributes = INVALID_FILE_ATTRIBUTES;
+  BoolResult(WithBackend([&](const Backend& backend) {
+    return path == nullptr ? kErrorInvalidParameter : backend.files->Attributes(path, &attributes);
+  }));
+  return attributes;
 }
 
 }  // namespace heron::platform

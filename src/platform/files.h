@@ -14,8 +14,16 @@ inline constexpr DWORD GENERIC_READ = 0x80000000;
 inline constexpr DWORD GENERIC_WRITE = 0x40000000;
 inline constexpr DWORD FILE_SHARE_READ = 1;
 inline constexpr DWORD FILE_SHARE_WRITE = 2;
+inline constexpr DWORD CREATE_NEW = 1;
 inline constexpr DWORD CREATE_ALWAYS = 2;
 inline constexpr DWORD OPEN_EXISTING = 3;
+
+inline constexpr DWORD INVALID_FILE_ATTRIBUTES = 0xFFFFFFFF;
+inline constexpr DWORD FILE_ATTRIBUTE_READONLY = 0x1;    ///< this user may not write it, or nobody may
+inline constexpr DWORD FILE_ATTRIBUTE_HIDDEN = 0x2;      ///< its name begins with a point
+inline constexpr DWORD FILE_ATTRIBUTE_SYSTEM = 0x4;      ///< neither a regular file nor a folder
+inline constexpr DWORD FILE_ATTRIBUTE_DIRECTORY = 0x10;  ///< a folder
+inline constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;     ///< none of the others
 
 extern "C" {
 
@@ -28,8 +36,9 @@ HERON_PLATFORM_API DWORD GetTempPathW(DWORD room, char16_t* buffer);
 /// exclusively, readable by its owner alone; otherwise nothing is looked at or made. 0 on failure.
 HERON_PLATFORM_API DWORD GetTempFileNameW(const char16_t* folder, const char16_t* prefix, DWORD unique, char16_t* name);
 
-/// Opens a file: CREATE_ALWAYS makes it or empties it, readable by its owner alone; OPEN_EXISTING fails with
-/// kErrorFileNotFound. Sharing isn't enforced. INVALID_HANDLE_VALUE on failure.
+/// Opens a file: CREATE_NEW makes it and fails with kErrorFileExists if something of this name is there, CREATE_ALWAYS
+/// makes it or empties it, readable by its owner alone; OPEN_EXISTING fails with kErrorFileNotFound. Sharing isn't
+/// enforced. INVALID_HANDLE_VALUE on failure.
 HERON_PLATFORM_API HANDLE CreateFileW(const char16_t* path, DWORD access, DWORD share, DWORD disposition);
 
 /// Reads on from where the last transfer ended; `*read` is less than `size` at the end of the file, 0 on failure.
@@ -38,6 +47,8 @@ HERON_PLATFORM_API BOOL ReadFile(HANDLE file, void* buffer, DWORD size, DWORD* r
 HERON_PLATFORM_API BOOL WriteFile(HANDLE file, const void* buffer, DWORD size, DWORD* written);
 HERON_PLATFORM_API BOOL CloseHandle(HANDLE file);
 HERON_PLATFORM_API BOOL DeleteFileW(const char16_t* path);
+/// FILE_ATTRIBUTE_ bits of whatever bears this name, a link included; INVALID_FILE_ATTRIBUTES if nothing does.
+HERON_PLATFORM_API DWORD GetFileAttributesW(const char16_t* path);
 }
 
 }  // namespace heron::platform

@@ -32,10 +32,6 @@ struct OpenedFile {
   std::shared_ptr<OpenFile> file;
 };
 
-struct OpenedPage {
-  PropertyPage page;
-};
-
 struct DeviceContext;  ///< device_context.cc
 
 struct OpenedCanvas {
@@ -54,7 +50,11 @@ struct Brush {
 /// What can be selected into a device context.
 using DrawingObject = std::variant<LOGFONTW, Pen, Brush>;
 
-using HandleEntry = std::variant<OpenedKey, OpenedPrinter, OpenedFile, OpenedCanvas, OpenedPage, DrawingObject>;
+struct OpenedPage {
+  PropertyPage page;
+};
+
+using HandleEntry = std::variant<OpenedKey, OpenedPrinter, OpenedFile, OpenedCanvas, DrawingObject, OpenedPage>;
 
 /// A new handle for `entry`. May throw std::bad_alloc.
 void* InsertHandle(HandleEntry entry);

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/files.h"
 #include "platform/registry.h"
 #include "platform/spooler.h"
 
@@ -34,6 +35,12 @@ inline UniqueKey CreateKey(HKEY parent, const char16_t* path, bool* created = nu
   const DWORD status = RegCreateKeyExW(parent, path, KEY_ALL_ACCESS, &key, &disposition);
   if (created != nullptr) *created = disposition == REG_CREATED_NEW_KEY;
   return UniqueKey(status == kErrorSuccess ? key : nullptr);
+}
+
+/// Whether there is a regular file that can be read.
+inline bool CanOpenFile(const char16_t* path) {
+  const HANDLE file = CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
+  return file != INVALID_HANDLE_VALUE && CloseHandle(file) != 0;
 }
 
 struct ClosePrinterHandle {

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "platform/files.h"
+
 namespace heron::platform {
 namespace {
 
@@ -45,16 +47,21 @@ std::u16string MemoryFiles::TempFolder() {
   return kTempFolder;
 }
 
+bool MemoryFiles::MayChange(std::u16string_view path) const {
+  const std::u16string folder(path.substr(0, std::min(path.rfind(kPathSeparator), path.size())));
+  return writable && !protectedPaths.contains(std::u16string(path)) && !protectedPaths.contains(folder);
+}
+
 DWORD MemoryFiles::CreateNew(std::u16string_view path) {
   const std::lock_guard guard(mutex_);
-  if (!writable) return kErrorAccessDenied;
+  if (!MayChange(path)) return kErrorAccessDenied;
   const bool made = content.try_emplace(std::u16string(path), std::make_shared<std::vector<uint8_t>>()).second;
   return made ? kErrorSuccess : kErrorFileExists;
 }
 
 DWORD MemoryFiles::Open(std::u16string_view path, bool write, bool create, std::shared_ptr<OpenFile>* file) {
   const std::lock_guard guard(mutex_);
-  if ((write || create) && !writable) return kErrorAccessDenied;
+  if ((write || create) && !MayChange(path)) return kErrorAccessDenied;
   auto found = content.find(std::u16string(path));
   if (found == content.end()) {
     if (!create) return kErrorFileNotFound;
@@ -68,13 +75,20 @@ DWORD MemoryFiles::Open(std::u16string_view path, bool write, bool create, std::
 
 DWORD MemoryFiles::Delete(std::u16string_view path) {
   const std::lock_guard guard(mutex_);
-  if (!writable) return kErrorAccessDenied;
+  if (!MayChange(path)) return kErrorAccessDenied;
   return content.erase(std::u16string(path)) == 1 ? kErrorSuccess : kErrorFileNotFound;
+}
+
+DWORD MemoryFiles::Attributes(std::u16string_view path, DWORD* attributes) {
+  const std::lock_guard guard(mutex_);
+  if (!content.contains(std::u16string(path))) return kErrorFileNotFound;
+  *attributes = MayChange(path) ? FILE_ATTRIBUTE_NORMAL : FILE_ATTRIBUTE_READONLY;
+  return kErrorSuccess;
 }
 
 DWORD MemoryFiles::Replace(std::u16string_view path, std::span<const uint8_t> data) {
   const std::lock_guard guard(mutex_);
-  if (!writable) return kErrorAccessDenied;
+  if (!MayChange(path)) return kErrorAccessDenied;
   content.insert_or_assign(std::u16string(path), std::make_shared<std::vector<uint8_t>>(data.begin(), data.end()));
   return kErrorSuccess;
 }

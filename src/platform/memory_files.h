@@ -3,6 +3,7 @@
 
 #include <map>
 #include <mutex>
+#include <set>
 #include <vector>
 
 #include "platform/backend.h"
@@ -16,13 +17,17 @@ class MemoryFiles : public FileStore {
   DWORD CreateNew(std::u16string_view path) override;
   DWORD Open(std::u16string_view path, bool write, bool create, std::shared_ptr<OpenFile>* file) override;
   DWORD Delete(std::u16string_view path) override;
+  DWORD Attributes(std::u16string_view path, DWORD* attributes) override;
   DWORD Replace(std::u16string_view path, std::span<const uint8_t> data) override;
 
   /// Tests read and change these between calls.
   std::map<std::u16string, std::shared_ptr<std::vector<uint8_t>>> content;
-  bool writable = true;  ///< false: nothing can be made, changed or deleted
+  bool writable = true;                     ///< false: nothing can be made, changed or deleted
+  std::set<std::u16string> protectedPaths;  ///< the same for these files, and for files directly in these folders
 
  private:
+  bool MayChange(std::u16string_view path) const;
+
   std::mutex mutex_;
 };
 

@@ -3,6 +3,7 @@
 #include "uistate/list_stores_rows.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace heron {
 
@@ -15,6 +16,27 @@ std::span<const ListStoreRow> RowsOf(ListStoreId store) {
 
 bool IsCountRow(std::span<const ListStoreRow> rows, const ListStoreRow& row) {
   return std::any_of(rows.begin(), rows.end(), [&](const ListStoreRow& other) { return other.link == row.id; });
+}
+
+uint16_t RoomOfList(uint16_t count_row) {
+  uint16_t room = 0;
+  for (const ListStoreRows& store : kListStoreRows) {
+    for (const ListStoreRow& row : store.rows) {
+      if (row.link == count_row) room = std::max<uint16_t>(room, static_cast<uint16_t>(row.hi + 1));
+    }
+  }
+  return room;
+}
+
+uint16_t CountIn(const StoreField& field, uint16_t room) {
+  uint16_t count;
+  std::memcpy(&count, field.data, sizeof count);
+  return std::min(count, room);
+}
+
+void StoreCount(const StoreField& field, uint32_t count, uint16_t room) {
+  const auto clamped = static_cast<uint16_t>(std::min<uint32_t>(count, room));
+  std::memcpy(field.data, &clamped, sizeof clamped);
 }
 
 uint16_t ListStoreTable::IndexOf(uint16_t id) const {

@@ -31,6 +31,15 @@ std::span<const ListStoreRow> RowsOf(ListStoreId store);
 /// Whether another row of the store takes its number of items from this one.
 bool IsCountRow(std::span<const ListStoreRow> rows, const ListStoreRow& row);
 
+/// Room of the list that the row counts: one more than the highest number of the rows linked to it.
+uint16_t RoomOfList(uint16_t count_row);
+
+/// The number of items in a count's field, which anybody may have written: at most the list's room. Every count is a
+/// u16.
+uint16_t CountIn(const StoreField& field, uint16_t room);
+/// The only way in for a count that comes from elsewhere.
+void StoreCount(const StoreField& field, uint32_t count, uint16_t room);
+
 inline constexpr uint16_t kNoIndex = 0xFFFF;
 
 /// A row at run time, with its places in the tables that it is joined with; kNoIndex until it is.

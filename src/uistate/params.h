@@ -203,6 +203,9 @@ struct ParamTables {
 ParamTables BuildParamTable();
 /// Its last step: gives the rows that have a stored default their place in a snapshot.
 void PlaceSnapshots(ParamTables& tables);
+/// The text feature that tells default and bounds of a setting without a feature of its own, by its id; kNoFeature if
+/// there is none.
+uint16_t ValueFeatureOf(uint16_t id);
 /// The highest number that a tab can have; 0 on a model without tab paper.
 uint32_t HighestTabIndex();
 /// The process's own; built at the first call, by one thread while others wait.

@@ -29,11 +29,6 @@ static_assert(std::size(kValuePairs) == 34);
 
 constexpr uint32_t kTextRoom = 512;  ///< bytes of a default text
 
-uint16_t ValueFeatureOf(uint16_t id) {
-  const auto pair = std::ranges::find(kValuePairs, id, &ValuePair::id);
-  return pair == std::end(kValuePairs) ? kNoFeature : pair->feature;
-}
-
 uint16_t ListFeatureOf(uint16_t row_id) {
   const auto pair = std::ranges::find(kListSnapshotPairs, row_id, &ListSnapshotPair::rowId);
   return pair == kListSnapshotPairs.end() ? kNoFeature : pair->feature;
@@ -68,6 +63,11 @@ void PutDefault(const ResourceContext* resources, uint16_t feature, uint8_t* slo
 }
 
 }  // namespace
+
+uint16_t ValueFeatureOf(uint16_t id) {
+  const auto pair = std::ranges::find(kValuePairs, id, &ValuePair::id);
+  return pair == std::end(kValuePairs) ? kNoFeature : pair->feature;
+}
 
 void PlaceSnapshots(ParamTables& tables) {
   for (WorkingParam& param : tables.params) {

@@ -47,18 +47,6 @@ std::u16string ExpandName(const ListStoreRow& row, int number) {
   return platform::ExpandText(row.name, {int64_t{number}});
 }
 
-/// The only way in for a count that somebody else wrote: 0 to the list's room.
-uint16_t ClampCount(uint32_t count, uint32_t room) {
-  return static_cast<uint16_t>(std::min(count, room));
-}
-
-/// Every count is a u16.
-uint16_t CountIn(const StoreField& field) {
-  uint16_t count;
-  std::memcpy(&count, field.data, sizeof count);
-  return count;
-}
-
 class StoreWalker {
  public:
   StoreWalker(const ListStoreSet& set, ListStoreId store, std::u16string_view printer_name, WalkOp op)
@@ -76,7 +64,6 @@ class StoreWalker {
 
   bool reading() const { return op_ == WalkOp::kRead; }
   Chain ChainOf(const ListStoreRow& row) const;
-  uint32_t RoomOf(const ListStoreRow& count_row) const;
   NumberRange RangeOf(const ListStoreRow& row, int list) const;
 
   bool WalkRow(const Chain& chain);
@@ -120,21 +107,12 @@ Chain StoreWalker::ChainOf(const ListStoreRow& row) const {
   return chain;
 }
 
-/// Room of the list that `count_row` counts: one more than the highest number of the rows linked to it.
-uint32_t StoreWalker::RoomOf(const ListStoreRow& count_row) const {
-  uint32_t room = 0;
-  for (const ListStoreRow& row : rows_) {
-    if (row.link == count_row.id) room = std::max(room, row.hi + 1u);
-  }
-  return room;
-}
-
 /// Numbers of the row's %d: as told by the row, or the items of its list. `list`: the number of the level above.
 NumberRange StoreWalker::RangeOf(const ListStoreRow& row, int list) const {
   if (row.link == 0) return {row.lo, row.hi};
   StoreField field;
   if (!GetStoreField(row.link, set_, list, 0, &field)) return {0, -1};
-  return {0, static_cast<int>(ClampCount(CountIn(field), row.hi + 1u)) - 1};
+  return {0, CountIn(field, static_cast<uint16_t>(row.hi + 1)) - 1};
 }
 
 /// Every item of the row, under every key of the level above; then what a longer list left there.
@@ -197,8 +175,7 @@ bool StoreWalker::ReadField(HKEY key, const ListStoreRow& row, const std::u16str
     const size_t end = TextLength(field) * sizeof(char16_t);
     std::memset(field.data + end, 0, field.size - end);
   } else if (IsCountRow(rows_, row)) {
-    const uint16_t count = ClampCount(CountIn(field), RoomOf(row));
-    std::memcpy(field.data, &count, sizeof count);
+    StoreCount(field, CountIn(field, RoomOfList(row.id)), RoomOfList(row.id));
   }
   return true;
 }
@@ -219,7 +196,7 @@ bool StoreWalker::WriteField(HKEY key, const ListStoreRow& row, const std::u16st
   uint32_t value = 0;
   TransferValue(TransferDirection::kRead, {&value, sizeof value, kTypeU32}, {field.data, field.size, field.type},
                 nullptr);
-  if (IsCountRow(rows_, row)) value = ClampCount(value, RoomOf(row));
+  if (IsCountRow(rows_, row)) value = CountIn(field, RoomOfList(row.id));
   uint8_t bytes[sizeof value];
   std::memcpy(bytes, &value, sizeof value);
   return platform::RegSetValueExW(key, name.c_str(), type, bytes, sizeof bytes) == kErrorSuccess;

@@ -31,6 +31,18 @@ class Changes(support.Journey):
         self.assertEqual(self.change("Staple_Check=on"), "Staple: Off => On\n")
         self.assertEqual(self.values("Staple_Check", "lpOutputUnit"), [1, 41])
 
+    def test_a_fax_resets_what_it_excludes_and_needs_somebody_to_receive_it(self):
+        self.change("lpOutput=fax", code=4)
+        self.assertIn('"Fax unit" = Installed', self.last_errors)
+        self.change("lpFAXUnit=2", more=["--device"])
+        text = self.change("Copies=3", "lpOutput=fax", "lpOutput=printer", more=["--dry-run"])
+        self.assertIn("For sending as a fax these settings change:\n\nCopies => 1", text)
+        self.assertIn("Copies: 1 => 3, and then 1\n", text)
+        text = self.change("lpPRNType=2", "lpOutput=fax")
+        self.assertIn("No recipient is entered. The document goes to the printer.", text)
+        self.assertIn("Output to: Printer => Fax, and then Printer\n", text)
+        self.assertEqual(self.values("lpOutput", "lpPRNType"), [2, 1])
+
     def test_values_by_number_and_by_label_in_order(self):
         text = self.change("lpPRNType=two-sided", "Copies=12", "107=2")
         self.assertEqual(text.splitlines()[:2], ["Print type: One-sided => Two-sided", "Copies: 1 => 12"])

@@ -35,7 +35,7 @@ class ResolveTest : public EngineTest {
     auto& texts = backend.modules[test::kResourceModule];
     for (uint32_t n = 20000; n < 50000; ++n) texts[n] = u"[" + platform::FromUtf8(std::to_string(n)) + u"]";
     texts.erase(21200);
-    for (uint32_t n = 31621; n <= 31637; ++n) texts[n] += u"%s ";
+    for (const uint32_t n : {31621U, 31622U, 31623U, 31625U, 31636U, 31637U}) texts[n] += u"%s ";
     AcquireStrings();
     LoadPaperLabels();
     resolver = std::make_unique<Resolver>(*engine);

@@ -289,44 +289,5 @@ TEST_F(ResolveTest, ALongLabelDoesNotOverrunAReport) {
   EXPECT_TRUE(front.shown.ends_with("[22214]?"));
 }
 
-/// Values to try on a control: those with a label, or off and on.
-std::vector<uint16_t> ValuesOf(ControlIndex control) {
-  std::vector<uint16_t> values;
-  for (const ListOption& option : ValueLabels(control)) values.push_back(static_cast<uint16_t>(option.value));
-  return values.empty() ? std::vector<uint16_t>{0, 1} : values;
-}
-
-// Silent changes stay, so that each start is the first step of a walk.
-TEST_F(ResolveTest, EveryChangeEndsAndLeavesNothingWhenWithdrawn) {
-  int refused = 0;
-  int asked = 0;
-  for (const char* start : {"", "lpOutputUnit=2 lpMailBinKit=2 lpOutputTray=101", "lpOutputUnit=42 Punch_Check=1",
-                            "lpOutputUnit=3 lpSaddleUnit=2 lpPRNType=3", "OHPInterLeave_Check=1 tray.1=2"}) {
-    Put(start);
-    OpenSettings(*resolver, &front, OpeningPass::kRun);
-    for (size_t i = 0; i < kControlCount; ++i) {
-      const auto control = static_cast<ControlIndex>(i);
-      for (const uint16_t value : ValuesOf(control)) {
-        SCOPED_TRACE(NameOf(control) + "=" + std::to_string(value) + " from " + start);
-        const bool available = engine->Available(control);
-        const auto before = Bytes();
-        front.yes = false;
-        ResolveId(kControls[i].id, value);
-        EXPECT_LE(outcome.passes, kPassLimit);
-        if (available) {
-          EXPECT_NE(outcome.result, kResultOverrun);
-        }
-        if (!outcome.applied) {
-          EXPECT_TRUE(Bytes() == before);
-        }
-        refused += outcome.result == kResultRefused;
-        asked += outcome.answer == Answer::kNo;
-      }
-    }
-  }
-  EXPECT_GT(refused, 3);
-  EXPECT_GT(asked, 20);
-}
-
 }  // namespace
 }  // namespace heron::engine

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <concepts>
 #include <map>
 #include <optional>
 #include <set>
@@ -138,6 +139,167 @@ TEST(CombinationRules, OfPairsStandUnderBothControls) {
   EXPECT_EQ(one_way, expected);
 }
 
+// The same for three: each of the controls must notice.
+TEST(CombinationRules, OfThreeStandUnderEachControl) {
+  std::map<std::string, int> missing;
+  const auto stands = [](const TripleRule& rule, const RuleTerm& first) {
+    return std::ranges::any_of(TripleRulesOf(first.control, first.value), [&](const TripleRule& other) {
+      return std::ranges::is_permutation(rule.when, other.when);
+    });
+  };
+  for (const TripleRule& rule : AllTripleRules()) {
+    for (const RuleTerm& term : rule.when) {
+      if (!stands(rule, term)) ++missing[NameOf(rule.when[0].control) + " & " + NameOf(term.control)];
+    }
+  }
+  const std::map<std::string, int> expected = {
+      // Changed in a dialog of its own, whose close asks the other rules.
+      {"lpMediaType.2921 & Collate_Check", 3},
+      {"lpMediaType.2921 & lpOutputTray", 12},
+      {"lpMediaType.2921 & lpOutputUnit", 15},
+      // The overlay's own page doesn't offer what the language can't do.
+      {"lpPDLType.844 & lpOverlay.402", 1},
+      {"lpPDLType.844 & lpOverlay.403", 1},
+      {"lpPDLType.844 & parameter234", 2},
+      {"lpPDLType.845 & lpOverlay.402", 3},
+      {"lpPDLType.845 & lpOverlay.403", 3},
+      {"lpPDLType.845 & parameter234", 6},
+  };
+  EXPECT_EQ(missing, expected);
+}
+
+/// The rules whose first operand is of `control`, without its name, "M" for `own` elsewhere.
+template <typename Rules>
+std::set<std::string> RulesUnder(const Rules& rules, ControlIndex control, ControlIndex own) {
+  std::set<std::string> texts;
+  for (const auto& rule : rules) {
+    if (rule.when[0].control != control) continue;
+    std::string text = std::to_string(rule.when[0].value);
+    for (const RuleTerm& term : std::span(rule.when).subspan(1))
+      text += " & " + (term.control == own ? "M=" + std::to_string(term.value) : TextOf(term));
+    texts.insert(text + " -> " +
+                 (rule.target.control == own ? "M:=" + std::to_string(rule.target.value) : TextOf(rule.target)));
+  }
+  return texts;
+}
+
+// The same media are as bad from every tray, and the same trays are missing to every list of trays.
+TEST(CombinationRules, AreTheSameForControlsOfOneKind) {
+  constexpr ControlIndex kMedia[] = {Control(u"trayMediaType.3310"), Control(u"trayMediaType.3330"),
+                                     Control(u"trayMediaType.3350")};
+  for (ControlIndex control = 0; control < kControlCount; ++control) {
+    const bool is_media = std::ranges::count(kMedia, control) != 0;
+    for (const ControlIndex media : kMedia) {
+      const auto of = [&](const auto& rules, ControlIndex other) {
+        auto texts = RulesUnder(rules, is_media ? other : control, other);
+        if (!is_media)
+          std::erase_if(texts, [](const std::string& text) { return text.find("M=") == std::string::npos; });
+        return texts;
+      };
+      EXPECT_EQ(of(AllPairRules(), media), of(AllPairRules(), kMedia[0])) << NameOf(control);
+      if (media != kMedia[0]) {
+        EXPECT_EQ(of(AllTripleRules(), media), of(AllTripleRules(), kMedia[1])) << NameOf(control);
+      }
+    }
+  }
+  auto dialog = RulesUnder(AllPairRules(), Control(u"lpMediaType.2921"), kNoControl);
+  EXPECT_EQ(std::erase_if(dialog, [](const std::string& text) { return text.find("trayRow") != std::string::npos; }),
+            30U);
+  EXPECT_EQ(dialog, RulesUnder(AllPairRules(), kMedia[0], kNoControl));
+  EXPECT_EQ(RulesUnder(AllTripleRules(), Control(u"lpMediaType.2921"), kNoControl),
+            RulesUnder(AllTripleRules(), kMedia[0], kNoControl));
+
+  const auto absent = [](ControlIndex tray) {
+    std::set<std::pair<int, int>> values;
+    for (const PairRule& rule : AllPairRules()) {
+      if (rule.when[0].control == tray && rule.when[1].control == Control(u"lpSourceUnit"))
+        values.insert({rule.when[0].value, rule.when[1].value});
+    }
+    return values;
+  };
+  for (const ControlIndex tray : {Control(u"lpOIPaperTray"), Control(u"lpFrontCoverTray"), Control(u"lpBackCoverTray"),
+                                  Control(u"trayRowSource"), Control(u"lpInterSheetListTray")})
+    EXPECT_EQ(absent(tray), absent(Control(u"lpMediaSource"))) << NameOf(tray);
+}
+
+/// The value at which a control asks nothing of the others.
+int ValueOfRest(ControlIndex control) {
+  if (control == Control(u"lpInterSheetListTray")) return 7;
+  const auto labels = ValueLabels(control);
+  const auto fallback = std::ranges::find_if(labels, [](const ListOption& option) { return option.defaultMask != 0; });
+  if (fallback != labels.end()) return fallback->value;
+  return kControls[control].type == ControlType::kCheck ? 0 : 1;
+}
+
+// Whoever gives way goes to its default. Holes go to a number that the unit can punch: no rule objects to what is left.
+TEST(CombinationRules, EndTheConflict) {
+  const auto check = [](const auto& rule) {
+    const RuleTerm& target = rule.target;
+    if (target.control != Control(u"lpPunchHoles")) {
+      EXPECT_EQ(target.value, ValueOfRest(target.control)) << TextOf(rule);
+      return;
+    }
+    for (const PairRule& other : PairRulesOf(target.control, target.value)) {
+      EXPECT_EQ(std::ranges::count(rule.when, other.when[1]), 0) << TextOf(rule) << " and then " << TextOf(other);
+    }
+  };
+  std::ranges::for_each(AllPairRules(), check);
+  std::ranges::for_each(AllTripleRules(), check);
+}
+
+/// Who stands his ground: units, then media that lie in a tray; the quick copy always gives way.
+int StrengthOf(ControlIndex control) {
+  if (control == Control(u"lpOutputUnit")) return 4;
+  if (kControls[control].dialog == 800) return 3;
+  if (kControls[control].key == u"trayMediaType" || control == Control(u"lpMediaType.2921")) return 2;
+  return control == Control(u"PaperLess_Check") ? 0 : 1;
+}
+
+/// Rules that name no operand as the one that gives way, or another than the order of strength does.
+const std::map<std::string, ControlIndex> kNamedLosers = {
+    {"Sort_Check=0 & lpFoldStaple", Control(u"FoldStaple_Check")},
+    {"Staple_Check=1 & lpPOD_OnePerSheet", Control(u"POD_OnePerSheet_Check")},
+    {"Punch_Check=1 & lpPOD_OnePerSheet", Control(u"POD_OnePerSheet_Check")},
+    {"Chapter_Check=1 & lpPRNType", Control(u"Chapter_Check")},   // chapters need two sides
+    {"Staple_Check=1 & lpOutputTray", Control(u"Staple_Check")},  // bins take no sets, whoever came last
+    {"Collate_Check=1 & lpOutputTray", Control(u"Collate_Check")},
+};
+
+template <typename Rule>
+bool GivesWay(const Rule& rule, ControlIndex control) {
+  const auto lies = [&](std::u16string_view key, std::set<int> values) {
+    return std::ranges::any_of(rule.when, [&](const RuleTerm& term) {
+      return kControls[term.control].key == key && values.contains(term.value);
+    });
+  };
+  const ControlIndex first = rule.when[0].control;
+  if (lies(u"OHPInterLeave_Check", {1})) return control == first;  // neither can be turned on beside the other
+  if (lies(u"Chapter_Check", {1}) && rule.when.size() == 2 &&
+      (lies(u"trayMediaType", {30, 35}) || lies(u"lpMediaType", {30, 35})))
+    return control == Control(u"lpPRNType");  // one-sided media take the sides, and the chapters with them
+  if (first == Control(u"lpOutputUnit") && lies(u"lpOutputUnit", {5}) && rule.when.size() == 3) return control == first;
+  if (rule.when.size() == 2) {
+    const auto named = kNamedLosers.find(TextOf(rule.when[0]) + " & " + NameOf(rule.when[1].control));
+    if (named != kNamedLosers.end()) return control == named->second;
+  }
+  int least = 9;
+  for (const RuleTerm& term : rule.when) least = std::min(least, StrengthOf(term.control));
+  const auto weak = [&](const RuleTerm& term) { return StrengthOf(term.control) == least; };
+  const auto others = std::span(rule.when).subspan(1);
+  const bool only_first = std::ranges::none_of(others, weak);
+  return std::ranges::any_of(rule.when, [&](const RuleTerm& term) {
+    return kControls[term.control].firstOfSetting == kControls[control].firstOfSetting && weak(term) &&
+           (only_first || term.control != first);
+  });
+}
+
+// The change that came last stays, unless the other side is stronger.
+TEST(CombinationRules, KeepTheLastChangeUnlessTheOtherIsStronger) {
+  const auto check = [](const auto& rule) { EXPECT_TRUE(GivesWay(rule, rule.target.control)) << TextOf(rule); };
+  std::ranges::for_each(AllPairRules(), check);
+  std::ranges::for_each(AllTripleRules(), check);
+}
+
 TEST(EnableRules, NameParentsThatCanBeAsked) {
   for (const EnableRule& rule : kEnableRules) {
     if (rule.parent == 0) {
@@ -239,6 +401,65 @@ TEST(PaperRules, NameControlsValuesAndPapers) {
   EXPECT_TRUE(PaperGroupControls(kPaperGroupLimit).empty());
 }
 
+/// "group/value" or "group/value?condition" of a rule, and its papers.
+std::map<std::string, std::vector<uint16_t>> PapersByRule() {
+  std::map<std::string, std::vector<uint16_t>> sets;
+  for (const PaperRule& rule : PaperRules()) {
+    std::string text = std::to_string(rule.group) + "/" + std::to_string(rule.value);
+    if (rule.condition.control != kNoControl) text += "?" + std::to_string(rule.conditionNumber);
+    sets[text].assign(rule.papers.begin(), rule.papers.end());
+  }
+  return sets;
+}
+
+// A rule's number stands for one value, a condition's for one unit.
+TEST(PaperRules, AreNumbered) {
+  std::map<int, std::set<std::pair<int, int>>> matters;
+  std::map<std::pair<int, int>, std::set<int>> numbers;
+  std::map<int, std::set<std::pair<int, int>>> conditions;
+  std::map<std::pair<int, int>, std::set<int>> conditional;
+  for (const PaperRule& rule : PaperRules()) {
+    matters[rule.number].insert({rule.group, rule.value});
+    numbers[{rule.group, rule.value}].insert(rule.number);
+    conditions[rule.conditionNumber].insert({rule.condition.control, rule.condition.value});
+    conditional[{rule.group, rule.value}].insert(rule.conditionNumber == 0 ? 0 : 1);
+  }
+  for (const auto& [number, values] : matters) EXPECT_EQ(values.size(), number == 231 ? 2U : 1U) << number;
+  for (const auto& [value, all] : numbers) EXPECT_EQ(all.size(), 1U) << value.first << "/" << value.second;
+  for (const auto& [number, terms] : conditions) EXPECT_EQ(terms.size(), 1U) << number;
+  for (const auto& [value, kinds] : conditional) EXPECT_EQ(kinds.size(), 1U) << value.first << "/" << value.second;
+}
+
+// What goes the same way takes the same papers.
+TEST(PaperRules, TakeTheSamePapersForTheSameMatter) {
+  const auto sets = PapersByRule();
+  const std::vector<std::vector<std::string>> matters = {
+      {"1/1", "2/1", "1/2", "2/2", "1/258?11", "1/258?13", "2/258?11", "2/258?13", "1/259?11", "1/259?13", "2/259?11",
+       "2/259?13"},
+      {"1/258?12", "1/258?14", "2/258?12", "2/258?14", "1/270?13", "1/270?14", "2/270?13", "2/270?14"},
+      {"1/7", "3/1", "3/11?21", "3/11?22", "3/11?23", "3/11?24", "3/11?25", "3/21?21", "3/21?22", "3/31?21", "3/31?22",
+       "3/31?26", "3/41?21", "3/41?22", "3/51?21", "3/51?22"},
+      {"3/31?23", "3/31?24", "3/31?25"},
+      {"3/101", "3/102", "3/103", "3/104"},
+      {"10/1?21", "10/1?22"},
+      {"10/1?23", "10/1?24", "10/1?25"},
+      {"11/1", "11/2"},
+      {"12/8", "13/8"},
+      {"14/1", "15/1", "16/1", "21/1", "22/1"},
+      {"7/2", "19/3"},
+  };
+  std::set<std::string> alone;
+  for (const auto& [rule, papers] : sets) alone.insert(rule);
+  for (const auto& matter : matters) {
+    for (const std::string& rule : matter) {
+      ASSERT_TRUE(sets.contains(rule)) << rule;
+      EXPECT_EQ(sets.at(rule), sets.at(matter[0])) << rule;
+      alone.erase(rule);
+    }
+  }
+  EXPECT_EQ(alone, (std::set<std::string>{"3/11?26", "6/1", "8/3", "20/1"}));
+}
+
 TEST(PaperRules, AreAllChecked) {
   std::set<uint8_t> changes;
   std::set<uint8_t> items;
@@ -266,6 +487,7 @@ TEST(SheetDoubling, GivesASheetOfTwoPages) {
     EXPECT_NEAR(sheet->first, page->second, 100) << row.paper;
     EXPECT_NEAR(sheet->second, 2 * page->first, 100) << row.paper;
     EXPECT_EQ(DoubledPaper(row.paper), row.doubled);
+    EXPECT_EQ(DoubledPaper(static_cast<uint16_t>(row.paper + 0x1000)), row.doubled + 0x1000);
     EXPECT_EQ(DoubledPaper(static_cast<uint16_t>(row.paper + 0x2000)), row.doubled + 0x2000);
     EXPECT_EQ(DoubledPaper(static_cast<uint16_t>(row.paper + 0x3000)), row.paper + 0x3000);
   }
@@ -294,10 +516,48 @@ TEST(Finishing, CapabilitiesAreSound) {
   ExpectSoundCapabilities(FoldCapabilities());
 }
 
+/// Codes of each paper's first row.
+std::map<int, std::array<int, 3>> CodesByPaper(std::span<const FinishCapabilityRow> rows) {
+  std::map<int, std::array<int, 3>> codes;
+  for (const FinishCapabilityRow& row : rows)
+    codes.try_emplace(row.paper, std::to_array<int>({row.codes[0], row.codes[1], row.codes[2]}));
+  return codes;
+}
+
+// Which edge comes first decides on staples and holes alike, and a sheet that is folded is folded by the same rule
+// with a staple and without.
+TEST(Finishing, CapabilitiesAgreeWithEachOther) {
+  const auto staple = CodesByPaper(StapleCapabilities());
+  const auto punch = CodesByPaper(PunchCapabilities());
+  auto fold = CodesByPaper(FoldCapabilities());
+  for (const auto& [paper, codes] : fold) EXPECT_EQ(codes[0], codes[1]) << paper;
+  for (const int sheet_only : {2381, 2382})
+    EXPECT_EQ(fold.erase(sheet_only), 1U);  // exist as a sheet of two pages only
+  for (const auto& [paper, codes] : staple) {
+    ASSERT_TRUE(punch.contains(paper) && fold.contains(paper)) << paper;
+    EXPECT_EQ(codes[0] == 0 || paper == 28, !IsRotatedFeed(static_cast<uint16_t>(paper))) << paper;
+    const bool small = paper == 2059 || paper == 88 || paper == 2054;
+    EXPECT_EQ(punch.at(paper)[0], small ? 3 : codes[0] == 3 ? 4 : codes[0]) << paper;
+  }
+  EXPECT_EQ(punch.size(), staple.size());
+  EXPECT_EQ(fold.size(), staple.size());
+  const auto conditions = [](std::span<const FinishCapabilityRow> rows) {
+    std::map<int, std::set<int>> values;
+    for (const FinishCapabilityRow& row : rows) {
+      if (row.condition.control != kNoControl) values[row.paper].insert(row.condition.value);
+    }
+    return values;
+  };
+  EXPECT_EQ(conditions(StapleCapabilities()),
+            (std::map<int, std::set<int>>{{2054, {2, 3, 41, 42, 43}}, {2059, {2, 3, 41, 42, 43}}}));
+  EXPECT_EQ(conditions(FoldCapabilities()), (std::map<int, std::set<int>>{{2054, {1, 2}}, {2382, {1, 2}}}));
+}
+
 TEST(Finishing, RotatedFeedHasNoPaperBothWays) {
   std::set<uint16_t> papers;
   for (const uint16_t paper : RotatedFeedPapers()) EXPECT_TRUE(papers.insert(paper).second) << paper;
   for (const uint16_t paper : kPlainRotatedFeed) {
+    for (const int family : {0, 0x1000, 0x2000}) EXPECT_TRUE(papers.contains(static_cast<uint16_t>(paper + family)));
     ExpectPaper(paper, "rotated feed");
     const int32_t plain = PlainTwin(paper);
     if (plain >= 0) {
@@ -306,6 +566,76 @@ TEST(Finishing, RotatedFeedHasNoPaperBothWays) {
   }
   EXPECT_TRUE(IsRotatedFeed(256) && IsRotatedFeed(8) && IsRotatedFeed(0x2000 + 390));
   EXPECT_FALSE(IsRotatedFeed(9) || IsRotatedFeed(0x3000 + 8));
+}
+
+/// A checksum of what a table says. Whoever changes a rule changes it here too, having read both again.
+class Digest {
+ public:
+  void Add(std::integral auto value) { sum_ = (sum_ ^ static_cast<uint32_t>(value)) * 16777619U; }
+  void Add(const RuleTerm& term) {
+    Add(term.control == kNoControl ? 0 : kControls[term.control].id);
+    Add(term.value);
+  }
+  uint32_t Sum() const { return sum_; }
+
+ private:
+  uint32_t sum_ = 2166136261U;
+};
+
+template <typename Rows, typename Add>
+uint32_t DigestOf(const Rows& rows, Add add) {
+  Digest digest;
+  for (const auto& row : rows) add(digest, row);
+  return digest.Sum();
+}
+
+const auto kAddCombination = [](Digest& digest, const auto& rule) {
+  for (const RuleTerm& term : rule.when) digest.Add(term);
+  digest.Add(rule.target);
+};
+const auto kAddCapability = [](Digest& digest, const FinishCapabilityRow& row) {
+  digest.Add(row.paper);
+  for (const uint8_t code : row.codes) digest.Add(code);
+  digest.Add(row.condition);
+};
+
+TEST(Tables, HaveTheirDigests) {
+  EXPECT_EQ(DigestOf(AllPairRules(), kAddCombination), 1834052571U);
+  EXPECT_EQ(DigestOf(AllTripleRules(), kAddCombination), 460016375U);
+  EXPECT_EQ(DigestOf(StapleCapabilities(), kAddCapability), 3541065923U);
+  EXPECT_EQ(DigestOf(PunchCapabilities(), kAddCapability), 2590118767U);
+  EXPECT_EQ(DigestOf(FoldCapabilities(), kAddCapability), 3510464911U);
+  EXPECT_EQ(DigestOf(RotatedFeedPapers(), [](Digest& digest, uint16_t paper) { digest.Add(paper); }), 1503965367U);
+  const auto enable = [](Digest& digest, const EnableRule& rule) {
+    for (const int field :
+         {int{rule.control}, int{rule.dialog}, int{rule.parent}, int{rule.parentValue}, int{rule.groupSize},
+          static_cast<int>(rule.join), static_cast<int>(rule.function), int{rule.level}, int{rule.alwaysUsable}})
+      digest.Add(field);
+  };
+  EXPECT_EQ(DigestOf(kEnableRules, enable), 2632119195U);
+  const auto device = [](Digest& digest, const DeviceGate& gate) {
+    digest.Add(gate.control);
+    digest.Add(gate.test);
+    digest.Add(static_cast<int>(gate.join));
+  };
+  EXPECT_EQ(DigestOf(kDeviceGates, device), 1091617366U);
+  const auto output = [](Digest& digest, const OutputModeGate& gate) {
+    for (const int field : {int{gate.control}, int{gate.resetOnFax}, static_cast<int>(gate.report), int{gate.text}})
+      digest.Add(field);
+  };
+  EXPECT_EQ(DigestOf(kOutputModeGates, output), 1334503043U);
+  const auto papers = [](Digest& digest, const PaperRule& rule) {
+    for (const int field : {int{rule.number}, int{rule.group}, int{rule.value}, int{rule.conditionNumber}})
+      digest.Add(field);
+    digest.Add(rule.condition);
+    for (const uint16_t paper : rule.papers) digest.Add(paper);
+  };
+  EXPECT_EQ(DigestOf(PaperRules(), papers), 1974411737U);
+  const auto doubling = [](Digest& digest, const DoubledSheet& row) {
+    digest.Add(row.paper);
+    digest.Add(row.doubled);
+  };
+  EXPECT_EQ(DigestOf(SheetDoubling(), doubling), 3073806325U);
 }
 
 }  // namespace

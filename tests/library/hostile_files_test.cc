@@ -4,7 +4,7 @@
 namespace heron::test {
 namespace {
 
-constexpr int kFiles = 20000;
+constexpr int kFiles = 100000;
 
 /// Cuts, doubles, swaps and poisons parts of a good file.
 class Damager {

@@ -239,19 +239,18 @@ TEST_F(LibraryTest, PageNumbersAndMediaHaveTheirOwnForms) {
   for (uint16_t i = 0; i < 30; ++i) full.pages[kChapterList][i] = static_cast<uint16_t>(1000 + 3 * i);
   EXPECT_EQ(FormatPageNumbers(full).size(), 2u + 149);
 
-  MediaList media = ReadMediaList(*ui);
-  const MediaList before = media;
+  const TrayTable& media = TraysOf(*ui);
+  const TrayTable before = media;
   ASSERT_TRUE(
       Read("[MEDIATYPELISTDATA]\r\nMax_Cnt=-2\r\nindex=12\r\nMEDIATYPEITEMDATA00_MediaSource=77\r\n"
            "MEDIATYPEITEMDATA00_MediaType=2\r\nMEDIATYPEITEMDATA01_MediaType=200\r\n"));
-  media = ReadMediaList(*ui);
   EXPECT_EQ(media.maxCount, -2);
   EXPECT_EQ(media.index, 0) << "there are ten items";
-  EXPECT_EQ(media.items[0].source, before.items[0].source) << "never read";
-  EXPECT_EQ(media.items[0].mediaType, 2);
-  EXPECT_EQ(media.items[1].mediaType, CatalogDefault(resources.get(), 39)) << "no such media type";
-  *FieldsOf(*ui, ParamNamed<u"lpMediaSource">()).value = static_cast<uint16_t>(media.items[0].source);
-  RefreshTrayMedia(*ui, resources.get());
+  EXPECT_EQ(media.rows[0].source, before.rows[0].source) << "never read";
+  EXPECT_EQ(media.rows[0].media.mediaType, 2);
+  EXPECT_EQ(media.rows[1].media.mediaType, CatalogDefault(resources.get(), 39)) << "no such media type";
+  *FieldsOf(*ui, ParamNamed<u"lpMediaSource">()).value = static_cast<uint16_t>(media.rows[0].source);
+  RefreshTrayMedia(*ui);
   EXPECT_EQ(*FieldsOf(*ui, ParamIndexOf(510)).value, 2);
 }
 

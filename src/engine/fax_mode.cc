@@ -1,0 +1,194 @@
+#include "engine/fax_mode.h"
+
+#include <algorithm>
+
+#include "catalog/strings.h"
+#include "engine/reports.h"
+#include "engine/resolve_parts.h"
+#include "engine/sizes.h"
+#include "platform/text.h"
+#include "settings/papers.h"
+
+namespace heron::engine {
+namespace {
+
+constexpr ControlIndex kOutput = Control(u"lpOutput.902");
+constexpr ControlIndex kMediaSize = Control(u"lpMediaSize");
+constexpr ControlIndex kOutputPaper = Control(u"lpOutputPaper");
+constexpr ControlIndex kSource = Control(u"lpMediaSource");
+constexpr ControlIndex kMediaType = Control(u"lpMediaType.2921");
+
+/// What a fax sets to its default and says so.
+constexpr ControlIndex kGuarded[] = {kSource, Control(u"Copies"), Control(u"lpOutputTray"), Control(u"lpBindPosit"),
+                                     Control(u"lpPRNType")};
+/// What may stand on a forbidden item behind a fax.
+constexpr ControlIndex kReturning[] = {Control(u"lpBindPosit"), Control(u"lpPRNType"), Control(u"lpOutputTray"),
+                                       kSource};
+
+/// Numbers of texts.
+enum Text : uint32_t {
+  kOpposed = 22213,
+  kChanges = 31620,
+  kIgnoredToo = 31626,
+  kIgnored = 31627,
+  kNoRecipientsHere = 31630,
+  kCaption = 31631,
+  kReturnChanges = 31634,
+  kReturnCaption = 31635,
+};
+
+void Tell(EngineView* view, Text caption, std::u16string_view text) {
+  if (view != nullptr) view->Show({GetUiString(caption), text, false});
+}
+
+std::u16string Line(std::u16string_view format, std::u16string_view label, std::u16string_view value) {
+  return platform::ExpandText(format, {label, value});
+}
+
+std::u16string ValueLine(std::u16string_view format, ControlIndex control, uint16_t value) {
+  return Line(format, GetUiString(kControls[control].label), ValueText(control, value));
+}
+
+/// Paper, tray, and the media in it: what a fax can't be sent from.
+std::u16string WhatOpposes(const Engine& engine) {
+  constexpr std::u16string_view kFormat = u"%s : %s \n";
+  const uint16_t source = engine.Value(kSource);
+  const ControlIndex paper = engine.Holds(kOutputPaper, kSameAsDocument) ? kMediaSize : kOutputPaper;
+  std::u16string text = GetUiString(kOpposed);
+  text += ValueLine(kFormat, paper, engine.Value(paper));
+  text += ValueLine(kFormat, kSource, source);
+  const std::u16string tray = ValueText(kSource, source);
+  const std::u16string label = Line(u"%s(%s)", GetUiString(kControls[kMediaType].label), tray);
+  return text += Line(kFormat, label, ValueText(kMediaType, MediaOfTray(engine, source).mediaType));
+}
+
+/// Lines for the settings that ResetForFax is about to change.
+void AddGuardedLines(const Engine& engine, std::u16string& lines) {
+  for (const ControlIndex control : kGuarded) {
+    const uint16_t fallback = engine.Default(control);
+    if (engine.Value(control) != fallback) lines += ValueLine(u"%s => %s \n", control, fallback);
+  }
+}
+
+/// Label and dialog of a gate that a notice names; an empty label if it doesn't.
+struct IgnoredName {
+  std::u16string_view label;
+  uint32_t text = 0;
+  uint16_t group = 0;
+};
+
+IgnoredName NameOfGate(const OutputModeGate& gate) {
+  IgnoredName name;
+  const ControlIndex control = IndexOf(gate.control);
+  if (gate.report == OutputModeGate::Report::kLabel && control != kNoControl) {
+    name.text = kControls[control].label;
+    name.group = kControls[control].dialog;
+  } else if (gate.report == OutputModeGate::Report::kText) {
+    const int row = FirstEnableRule(gate.control);
+    name.text = gate.text;
+    if (row >= 0) name.group = kEnableRules[static_cast<size_t>(row)].dialog;
+  }
+  if (name.text != 0) name.label = GetUiString(name.text);
+  return name;
+}
+
+}  // namespace
+
+bool EnterFaxMode(Engine& engine, EngineView* view, FaxNotice notice) {
+  uint16_t paper = engine.Value(kOutputPaper);
+  const int32_t substitute = PaperSubstitute(paper);
+  if (substitute >= 0) paper = static_cast<uint16_t>(substitute);
+  bool moves = substitute >= 0;
+  const int found = SelectFirstAvailable(engine, kControls[kOutputPaper].id);
+  if (found == 2) {
+    Tell(view, kCaption, WhatOpposes(engine));
+    return false;
+  }
+  if (found == 1) {
+    paper = engine.Default(kMediaSize);
+    moves = true;
+  }
+  std::u16string lines;
+  if (moves) {
+    engine.Set(kOutputPaper, paper);
+    UpdateAutoZoom(*engine.ui, kControls[kOutputPaper].id);
+    SetCustomPaperMarks(engine);
+    lines += ValueLine(u"%s => %s \n", kOutputPaper, paper);
+  }
+  AddGuardedLines(engine, lines);
+  if (engine.ui->head().printerDataLocked != 1) return true;
+  std::u16string ignored;
+  if (notice == FaxNotice::kFirst) ListFaxIgnored(engine, view, ignored);
+  if (lines.empty() && ignored.empty()) return true;
+  std::u16string text;
+  if (!lines.empty()) text = std::u16string(GetUiString(kChanges)) + lines;
+  if (!ignored.empty()) text += std::u16string(GetUiString(lines.empty() ? kIgnored : kIgnoredToo)) + ignored;
+  Tell(view, kCaption, text);
+  return true;
+}
+
+void ResetForFax(Engine& engine) {
+  for (const OutputModeGate& gate : kOutputModeGates) {
+    const ControlIndex control = gate.resetOnFax ? IndexOf(gate.control) : kNoControl;
+    if (control != kNoControl) engine.Set(control, engine.Default(control));
+  }
+}
+
+void LeaveFaxMode(Engine& engine, EngineView* view) {
+  EvaluateRules(engine, view);
+  std::u16string lines;
+  for (const ControlIndex control : kReturning) {
+    if (!engine.Available(control) || SelectFirstAvailable(engine, kControls[control].id) != 1) continue;
+    lines += ValueLine(u"%s => %s \n", control, engine.Value(control));
+    EvaluateRules(engine, view);
+  }
+  if (!lines.empty()) Tell(view, kReturnCaption, std::u16string(GetUiString(kReturnChanges)) + lines);
+}
+
+int ListFaxIgnored(Engine& engine, EngineView* view, std::u16string& text) {
+  EvaluateRules(engine, view);
+  std::array<uint32_t, kOutputModeGateCount> named{};
+  size_t names = 0;
+  size_t in_group = 0;
+  uint16_t group = 0;
+  for (size_t i = 0; i < kOutputModeGateCount; ++i) {
+    const IgnoredName name = NameOfGate(kOutputModeGates[i]);
+    if (engine.rules.outputMode[i] != 0 || name.label.empty()) continue;
+    if (std::ranges::count(std::span(named).first(names), name.text) != 0) continue;
+    if (name.group != group) {
+      if (in_group % 2 != 0) text += u"\n";
+      in_group = 0;
+      group = name.group;
+    }
+    named[names++] = name.text;
+    text += name.label;
+    text += ++in_group % 2 != 0 ? u"   " : u"\n";
+  }
+  return static_cast<int>(names);
+}
+
+bool ChangeOutputMode(Engine& engine, EngineView* view) {
+  const auto refuse = [&] {
+    RestoreValues(engine);
+    engine.Set(kOutput, kOutputPrinter);
+    EvaluateRules(engine, view);
+    return false;
+  };
+  const bool fax = engine.Holds(kOutput, kOutputFax);
+  if (fax) {
+    if (!EnterFaxMode(engine, view, FaxNotice::kFirst)) return refuse();
+    ResetForFax(engine);
+  } else {
+    LeaveFaxMode(engine, view);
+  }
+  LoadAllMirrors(engine);
+  if (fax) {
+    if (!EnterFaxMode(engine, view, FaxNotice::kAgain)) return refuse();
+    if (engine.ui->head().printerDataLocked != 1) Tell(view, kCaption, GetUiString(kNoRecipientsHere));
+  }
+  EvaluateRules(engine, view);
+  ComputeAllItemStatus(engine);
+  return true;
+}
+
+}  // namespace heron::engine

@@ -1,0 +1,31 @@
+#include "uistate/tray_media.h"
+
+#include <algorithm>
+
+namespace heron {
+
+TrayTable& TraysOf(const UiState& ui) {
+  return *reinterpret_cast<TrayTable*>(ui.head().trayTable);
+}
+
+TrayMedia* FindTrayMedia(const UiState& ui, uint16_t source) {
+  auto& rows = TraysOf(ui).rows;
+  const auto row = std::ranges::find(rows, static_cast<int16_t>(source), &TrayRow::source);
+  return row == std::end(rows) ? nullptr : &row->media;
+}
+
+TrayMedia MediaOfTray(const UiState& ui, uint16_t source) {
+  if (const TrayMedia* media = FindTrayMedia(ui, source)) return *media;
+  const auto fallback = [&](size_t i) {
+    return static_cast<uint8_t>(*FieldsOf(ui, kMirroredTrays[0].mirrors[i]).defaultValue);
+  };
+  return {fallback(0), fallback(1), fallback(2), fallback(3)};
+}
+
+void LoadTrayMirrors(const UiState& ui, const MirroredTray& tray) {
+  const TrayMedia media = MediaOfTray(ui, *FieldsOf(ui, tray.source).value);
+  const uint8_t values[] = {media.mediaType, media.weight, media.paperColor, media.punched};
+  for (size_t i = 0; i < tray.mirrors.size(); ++i) *FieldsOf(ui, tray.mirrors[i]).value = values[i];
+}
+
+}  // namespace heron
