@@ -4,7 +4,6 @@
 #include <new>
 
 #include "engine/commit.h"
-#include "engine/opening.h"
 #include "resolved_record.h"
 #include "settings/printer_data.h"
 #include "store/store.h"
@@ -37,29 +36,21 @@ Sheet::Sheet(Printer& printer, const std::string& name, const std::string& in, S
     const Bytes record = DocumentRecord(printer, name, in, fresh);
     std::copy_n(record.begin(), kEnvSize, env_.bytes.begin());
   }
-  strings_.emplace();
-  ui_ = CreateUiState(resources_.get(), env_, printer.handle());
-  if (ui_ == nullptr) throw Failure(kFailed, "the settings can't be opened: the store can't be read now; try again");
-  engine_ = std::make_unique<engine::Engine>(*ui_);
-  resolver_ = std::make_unique<engine::Resolver>(*engine_);
-}
-
-Sheet::~Sheet() {
-  resolver_.reset();
-  engine_.reset();
-  DestroyUiState(ui_);
+  settings_ = engine::OpenRecord(resources_.get(), env_, printer.handle());
+  if (settings_ == nullptr)
+    throw Failure(kFailed, "the settings can't be opened: the store can't be read now; try again");
 }
 
 void Sheet::Open(bool corrects) {
-  engine::OpenSettings(*resolver_, nullptr, corrects ? engine::OpeningPass::kRun : engine::OpeningPass::kSkip);
+  engine::OpenSettings(settings_->resolver, nullptr, corrects ? engine::OpeningPass::kRun : engine::OpeningPass::kSkip);
 }
 
 void Sheet::Commit(engine::EngineView* view) {
-  engine::CommitSettings(*engine_, view);
+  engine::CommitSettings(settings_->engine, view);
 }
 
 Bytes Sheet::Record() {
-  WriteBackUiState(*ui_, env_, resources_.get());
+  WriteBackUiState(*settings_->ui, env_, resources_.get());
   return {env_.bytes.begin(), env_.bytes.end()};
 }
 

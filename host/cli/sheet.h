@@ -2,15 +2,11 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 
-#include "catalog/strings.h"
 #include "command.h"
-#include "engine/engine.h"
-#include "engine/resolve.h"
+#include "engine/opening.h"
 #include "record_file.h"
-#include "uistate/ui_state.h"
 
 namespace heron::cli {
 
@@ -23,16 +19,13 @@ class Sheet {
  public:
   /// Opens the record of file `in`, or without one the user's own (`fresh`: the printer's valid default instead).
   Sheet(Printer& printer, const std::string& name, const std::string& in, SheetKind kind, bool fresh = false);
-  ~Sheet();
-  Sheet(const Sheet&) = delete;
-  Sheet& operator=(const Sheet&) = delete;
 
   /// Runs the opening steps, and the opening pass of the rules if `corrects`.
   void Open(bool corrects);
 
-  const UiState& ui() const { return *ui_; }
-  engine::Engine& engine() { return *engine_; }
-  engine::Resolver& resolver() { return *resolver_; }
+  const UiState& ui() const { return *settings_->ui; }
+  engine::Engine& engine() { return settings_->engine; }
+  engine::Resolver& resolver() { return settings_->resolver; }
 
   const ResourceContext* resources() const { return resources_.get(); }
 
@@ -53,11 +46,8 @@ class Sheet {
   std::string name_;
   SheetKind kind_;
   Resources resources_;
-  std::optional<StringsInUse> strings_;  ///< once the driver directory is known
   DriverEnv env_;
-  UiStatePtr ui_;
-  std::unique_ptr<engine::Engine> engine_;
-  std::unique_ptr<engine::Resolver> resolver_;
+  std::unique_ptr<engine::OpenedSettings> settings_;
 };
 
 }  // namespace heron::cli

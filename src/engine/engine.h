@@ -113,12 +113,18 @@ TrayMedia MediaOfTray(const Engine& engine, uint16_t source);
 /// Writes the media of the tray that `source` (120, 212 or 214 by index) selects into its four mirror controls; no
 /// other control has any.
 void LoadTrayMedia(Engine& engine, ControlIndex source);
+/// The same for all three sources.
+void LoadTrayMirrors(Engine& engine);
 /// The four mirrors of 120, 212 or 214, media type first; all kNoControl for another control.
 std::array<ControlIndex, 4> TrayMirrors(ControlIndex source);
 /// The reverse: 120, 212 or 214, or kNoControl.
 ControlIndex SourceOfMirror(ControlIndex mirror);
 /// Stores the value of a mirror control in the table's row of its tray. False if the table has no such row.
 bool StoreTrayMedia(Engine& engine, ControlIndex mirror, uint16_t value);
+/// Stores a media type in the row of tray `source`. False if the table has no such row.
+bool StoreMediaType(Engine& engine, uint16_t source, uint8_t media_type);
+/// Every row of the table takes the defaults of the mirror controls.
+void ResetTrayMedia(Engine& engine);
 
 // Availability.
 

@@ -15,6 +15,15 @@ void RestoreOutputPaper(const UiState& ui) {
   Setting<u"ZoomCheck">(ui) = *SlotOf(ui, ParamIndexOf(kSavedZoomCheck));
 }
 
+}  // namespace
+
+std::unique_ptr<OpenedSettings> OpenRecord(const ResourceContext* resources, const DriverEnv& env,
+                                           platform::HANDLE printer) {
+  const StringsInUse strings;
+  UiStatePtr ui = CreateUiState(resources, env, printer);
+  return ui == nullptr ? nullptr : std::make_unique<OpenedSettings>(std::move(ui));
+}
+
 void LoadPaperTable(const UiState& ui) {
   LoadPaperLabels();
   if (ui.stores.userPapers == nullptr) return;
@@ -22,16 +31,12 @@ void LoadPaperTable(const UiState& ui) {
   BuildUserPaperSizeTexts(*ui.stores.userPapers);
 }
 
-}  // namespace
-
 ResolveOutcome OpenSettings(Resolver& resolver, EngineView* view, OpeningPass pass) {
   Engine& engine = resolver.engine;
   UiState& ui = *engine.ui;
   LoadPaperTable(ui);
   RestoreOutputPaper(ui);
-  for (const ControlIndex source :
-       {Control(u"lpMediaSource"), Control(u"lpFrontCoverTray"), Control(u"lpBackCoverTray")})
-    LoadTrayMedia(engine, source);
+  LoadTrayMirrors(engine);
   LoadWorkingList(ui, WorkingList(ui));
   BindControls(engine, ui);
   EvaluateRules(engine, view);

@@ -1,9 +1,32 @@
-// The steps that every sheet and command goes through before it works on a state.
+// The settings of a record in hand, and the steps that every sheet and command goes through before it works on them.
 #pragma once
 
+#include <memory>
+
+#include "catalog/strings.h"
 #include "engine/resolve.h"
 
 namespace heron::engine {
+
+/// The working settings of a record with all that edits them; the texts are in use as long as they live.
+struct OpenedSettings {
+  explicit OpenedSettings(UiStatePtr state) : ui(std::move(state)), engine(*ui), resolver(engine) {}
+  ~OpenedSettings() { DestroyUiState(ui); }
+  OpenedSettings(const OpenedSettings&) = delete;
+  OpenedSettings& operator=(const OpenedSettings&) = delete;
+
+  StringsInUse strings;
+  UiStatePtr ui;
+  Engine engine;
+  Resolver resolver;
+};
+
+/// Of `env`, which stays as it is; not yet through the opening steps. Null where CreateUiState gives none.
+std::unique_ptr<OpenedSettings> OpenRecord(const ResourceContext* resources, const DriverEnv& env,
+                                           platform::HANDLE printer);
+
+/// Brings the process's paper table in step with the state's user papers.
+void LoadPaperTable(const UiState& ui);
 
 enum class OpeningPass : uint8_t { kRun, kSkip };
 

@@ -101,7 +101,7 @@ void ApplyChanges(Resolver& resolver) {
   DeriveLayout(*engine.ui);
   DeriveBindMargin(*engine.ui);
   SetCustomPaperMarks(engine);
-  LoadAllMirrors(engine);
+  LoadTrayMirrors(engine);
 }
 
 void ApplySequence(Resolver& resolver, EngineView* view, bool is_button) {

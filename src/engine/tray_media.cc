@@ -32,6 +32,11 @@ const std::array<MirroredSource, kMirroredTrays.size()>& Sources() {
   return kSources;
 }
 
+TrayMedia DefaultMedia(const Engine& engine) {
+  const auto byte = [&](size_t i) { return static_cast<uint8_t>(engine.Default(Sources()[0].mirrors[i])); };
+  return {byte(0), byte(1), byte(2), byte(3)};
+}
+
 }  // namespace
 
 TrayMedia MediaOfTray(const Engine& engine, uint16_t source) {
@@ -54,6 +59,10 @@ void LoadTrayMedia(Engine& engine, ControlIndex source) {
   if (row != Sources().end()) LoadTrayMirrors(*engine.ui, kMirroredTrays[static_cast<size_t>(row - Sources().begin())]);
 }
 
+void LoadTrayMirrors(Engine& engine) {
+  for (const MirroredTray& tray : kMirroredTrays) LoadTrayMirrors(*engine.ui, tray);
+}
+
 bool StoreTrayMedia(Engine& engine, ControlIndex mirror, uint16_t value) {
   const ControlIndex source = SourceOfMirror(mirror);
   TrayMedia* const media = source == kNoControl ? nullptr : FindTrayMedia(*engine.ui, engine.Value(source));
@@ -62,6 +71,17 @@ bool StoreTrayMedia(Engine& engine, ControlIndex mirror, uint16_t value) {
   const auto mirrors = TrayMirrors(source);
   *bytes[std::ranges::find(mirrors, mirror) - mirrors.begin()] = static_cast<uint8_t>(value);
   return true;
+}
+
+bool StoreMediaType(Engine& engine, uint16_t source, uint8_t media_type) {
+  TrayMedia* const media = FindTrayMedia(*engine.ui, source);
+  if (media != nullptr) media->mediaType = media_type;
+  return media != nullptr;
+}
+
+void ResetTrayMedia(Engine& engine) {
+  const TrayMedia media = DefaultMedia(engine);
+  for (TrayRow& row : TraysOf(*engine.ui).rows) row.media = media;
 }
 
 }  // namespace heron::engine

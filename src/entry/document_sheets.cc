@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "catalog/strings.h"
+#include "entry/sheet_reasons.h"
 #include "settings/convert.h"
 #include "settings/printer_data.h"
 #include "settings/resolve.h"
@@ -15,6 +16,7 @@ using namespace platform;
 
 constexpr int32_t kFailed = -1;
 constexpr DWORD kReturnsRecord = DM_UPDATE | DM_COPY;
+constexpr DWORD kPromptedCopy = DM_COPY | DM_PROMPT | DM_MODIFY;
 constexpr DWORD kJobFields = DM_COPIES | DM_DUPLEX;
 constexpr DWORD kQualityFields = DM_PRINTQUALITY | DM_YRESOLUTION;
 
@@ -138,22 +140,40 @@ int32_t WithoutSheet(DOCUMENTPROPERTYHEADER* header) {
   return 1;
 }
 
+/// An application that showed the sheet for its own job: the resolution that was chosen is remembered.
+void RememberResolution(const DOCUMENTPROPERTYHEADER& header) {
+  constexpr uint8_t kFax = 1;
+  constexpr uint32_t kPrintResolution = 600;
+  const auto* record = reinterpret_cast<const uint8_t*>(header.pdmOut);
+  if (!IsOwnEnv(record)) return;
+  const bool fax = record[FieldOf<"lpOutput">().offset] == kFax;
+  FieldValue<"lpQuality"> quality;
+  std::memcpy(&quality, record + FieldOf<"lpQuality">().offset, sizeof quality);
+  SetBookModeResolution(header.pszPrinterName, fax ? static_cast<uint32_t>(quality) : kPrintResolution);
+}
+
 }  // namespace
 
-int32_t DocumentPropertySheets(PROPSHEETUI_INFO* info, DOCUMENTPROPERTYHEADER* header) {
-  if (header == nullptr || info != nullptr) return kFailed;
+int32_t DocumentPropertySheets(PROPSHEETUI_INFO* info, DOCUMENTPROPERTYHEADER* header, LPARAM lParam) {
+  if (header == nullptr) return kFailed;
   EnsureRenderDriverValue(header->hPrinter);
   RefreshDriverDirectory(header->hPrinter);
   const NameForCall name(header);
-  const bool adjusts = (header->fMode & DM_COPY) != 0;
+  const bool confirmed = info == nullptr || IsConfirmed(*info, lParam);
+  const bool adjusts = confirmed && (header->fMode & DM_COPY) != 0;
   const FieldPolicy policy = adjusts ? ReadFieldPolicy(header->pszPrinterName) : FieldPolicy();
   int32_t result = kFailed;
-  {
+  if (info != nullptr) {
+    result = DocumentSheetReason(*info, *header, lParam);
+  } else {
     InputForCall input(header);
     if (!input.Repair()) return kFailed;
     result = WithoutSheet(header);
   }
-  if (result == 1 && adjusts) AdjustFields(policy, reinterpret_cast<uint8_t*>(header->pdmOut));
+  if (result != 1 || !confirmed || header->pdmOut == nullptr) return result;
+  auto* const output = reinterpret_cast<uint8_t*>(header->pdmOut);
+  if (info != nullptr && header->fMode == kPromptedCopy) RememberResolution(*header);
+  if (adjusts) AdjustFields(policy, output);
   return result;
 }
 

@@ -5,7 +5,9 @@
 
 namespace heron {
 
-/// 3328, 1 or -1; an exhausted memory throws. `info` is null: with a sheet the answer is -1 until there are pages.
-int32_t DocumentPropertySheets(platform::PROPSHEETUI_INFO* info, platform::DOCUMENTPROPERTYHEADER* header);
+/// Without a sheet (`info` null) 3328, 1 or -1. With one the answer of sheet_reasons.h; `lParam` belongs to the reason.
+/// An exhausted memory throws.
+int32_t DocumentPropertySheets(platform::PROPSHEETUI_INFO* info, platform::DOCUMENTPROPERTYHEADER* header,
+                               platform::LPARAM lParam);
 
 }  // namespace heron

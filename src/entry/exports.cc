@@ -6,6 +6,7 @@
 
 #include "catalog/strings.h"
 #include "entry/document_sheets.h"
+#include "entry/sheet_reasons.h"
 #include "settings/capabilities.h"
 #include "settings/convert.h"
 #include "settings/printer_data.h"
@@ -49,6 +50,10 @@ LONG ResolveFor(HANDLE printer, const char16_t* device_name, DEVMODEW* output, c
 
 }  // namespace
 
+HMODULE LibraryInstance() {
+  return instance_handle;
+}
+
 extern "C" {
 
 BOOL DllInitialize(HMODULE instance, DWORD reason, void*) {
@@ -69,12 +74,14 @@ LONG DrvAdvancedDocumentProperties(HWND, HANDLE printer, char16_t* device_name, 
 
 LONG DrvDocumentPropertySheets(PROPSHEETUI_INFO* info, LPARAM lParam) {
   const LPARAM header = info != nullptr ? info->lParamInit : lParam;
-  return Guard<LONG>(-1,
-                     [&] { return DocumentPropertySheets(info, reinterpret_cast<DOCUMENTPROPERTYHEADER*>(header)); });
+  return Guard<LONG>(
+      -1, [&] { return DocumentPropertySheets(info, reinterpret_cast<DOCUMENTPROPERTYHEADER*>(header), lParam); });
 }
 
-LONG DrvDevicePropertySheets(PROPSHEETUI_INFO*, LPARAM) {
-  return -1;
+LONG DrvDevicePropertySheets(PROPSHEETUI_INFO* info, LPARAM lParam) {
+  if (info == nullptr || info->lParamInit == 0) return -1;
+  const auto& header = *reinterpret_cast<const DEVICEPROPERTYHEADER*>(info->lParamInit);
+  return Guard<LONG>(-1, [&] { return DeviceSheetReason(*info, header, lParam); });
 }
 
 BOOL PrinterProperties(HWND, HANDLE) {

@@ -18,6 +18,9 @@ using platform::HANDLE;
 using platform::LONG;
 using platform::WORD;
 
+/// What DllInitialize was given, or null.
+platform::HMODULE LibraryInstance();
+
 extern "C" {
 
 /// Reason 1 keeps `instance` for dialogs and resources. Always 1.
@@ -31,10 +34,10 @@ HERON_EXPORT LONG DrvDocumentProperties(platform::HWND window, HANDLE printer, c
 HERON_EXPORT LONG DrvAdvancedDocumentProperties(platform::HWND window, HANDLE printer, char16_t* device_name,
                                                 DEVMODEW* output, DEVMODEW* input);
 
-/// Without a sheet (`info` null) `lParam` is a DOCUMENTPROPERTYHEADER: 3328 or 1, or -1. With a sheet -1: there are no
-/// pages yet.
+/// Without a sheet (`info` null) `lParam` is a DOCUMENTPROPERTYHEADER: 3328 or 1, or -1. With a sheet the header is the
+/// `lParamInit` of `info` and `lParam` belongs to the reason: 1, 0 if a page was refused, or -1.
 HERON_EXPORT LONG DrvDocumentPropertySheets(platform::PROPSHEETUI_INFO* info, platform::LPARAM lParam);
-/// -1: there are no pages yet.
+/// The printer's own settings; `lParamInit` is a DEVICEPROPERTYHEADER. Results as above.
 HERON_EXPORT LONG DrvDevicePropertySheets(platform::PROPSHEETUI_INFO* info, platform::LPARAM lParam);
 
 /// Always 1: the device page is reached through DrvDevicePropertySheets.

@@ -1,0 +1,190 @@
+#include "pages/binding_margin_dialog.h"
+
+#include <algorithm>
+
+#include "catalog/strings.h"
+#include "pages/size_text.h"
+#include "platform/text.h"
+
+namespace heron::pages {
+
+using engine::MarginRanges;
+using engine::Setting;
+
+namespace {
+
+constexpr ControlId kParallel = 2301;
+constexpr ControlId kReduce = 2302;
+constexpr ControlId kFront = 2306;
+constexpr ControlId kFrontSpin = 2307;
+constexpr ControlId kFrontRange = 2308;
+constexpr ControlId kBackLabel = 2309;
+constexpr ControlId kBack = 2310;
+constexpr ControlId kBackSpin = 2311;
+constexpr ControlId kBackRange = 2312;
+constexpr ControlId kPicture = 2313;
+constexpr ControlId kEqual = 2315;
+constexpr ControlId kFirstPaint = 2316;
+constexpr uint16_t kParallelMove = 1;
+constexpr size_t kMostDigits = 2;
+
+enum Group : uint8_t { kMode, kMargins, kEquality };
+constexpr ShownControl kControls[] = {
+    {kParallel, kMode},           {kReduce, kMode},    {kFront, kMargins, kFrontSpin},
+    {kBack, kMargins, kBackSpin}, {kEqual, kEquality},
+};
+
+std::u16string RangeLabel(int minimum, int maximum) {
+  return platform::ExpandText(u"(%d-%dmm)", {int64_t{minimum}, int64_t{maximum}});
+}
+
+bool IsNumber(std::u16string_view text) {
+  return !text.empty() && std::ranges::all_of(text, [](char16_t c) { return c >= u'0' && c <= u'9'; });
+}
+
+}  // namespace
+
+BindingMarginDialog::BindingMarginDialog(SheetContext& sheet) : SettingsView(sheet, kNumber, kControls) {}
+
+void BindingMarginDialog::OnInitialise() {
+  SettingsView::OnInitialise();
+  kept_ = {Setting<u"lpBindMargin">(ui()), Setting<u"lpMarginMode">(ui()), Setting<u"MarginEqual_Check">(ui()),
+           Setting<u"fMargin">(ui()), Setting<u"bMargin">(ui())};
+  dialog().SetTextLimit(kFront, kMostDigits);
+  dialog().SetTextLimit(kBack, kMostDigits);
+  waiting_ = UpdateRanges();
+  ShowAll();
+}
+
+void BindingMarginDialog::OnGroupShown(uint8_t group) {
+  if (group == kEquality) {
+    const bool own = !engine::IsOn<u"MarginEqual_Check">(ui());
+    for (const ControlId id : {kBackLabel, kBack, kBackSpin, kBackRange}) dialog().Enable(id, own);
+  }
+  dialog().Repaint(kPicture);
+}
+
+// -- ranges
+
+/// Brings the settings into what the paper leaves room for. A reduction without room is given up.
+BindingMarginDialog::Corrections BindingMarginDialog::UpdateRanges() {
+  Corrections corrections;
+  ranges_ = engine::BindingMarginRanges(ui());
+  if ((ranges_.bits & (MarginRanges::kFrontEmpty | MarginRanges::kBackEmpty)) != 0) {
+    corrections.gaveUp = true;
+    Setting<u"lpMarginMode">(ui()) = kParallelMove;
+    ranges_ = engine::BindingMarginRanges(ui());
+    dialog().Enable(kReduce, false);
+  } else {
+    corrections.front = (ranges_.bits & MarginRanges::kFrontChanged) != 0;
+    corrections.back = (ranges_.bits & (MarginRanges::kBackChanged | MarginRanges::kBackFollows)) != 0;
+    if (corrections.front) Setting<u"fMargin">(ui()) = static_cast<uint16_t>(ranges_.front);
+    if (corrections.back) Setting<u"bMargin">(ui()) = static_cast<uint16_t>(ranges_.back);
+  }
+  dialog().SetText(kFrontRange, RangeLabel(ranges_.minFront, ranges_.maxFront));
+  dialog().SetText(kBackRange, RangeLabel(ranges_.minBack, ranges_.maxBack));
+  dialog().SetRange(kFrontSpin, ranges_.minFront, ranges_.maxFront);
+  dialog().SetRange(kBackSpin, ranges_.minBack, ranges_.maxBack);
+  ShowGroup(kMode);
+  ShowGroup(kMargins);
+  return corrections;
+}
+
+void BindingMarginDialog::TellCorrections(const Corrections& corrections) {
+  std::u16string text;
+  if (corrections.gaveUp) text = TextOf(25501);
+  if (corrections.front || corrections.back) text += TextOf(25502);
+  const auto add_line = [&](ControlId id) {
+    text += platform::ExpandText(
+        u"%s => %d mm\n", {engine::GetControlLabel(engine(), id), int64_t{engine::GetControlValue(engine(), id)}});
+  };
+  if (corrections.front) add_line(kFront);
+  if (corrections.back) add_line(kBack);
+  if (!text.empty()) Tell(text, TextOf(21019), platform::MB_OK | platform::MB_ICONINFORMATION);
+}
+
+void BindingMarginDialog::OnDraw(ControlId id, platform::Canvas&, const platform::RECT&) {
+  if (id == kFirstPaint) TellCorrections(std::exchange(waiting_, {}));
+}
+
+// -- editing
+
+void BindingMarginDialog::OnChanged(ControlId id) {
+  Store(id);
+  if (id == kEqual) {
+    if (engine::IsOn<u"MarginEqual_Check">(ui())) CopyFrontToBack();
+    return ShowGroup(kEquality);
+  }
+  dialog().Repaint(kPicture);
+  TellCorrections(UpdateRanges());
+}
+
+bool BindingMarginDialog::IsFront(ControlId id) const {
+  return id == kFront;
+}
+
+void BindingMarginDialog::CopyFrontToBack() {
+  const std::u16string text = dialog().Text(kFront);
+  const uint16_t margin = std::min<uint16_t>(ParseNumber(text), static_cast<uint16_t>(ranges_.maxBack));
+  dialog().SetText(kBack, text);
+  dialog().SetPosition(kBackSpin, margin);
+  Setting<u"bMargin">(ui()) = margin;
+}
+
+void BindingMarginDialog::OnTextChanged(ControlId id) {
+  SettingsView::OnTextChanged(id);
+  // Behind the clamp, so that the back follows the corrected number.
+  if (id == kFront && engine::IsOn<u"MarginEqual_Check">(ui())) CopyFrontToBack();
+}
+
+/// A 0 isn't stored while it is typed, as more digits may follow; it passes when the field is left.
+void BindingMarginDialog::OnNumber(ControlId id, uint16_t number) {
+  if (number == 0) return;
+  const auto highest = static_cast<uint16_t>(IsFront(id) ? ranges_.maxFront : ranges_.maxBack);
+  if (number > highest) {
+    dialog().SetText(id, NumberText(highest));
+    dialog().SelectText(id, 0, std::u16string::npos);
+  }
+  engine::SetControlValue(engine(), id, std::min(number, highest));
+  dialog().Repaint(kPicture);
+}
+
+void BindingMarginDialog::OnButton(ControlId id) {
+  if (id == platform::kOkButton && Validate(kFront) && Validate(kBack)) dialog().End(platform::IDOK);
+  if (id != platform::kCancelButton) return;
+  PutBack();
+  dialog().End(platform::IDCANCEL);
+}
+
+bool BindingMarginDialog::AcceptsKey(ControlId id, const platform::TypedKey& key) {
+  return (id != kFront && id != kBack) || AcceptsShortNumberKey(key);
+}
+
+bool BindingMarginDialog::MayLeave(ControlId id, ControlId to) {
+  return (id != kFront && id != kBack) || to == platform::kCancelButton || to == 0 || Validate(id);
+}
+
+bool BindingMarginDialog::Validate(ControlId field) {
+  const std::u16string text = dialog().Text(field);
+  const int minimum = IsFront(field) ? ranges_.minFront : ranges_.minBack;
+  const int maximum = IsFront(field) ? ranges_.maxFront : ranges_.maxBack;
+  const int typed = ParseNumber(text);
+  if (IsNumber(text) && typed <= maximum) {
+    engine::SetControlValue(engine(), field, static_cast<uint16_t>(typed));
+    return true;
+  }
+  const int replacement = IsNumber(text) ? maximum : minimum;
+  dialog().Beep();
+  dialog().SetText(field, NumberText(replacement));
+  return Refuse(field, RangeText(21480, minimum, maximum), TextOf(21009));
+}
+
+void BindingMarginDialog::PutBack() {
+  Setting<u"lpBindMargin">(ui()) = kept_.bindMargin;
+  Setting<u"lpMarginMode">(ui()) = kept_.marginMode;
+  Setting<u"MarginEqual_Check">(ui()) = kept_.marginEqual;
+  Setting<u"fMargin">(ui()) = kept_.front;
+  Setting<u"bMargin">(ui()) = kept_.back;
+}
+
+}  // namespace heron::pages

@@ -1,0 +1,103 @@
+#include "pages/page.h"
+
+#include "catalog/strings.h"
+#include "engine/commit.h"
+#include "engine/control_tables.h"
+#include "engine/page_list.h"
+#include "pages/paper_page.h"
+#include "pages/plain_pages.h"
+#include "settings/printer_data.h"
+#include "uistate/walk_store.h"
+
+namespace heron::pages {
+namespace {
+
+constexpr ControlId kPaperView = 163;
+constexpr ControlId kMachineView = 164;
+constexpr ControlId kUpperPicture = 166;
+constexpr ControlId kLowerPicture = 167;
+
+}  // namespace
+
+void Page::OnInitialise() {
+  SettingsView::OnInitialise();
+  if (!Editable()) DisableAll();
+  RepaintPictures();
+}
+
+void Page::OnActivate() {
+  SetActiveDialog(number());
+  engine::BindControls(engine(), ui());
+  if (!Editable()) return;
+  Rebuild();
+  RepaintPictures();
+}
+
+/// Every page runs the same tail, which commits all settings, so that the order of the pages makes no difference.
+bool Page::OnApply() {
+  SetActiveDialog(number());
+  engine::CommitSettings(engine(), this);
+  engine::StoreWorkingList(ui());
+  WriteListStores(ui().stores, PrinterName(sheet().hPrinter), sheet().hPrinter, ui().head().printerDataLocked != 0);
+  sheet().anyPageApplied = true;
+  if (sheet().callback != nullptr)
+    sheet().callback(sheet().sheet, platform::CPSFUNC_SET_RESULT, reinterpret_cast<platform::LPARAM>(sheet().lastPage),
+                     1);
+  return true;
+}
+
+void Page::OnDraw(ControlId id, platform::Canvas&, const platform::RECT&) {
+  if (id == row_.firstPaint) engine::ShowDeferredReport(sheet().resolver(), this);
+}
+
+void Page::OnChanged(ControlId id) {
+  if (id == kPaperView || id == kMachineView)
+    SelectView(id);
+  else
+    Change(id);
+}
+
+void Page::OnButton(ControlId id) {
+  if (id != 0 && id == row_.defaults) RestoreDefaults();
+}
+
+void Page::RepaintPictures() {
+  dialog().Repaint(kUpperPicture);
+  dialog().Repaint(kLowerPicture);
+}
+
+bool Page::Change(ControlId id) {
+  const bool applied = engine::ResolveChange(sheet().resolver(), this, id).applied;
+  MarkChanged();
+  return applied;
+}
+
+void Page::TellNewConflicts() {
+  if (engine::ValidatePerPageList(engine(), engine::Conflicts::kNew) <= 0) return;
+  Tell(TextOf(22227), TextOf(20157), platform::MB_OK | platform::MB_ICONINFORMATION);
+}
+
+/// By now the focus has left any half-typed field for the button.
+void Page::RestoreDefaults() {
+  const Action action(sheet().resolver());
+  ResetUnshown();
+  Change(row_.defaults);
+  dialog().Focus(row_.defaults);
+}
+
+/// What the pictures show isn't a change of the job, but is kept with it.
+void Page::SelectView(ControlId id) {
+  const auto view = static_cast<uint16_t>(engine::RadioValue(id));
+  if (engine::GetControlValue(engine(), id) == view) return;
+  RepaintPictures();
+  engine::SetControlValue(engine(), id, view);
+  RedisplayControl(id, view);
+}
+
+std::unique_ptr<platform::DialogLogic> MakePage(SheetContext& sheet, const PageRow& row) {
+  if (!row.isBuilt) return std::make_unique<UnbuiltPage>(sheet, row);
+  if (row.number == kDocumentPages[0].number) return std::make_unique<PaperPage>(sheet, row);
+  return std::make_unique<VersionPage>(sheet, row);
+}
+
+}  // namespace heron::pages

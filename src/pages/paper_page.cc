@@ -1,0 +1,404 @@
+#include "pages/paper_page.h"
+
+#include <algorithm>
+#include <array>
+
+#include "catalog/strings.h"
+#include "engine/control_tables.h"
+#include "engine/sizes.h"
+#include "pages/binding_margin_dialog.h"
+#include "pages/custom_papers.h"
+#include "pages/identity_dialogs.h"
+#include "pages/layout_dialog.h"
+#include "pages/paper_type_dialogs.h"
+#include "pages/print_position_dialog.h"
+#include "pages/size_text.h"
+#include "settings/papers.h"
+
+namespace heron::pages {
+
+using engine::IsOn;
+using engine::Setting;
+using platform::kCancelButton;
+
+namespace {
+
+constexpr ControlId kCopiesField = 103, kCopiesSpin = 104;
+constexpr ControlId kOriginalSize = 111, kPrintSize = 114;
+constexpr ControlId kZoomLabel = 115, kZoomField = 116, kZoomSpin = 117, kZoomUnit = 118;
+constexpr ControlId kSource = 120, kLayoutList = 125, kMarginCheck = 155, kMethod = 172;
+constexpr ControlId kMarginButton = 179, kAuthenticationButton = 181, kPaperTypeButton = 182;
+constexpr ControlId kOrientationPicture = 183, kSortPicture = 184, kOffsetPicture = 185, kLowerPicture = 167;
+
+/// In the order in which they are shown.
+enum Group : uint8_t {
+  kCopies,
+  kOrientation,
+  kOriginal,
+  kPrint,
+  kZoom,
+  kSourceGroup,
+  kOutputTray,
+  kSort,
+  kOffset,
+  kPaperLess,
+  kMethodGroup,
+  kStaple,
+  kPunch,
+  kMargin,
+  kBinding,
+  kPrintType,
+  kFold,
+  kLayout,
+  kView,
+};
+
+// clang-format off
+constexpr ShownControl kControls[] = {
+    {kCopiesField, kCopies, kCopiesSpin},
+    {106, kOrientation}, {107, kOrientation},
+    {kOriginalSize, kOriginal},
+    {kPrintSize, kPrint},
+    {kZoomField, kZoom, kZoomSpin},
+    {kSource, kSourceGroup},
+    {139, kOutputTray},
+    {142, kSort},
+    {143, kOffset},
+    {157, kPaperLess},
+    {kMethod, kMethodGroup},
+    {130, kStaple}, {131, kStaple},
+    {136, kPunch}, {186, kPunch},
+    {kMarginCheck, kMargin},
+    {174, kBinding},
+    {176, kPrintType},
+    {187, kFold}, {188, kFold},
+    {124, kLayout}, {kLayoutList, kLayout},
+    {163, kView}, {164, kView},
+};
+// clang-format on
+
+/// Pictures beside the controls: off and on, and the mask of both.
+struct StatePictures {
+  uint32_t off, on, mask;
+};
+constexpr StatePictures kOrientationPictures = {10200, 10201, 10206};
+constexpr StatePictures kSortPictures = {10202, 10203, 10207};
+constexpr StatePictures kOffsetPictures = {10204, 10205, 10208};
+
+// Items of the paper lists that mean something of their own.
+constexpr uint16_t kPrintPositionEntry = 0x1FF;
+constexpr uint16_t kNeverOffered = 0x400;
+constexpr uint16_t kWideForm = 0x2000;
+
+constexpr uint16_t kLandscape = 2, kFax = 1;
+
+/// Values of the output method.
+enum Method : uint16_t { kDirect = 1, kSecure = 2, kBox = 3, kBoxAndPrint = 4, kMethod6 = 6, kMethod7 = 7 };
+
+bool IsBox(uint16_t method) {
+  return method == kBox || method == kBoxAndPrint;
+}
+
+/// A size of the wide form is laid on the output paper somewhere: where, is asked.
+bool NeedsPrintPosition(const UiState& ui, ControlId list, uint16_t paper) {
+  const bool wide = (paper & kWideForm) != 0;
+  if (list == kOriginalSize) return wide && Setting<u"lpOutputPaper">(ui) == kSameAsDocument;
+  return wide || (paper == kSameAsDocument && (Setting<u"lpMediaSize">(ui) & kWideForm) != 0);
+}
+
+/// The four settings of the layout details, as they are put back after a cancel.
+class LayoutSettings {
+ public:
+  explicit LayoutSettings(const UiState& ui) : ui_(ui) {
+    for (size_t i = 0; i < values_.size(); ++i) values_[i] = *Place(i);
+  }
+  void PutBack() const {
+    for (size_t i = 0; i < values_.size(); ++i) *Place(i) = values_[i];
+  }
+
+ private:
+  uint16_t* Place(size_t i) const {
+    uint16_t* const places[] = {&Setting<u"lpLayout">(ui_), &Setting<u"lpOrder">(ui_), &Setting<u"lpBorder">(ui_),
+                                &Setting<u"lpBorder2">(ui_)};
+    return places[i];
+  }
+  const UiState& ui_;
+  std::array<uint16_t, 4> values_;
+};
+
+}  // namespace
+
+PaperPage::PaperPage(SheetContext& sheet, const PageRow& row) : Page(sheet, row, kControls) {}
+
+// -- life
+
+void PaperPage::OnInitialise() {
+  Setting<u"Layout_Check2">(*engine().ui) = 1;
+  Page::OnInitialise();
+}
+
+void PaperPage::OnActivate() {
+  closing_ = false;
+  if (Editable()) {
+    ClampCopies();
+    ClampZoom();
+  }
+  Page::OnActivate();
+}
+
+// -- showing
+
+bool PaperPage::Offers(ControlId list, size_t item) {
+  const bool allowed = Page::Offers(list, item);
+  if (list != kOriginalSize && list != kPrintSize) return allowed;
+  const uint16_t paper = engine::GetControlBlock(engine(), list)->Items()[item].value;
+  if (paper == kCustomEntry) return list == kOriginalSize || Setting<u"lpGraphicsMode">(ui()) != 1;
+  if (!allowed || (paper & kNeverOffered) != 0) return false;
+  return list == kPrintSize || (!IsRotatedCode(paper) && !IsSubstitutedPaper(paper));
+}
+
+std::u16string PaperPage::RowText(ControlId list, const ListItem& item) {
+  if ((list == kOriginalSize || list == kPrintSize) && IsCustomPaper(item.value))
+    return FormatCustomName(ui(), CustomPaperNumber(item.value), CustomName::kName);
+  return Page::RowText(list, item);
+}
+
+void PaperPage::OnGroupShown(uint8_t group) {
+  const auto show = [this](ControlId place, const StatePictures& pictures, bool on) {
+    dialog().SetPicture(place, on ? pictures.on : pictures.off, pictures.mask);
+  };
+  switch (group) {
+    case kCopies:
+      return dialog().SetRange(kCopiesSpin, 1, SlotAs<u"Copies", NumericBlock>(ui()).max);
+    case kOrientation:
+      return show(kOrientationPicture, kOrientationPictures, Setting<u"lpOrientation">(ui()) == kLandscape);
+    case kPrint:
+      return dialog().SetRange(kZoomSpin, SlotAs<u"Zoom", NumericBlock>(ui()).min,
+                               engine::MaxZoomForPaper(ui(), Setting<u"lpMediaSize">(ui())));
+    case kZoom:
+      for (const ControlId id : {kZoomLabel, kZoomField, kZoomSpin, kZoomUnit}) EnableControl(id, ZoomIsFree());
+      return;
+    case kSort:
+      return show(kSortPicture, kSortPictures, IsOn<u"Sort_Check">(ui()));
+    case kOffset:
+      return show(kOffsetPicture, kOffsetPictures, IsOn<u"Collate_Check">(ui()));
+    case kMethodGroup:
+      return dialog().Repaint(kLowerPicture);
+    case kLayout:
+      return engine::DeriveLayout(ui());
+    default:
+      return;
+  }
+}
+
+/// Whether the user may set the zoom: neither the sizes nor a layout nor a reducing margin decide on it.
+bool PaperPage::ZoomIsFree() const {
+  const UiState& state = ui();
+  if (Setting<u"ZoomCheck">(state) == 0 || engine::MarginReducesPage(state)) return false;
+  const bool paper_layout =
+      IsOn<u"Layout_Check2">(state) && (IsOn<u"Nup_Check">(state) || IsOn<u"Booklet_Check">(state));
+  return !paper_layout && !(IsOn<u"POD_Check">(state) && IsOn<u"POD_Nup_Check">(state));
+}
+
+// -- changes
+
+void PaperPage::OnChanged(ControlId id) {
+  switch (id) {
+    case kOriginalSize:
+    case kPrintSize:
+      return ChoosePaper(id);
+    case kLayoutList:
+      return ChooseLayout();
+    case kMethod:
+      return ChooseOutputMethod();
+    default:
+      Page::OnChanged(id);
+      if (id == kSource) WarnCustomPaperLimits();
+  }
+}
+
+void PaperPage::OnButton(ControlId id) {
+  switch (id) {
+    case kMarginButton:
+      return EditBindingMargin();
+    case kAuthenticationButton:
+      return EditAuthentication();
+    case kPaperTypeButton:
+      return EditPaperTypes();
+    default:
+      return Page::OnButton(id);
+  }
+}
+
+// -- papers
+
+void PaperPage::ChoosePaper(ControlId list) {
+  const uint16_t paper = ReadControl(list);
+  if (paper == kCustomEntry) return ChooseCustomPaper(list);
+  if (paper == kPrintPositionEntry) {
+    if (AskPrintPosition()) MarkChanged();
+    return RefreshList(list);
+  }
+  const Action action(sheet().resolver());
+  if (NeedsPrintPosition(ui(), list, paper) && AskPrintPosition())
+    engine::RecordDialogDifferences(sheet().resolver(), PrintPositionDialog::kNumber);
+  Change(list);
+  WarnCustomPaperLimits();
+}
+
+/// A No takes the edited papers back too.
+void PaperPage::ChooseCustomPaper(ControlId list) {
+  const Action action(sheet().resolver());
+  CustomSizeDialog custom(sheet(), list == kOriginalSize ? PaperTarget::kOriginal : PaperTarget::kOutput);
+  const int result = RunOnClone(CustomSizeDialog::kNumber, custom);
+  if (result == 0) return;
+  if (result != platform::IDOK) return RefreshList(list);
+  const Pending entry(*this, list, kCustomEntry);
+  if (!Change(list)) engine::LoadPaperTable(ui());
+  WarnCustomPaperLimits();
+}
+
+bool PaperPage::AskPrintPosition() {
+  PrintPositionDialog position(sheet());
+  return RunOwned(PrintPositionDialog::kNumber, position) == platform::IDOK;
+}
+
+void PaperPage::WarnCustomPaperLimits() {
+  const Warning warning = CustomPaperWarning(ui());
+  if (!warning.text.empty()) Tell(warning.text, warning.caption, platform::MB_OK | platform::MB_ICONEXCLAMATION);
+}
+
+// -- numbers
+
+void PaperPage::OnNumber(ControlId id, uint16_t number) {
+  const bool changes = engine::GetControlValue(engine(), id) != number;
+  if (changes) {
+    engine::SetControlValue(engine(), id, number);
+    MarkChanged();
+  }
+  if (id == kCopiesField)
+    ClampCopies();
+  else
+    ClampZoom();
+  if (changes) RepaintPictures();
+}
+
+void PaperPage::ClampCopies() {
+  const NumericBlock& range = SlotAs<u"Copies", NumericBlock>(ui());
+  const uint16_t copies = Setting<u"Copies">(ui());
+  if (copies == 0 || copies > range.max) Correct(kCopiesField, copies == 0 ? uint16_t{1} : range.max);
+  if (Setting<u"lpOutput">(ui()) == kFax) Setting<u"Copies">(ui()) = 1;
+}
+
+/// The lower limit counts only when the field is left: a 2 may become a 25.
+void PaperPage::ClampZoom() {
+  const uint16_t zoom = Setting<u"Zoom">(ui());
+  const auto highest = static_cast<uint16_t>(engine::MaxZoomForPaper(ui(), Setting<u"lpMediaSize">(ui())));
+  if (zoom == 0 || zoom > highest) Correct(kZoomField, zoom == 0 ? uint16_t{1} : highest);
+}
+
+void PaperPage::Correct(ControlId field, uint16_t number) {
+  engine::SetControlValue(engine(), field, number);
+  dialog().SetText(field, NumberText(number));
+  FocusControl(field);
+}
+
+bool PaperPage::CheckZoom() {
+  const int zoom = Setting<u"Zoom">(ui());
+  const int lowest = SlotAs<u"Zoom", NumericBlock>(ui()).min;
+  const int highest = engine::MaxZoomForPaper(ui(), Setting<u"lpMediaSize">(ui()));
+  if (closing_ || (zoom >= lowest && zoom <= highest)) return true;
+  return Refuse(kZoomField, RangeText(21016, lowest, highest), TextOf(21016));
+}
+
+bool PaperPage::AcceptsKey(ControlId id, const platform::TypedKey& key) {
+  constexpr size_t kMostOfCopies = 4, kMostOfZoom = 3;
+  if (id == kCopiesField) return AcceptsNumberKey(key, kMostOfCopies);
+  return id != kZoomField || AcceptsNumberKey(key, kMostOfZoom);
+}
+
+/// To another window the focus may go unchecked: whoever leaves the page is asked again.
+bool PaperPage::MayLeave(ControlId id, ControlId to) {
+  constexpr ControlId kUnchecked[] = {0, kCancelButton, 5, 151};
+  return id != kZoomField || std::ranges::count(kUnchecked, to) != 0 || CheckZoom();
+}
+
+// -- dialogs
+
+void PaperPage::ChooseLayout() {
+  if (ReadControl(kLayoutList) != kLayoutDetails) {
+    Change(kLayoutList);
+    return;
+  }
+  const LayoutSettings before(ui());
+  LayoutDialog layout(sheet());
+  if (RunOwned(LayoutDialog::kNumber, layout) == platform::IDOK) {
+    Rebuild();
+    MarkChanged();
+  } else {
+    before.PutBack();
+    RefreshList(kLayoutList);
+  }
+  RepaintPictures();
+}
+
+/// The dialog works on the settings with the new method stored; the rules see the change afterwards, so that they may
+/// refuse it with all that the dialog stored.
+void PaperPage::ChooseOutputMethod() {
+  uint16_t& setting = Setting<u"lpOutputMethod">(ui());
+  const uint16_t before = setting;
+  uint16_t method = ReadControl(kMethod);
+  if (method != kSecure && !IsBox(method) && method != kMethod6 && method != kMethod7) method = kDirect;
+  const Action action(sheet().resolver());
+  if (method == kSecure || IsBox(method)) {
+    setting = method;
+    SecurePrintDialog secure(sheet());
+    BoxDialog box(sheet());
+    const int result =
+        method == kSecure ? RunOwned(SecurePrintDialog::kNumber, secure) : RunOwned(BoxDialog::kNumber, box);
+    setting = before;
+    if (result != platform::IDOK) return RefreshList(kMethod);
+  }
+  if (IsBox(method) && GetText(ui(), TextSetting::kBoxFileName).empty()) {
+    dialog().Beep();
+    Tell(TextOf(25302), TextOf(method == kBoxAndPrint ? 20021 : 20020), platform::MB_OK | platform::MB_ICONEXCLAMATION);
+    dialog().Focus(kMethod);
+    method = kDirect;
+  }
+  const Pending pending(*this, kMethod, method);
+  Change(kMethod);
+  TellNewConflicts();
+  Rebuild();
+}
+
+void PaperPage::EditBindingMargin() {
+  const Action action(sheet().resolver());
+  BindingMarginDialog margin(sheet());
+  if (RunOwned(BindingMarginDialog::kNumber, margin) == platform::IDOK) {
+    engine::RecordDialogDifferences(sheet().resolver(), BindingMarginDialog::kNumber);
+    Change(kMarginCheck);
+  }
+  RepaintPictures();
+}
+
+void PaperPage::EditAuthentication() {
+  AuthenticationDialog authentication(sheet());
+  if (RunOnClone(AuthenticationDialog::kNumber, authentication) == platform::IDOK) MarkChanged();
+  Rebuild();
+}
+
+/// The settings of dialog 2920 were those of the tray at hand; outside of it they mean nothing.
+void PaperPage::EditPaperTypes() {
+  PaperTypeDialog types(sheet());
+  if (RunOnClone(PaperTypeDialog::kNumber, types) == 0) return;
+  for (const uint16_t id : {engine::ControlId(u"lpMediaType.122"), engine::ControlId(u"lpWeight"),
+                            engine::ControlId(u"lpPaperColor"), engine::ControlId(u"PaperPunch_Check")})
+    engine::SetControlValue(engine(), id, engine::GetControlDefault(engine(), id));
+  engine::LoadTrayMirrors(engine());
+  TellNewConflicts();
+  engine::EvaluateRules(engine(), this);
+  Rebuild();
+  MarkChanged();
+}
+
+}  // namespace heron::pages

@@ -1,0 +1,33 @@
+// Pages without settings of their own: the version, and pages that aren't built yet.
+#pragma once
+
+#include "pages/page.h"
+
+namespace heron::pages {
+
+/// Shows which settings will stand on the page. None of them can be used.
+class UnbuiltPage : public Page {
+ public:
+  UnbuiltPage(SheetContext& sheet, const PageRow& row) : Page(sheet, row, {}) {}
+
+ protected:
+  void OnInitialise() override {
+    Page::OnInitialise();
+    DisableAll();
+  }
+  void OnActivate() override { SetActiveDialog(number()); }
+  void OnButton(ControlId) override {}
+};
+
+class VersionPage : public Page {
+ public:
+  VersionPage(SheetContext& sheet, const PageRow& row) : Page(sheet, row, {}) {}
+
+ protected:
+  void OnInitialise() override;
+  void OnActivate() override { SetActiveDialog(number()); }
+  bool OnApply() override { return true; }
+  void OnButton(ControlId) override {}
+};
+
+}  // namespace heron::pages

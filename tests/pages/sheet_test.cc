@@ -1,0 +1,294 @@
+// The sheet itself: its four reasons, the life of its pages, what opening and confirming do.
+#include "pages/sheet_fixture.h"
+#include "pages/text_settings.h"
+#include "settings/printer_data.h"
+#include "support/failing_new.h"
+
+namespace heron::test {
+namespace {
+
+using namespace platform;
+using pages::TextSetting;
+
+TEST_F(SheetTest, ABookletIsAskedForAndWritten) {
+  OpenPage("lpBindPosit=4");
+  desk.Answer(IDNO);
+  Choose(176, 3);
+  const std::string report = desk.Told();
+  EXPECT_EQ(report, "[20039]|[22212][20038] => [21592] \n[22214]?");
+  EXPECT_EQ(Value("lpPRNType"), 1);
+  EXPECT_EQ(page->SelectedText(176), "[21595]") << "the list goes back too";
+
+  desk.Answer(IDYES);
+  Choose(176, 3);
+  EXPECT_EQ(desk.Told(), report);
+  EXPECT_EQ(page->SelectedText(176), "[21597]");
+  EXPECT_EQ(page->SelectedText(174), "[21592]");
+  ASSERT_TRUE(sheet->Confirm());
+  EXPECT_EQ(Get<"lpPRNType">(sheet->out), 3);
+  EXPECT_EQ(Get<"lpBindPosit">(sheet->out), 2);
+  EXPECT_EQ(Get<"dmDuplex">(sheet->out), 2) << "what follows from the settings is written back too";
+}
+
+TEST_F(SheetTest, APageIsAddedForEachTemplateInOrder) {
+  OpenPage();
+  std::string numbers;
+  for (const auto& added : sheet->pages) numbers += std::to_string(added.number) + " ";
+  EXPECT_EQ(numbers, "100 200 300 400 500 600 700 900 1000 ");
+  PROPSHEETUI_INFO_HEADER header{};
+  EXPECT_EQ(sheet->Reason(PROPSHEETUI_REASON_GET_INFO_HEADER, reinterpret_cast<LPARAM>(&header)), 1);
+  EXPECT_EQ(std::u16string(header.pTitle), u"P1");
+  EXPECT_EQ(header.IconID, 64062U);
+  EXPECT_EQ(sheet->Reason(4), -1);
+
+  ScriptedSheet device(desk, printer.get(), 0, true);
+  ASSERT_EQ(device.Open(), 1);
+  ASSERT_EQ(device.pages.size(), 1U);
+  EXPECT_EQ(device.pages[0].number, 800);
+  EXPECT_EQ(device.context().ui().head().printerDataLocked, 1U);
+}
+
+TEST_F(SheetTest, ARefusedPageFailsTheSheet) {
+  sheet = std::make_unique<ScriptedSheet>(desk, printer.get(), DM_COPY);
+  sheet->accepted = 3;
+  EXPECT_EQ(sheet->Open(), 0);
+  EXPECT_EQ(sheet->info().Result, 0U);
+  EXPECT_EQ(sheet->info().UserData, 0U);
+  EXPECT_EQ(sheet->pages.size(), 3U);
+  EXPECT_EQ(sheet->Reason(PROPSHEETUI_REASON_DESTROY), 1) << "without a context";
+  EXPECT_EQ(sheet->Reason(PROPSHEETUI_REASON_GET_INFO_HEADER), -1);
+}
+
+TEST_F(SheetTest, ACancelledSheetWritesNothing) {
+  OpenPage();
+  Choose(176, 2);
+  page->Type(103, u"7");
+  EXPECT_EQ(page->changes, 2);
+  sheet->out.bytes.fill(0xEE);
+  const DriverEnv before = sheet->out;
+  sheet->Cancel();
+  EXPECT_EQ(sheet->out.bytes, before.bytes);
+  EXPECT_EQ(sheet->results, 0);
+}
+
+TEST_F(SheetTest, WhatWasAppliedIsCommittedWhateverFollows) {
+  OpenPage();
+  Choose(176, 2);
+  ASSERT_TRUE(sheet->Apply());
+  EXPECT_EQ(sheet->results, 1);
+  EXPECT_TRUE(sheet->context().anyPageApplied);
+  Choose(176, 1);
+  EXPECT_EQ(Committed<u"lpPRNType">(ui()), 2);
+}
+
+TEST_F(SheetTest, APageMayRefuseToBeLeft) {
+  OpenPage();
+  Choose(114, 8);
+  page->Type(116, u"5");
+  EXPECT_EQ(sheet->Show(200), nullptr);
+  EXPECT_EQ(desk.Told(), "[21016]|[21016] 25-400");
+  EXPECT_EQ(page->Focused(), 116);
+  EXPECT_EQ((*page)[116].selection_end, 1U);
+  EXPECT_FALSE(sheet->Confirm());
+  EXPECT_EQ(desk.Told(), "[21016]|[21016] 25-400");
+  page->Type(116, u"50");
+  EXPECT_NE(sheet->Show(200), nullptr);
+}
+
+TEST_F(SheetTest, APageIsRebuiltWhenItComesToTheFront) {
+  OpenPage();
+  ASSERT_NE(sheet->Show(700), nullptr);
+  engine().Set(Named("lpPRNType"), 2);
+  engine().Set(Named("Staple_Check"), 1);
+  page = sheet->Show(100);
+  EXPECT_EQ(page->SelectedText(176), "[21596]");
+  EXPECT_TRUE((*page)[130].checked);
+}
+
+TEST_F(SheetTest, ReadOnlyShowsEverythingAndEnablesNothing) {
+  OpenPage("lpPRNType=2", 100, DM_COPY | DM_NOPERMISSION);
+  EXPECT_EQ(page->SelectedText(176), "[21596]");
+  for (const ControlId id : page->Controls()) EXPECT_FALSE(page->IsEnabled(id)) << id;
+  ASSERT_NE(sheet->Show(200), nullptr);
+  sheet->Show(100);
+  for (const ControlId id : page->Controls()) EXPECT_FALSE(page->IsEnabled(id)) << id;
+}
+
+TEST_F(SheetTest, TheReportOfTheOpeningAppearsOnce) {
+  DriverEnv saved;
+  LoadPrinterEnv(printer.get(), &saved, nullptr, resources.get());
+  DriverEnv conflicting = saved;
+  Set<"lpPRNType">(conflicting, 3);
+  Set<"dmDuplex">(conflicting, 2);
+  Set<"PaperLess_Check">(conflicting, 1);
+  sheet = std::make_unique<ScriptedSheet>(desk, printer.get(), DM_COPY);
+  sheet->SetInput(conflicting);
+  ASSERT_EQ(sheet->Open(), 1);
+  EXPECT_EQ(desk.Told(), "") << "not before something is on the screen";
+  sheet->Show(100)->Paint(154);
+  EXPECT_EQ(desk.Told(), "Varnell 70/36MX-2 PCL|[22221][20017] => [21204] \n");
+  sheet->Show(200)->Paint(239);
+  sheet->Show(100)->Paint(154);
+  EXPECT_EQ(desk.Told(), "");
+}
+
+TEST_F(SheetTest, EventsBeforeAndAfterTheLifeOfAPageDoNothing) {
+  ScriptedSheet early(desk, printer.get(), DM_COPY);
+  ASSERT_EQ(early.Open(), 1);
+  const auto pester = [](DialogLogic* logic) {
+    for (const ControlId id : {ControlId{0}, ControlId{103}, ControlId{111}, ControlId{151}, ControlId{170}}) {
+      logic->Clicked(id);
+      logic->RowSelected(id);
+      logic->TextChanged(id);
+      logic->PositionChanged(id);
+      EXPECT_TRUE(logic->TakesKey(id, {u'x', u"", 0, 0}));
+      EXPECT_TRUE(logic->LeavesFocus(id, 0));
+      logic->Help(id);
+    }
+    logic->Activate();
+    EXPECT_TRUE(logic->Deactivate());
+    EXPECT_TRUE(logic->Apply());
+    logic->Reset();
+    logic->Destroy();
+  };
+  for (const auto& added : early.pages) pester(added.logic);
+  early.Show(100);
+  early.pages[0].logic->Destroy();
+  pester(early.pages[0].logic);
+  EXPECT_EQ(early.results, 0);
+}
+
+TEST_F(SheetTest, TwoSheetsDoNotDisturbEachOther) {
+  OpenPage();
+  ScriptedSheet other(desk, printer.get(), kMayChangePrinterData);
+  ASSERT_EQ(other.Open(), 1);
+  ScriptedDialog* second = other.Show(100);
+  Choose(176, 2);
+  page->Type(103, u"9");
+  EXPECT_EQ(other.context().engine().Value(Named("lpPRNType")), 1);
+  second->Press(107);
+  EXPECT_EQ(Value("lpOrientation"), 1);
+  EXPECT_EQ(second->TextOf(103), "1");
+  ASSERT_TRUE(other.Confirm());
+  ASSERT_TRUE(sheet->Confirm());
+  EXPECT_EQ(Get<"dmCopies">(sheet->out), 9);
+  EXPECT_EQ(Get<"dmOrientation">(sheet->out), 1);
+  EXPECT_EQ(Get<"dmOrientation">(other.out), 2);
+}
+
+TEST_F(SheetTest, TheNextOwnerDoesNotInheritSecrets) {
+  DriverEnv env;
+  for (const char16_t* user : {u"ada", u"ada", u"", u"grace"}) {
+    backend.userName = user;
+    sheet = std::make_unique<ScriptedSheet>(desk, printer.get(), DM_COPY);
+    if (env.bytes[0] != 0) sheet->SetInput(env);
+    ASSERT_EQ(sheet->Open(), 1);
+    const std::u16string kept = pages::GetText(ui(), TextSetting::kSecureId);
+    const bool same = env.bytes[0] != 0 && std::u16string_view(user) == u"ada";
+    EXPECT_EQ(kept, same ? u"plans" : u"") << platform::ToUtf8(user);
+    EXPECT_EQ(pages::GetText(ui(), TextSetting::kAuthPassword), kept);
+    EXPECT_EQ(Value("UserAuth_Check"), same ? 1 : 0);
+    EXPECT_EQ(Value("lpOutputMethod"), 1);
+    EXPECT_EQ(pages::GetText(ui(), TextSetting::kOwnerName), user);
+    pages::SetText(ui(), TextSetting::kSecureId, u"plans");
+    pages::SetText(ui(), TextSetting::kAuthPassword, u"plans");
+    engine().Set(Named("UserAuth_Check"), 1);
+    sheet->Show(100);
+    if (env.bytes[0] == 0 || same) {
+      ASSERT_TRUE(sheet->Confirm());
+      env = sheet->out;
+    }
+  }
+}
+
+TEST_F(SheetTest, TheDeviceSheetStoresWhatItConfirms) {
+  ScriptedSheet device(desk, printer.get(), 0, true);
+  ASSERT_EQ(device.Open(), 1);
+  ScriptedDialog* shown = device.Show(800);
+  for (const ControlId id : shown->Controls()) EXPECT_FALSE(shown->IsEnabled(id)) << id;
+  device.context().engine().Set(Named("lpOutputUnit"), 41);
+  ASSERT_TRUE(device.Confirm());
+  DriverEnv saved;
+  LoadPrinterEnv(printer.get(), &saved, nullptr, resources.get());
+  EXPECT_EQ(Get<"lpOutputUnit">(saved), 41);
+}
+
+TEST_F(SheetTest, ThePaneAndTheVersion) {
+  OpenPage();
+  page->Press(164);
+  EXPECT_EQ(Value("previewMode"), 2);
+  EXPECT_EQ(page->changes, 0) << "what the pictures show is no change of the job";
+  EXPECT_GE((*page)[166].repaints, 2);
+  sheet->pages[0].logic->Help(0);
+  EXPECT_EQ(page->help, 2002U);
+  ScriptedDialog* version = sheet->Show(1000);
+  EXPECT_EQ(version->TextOf(1001), "Varnell 70/36MX-2 PCL");
+  EXPECT_EQ(version->TextOf(1003), "Version : 02.00.00.00");
+}
+
+TEST_F(SheetTest, ThePagesAddressOnlyWhatTheirTemplatesHave) {
+  OpenPage("BindMargin_Check=1 lpCopierHardDisk=2 UserAuth_Check=1 lpAuthUserMode=2 SecMana_Check=1");
+  const auto leave = [](ScriptedDialog& dialog) {
+    EXPECT_TRUE(dialog.strangers().empty()) << *dialog.strangers().begin();
+    dialog.Click(kCancelButton);
+  };
+  desk.Expect(2300, leave);
+  desk.Expect(2950, leave);
+  page->Click(179);
+  page->Click(181);
+  desk.Expect(2910, [&](ScriptedDialog& trays) {
+    desk.Expect(2920, leave);
+    trays.Select(2911, 0);
+    trays.Click(2912);
+    leave(trays);
+  });
+  page->Click(182);
+  desk.Expect(1800, leave);
+  Choose(172, 2);
+  desk.Expect(2001, leave);
+  Choose(172, 3);
+  desk.Expect(2200, leave);
+  Choose(111, 512);
+  page->Check(124, true);
+  desk.Expect(2900, leave);
+  Choose(125, 20);
+  EXPECT_TRUE(page->strangers().empty()) << *page->strangers().begin();
+}
+
+/// Every allocation of a sheet's life fails once: it fails or goes on, and nothing is thrown, lost or left behind.
+TEST_F(SheetTest, WithoutMemoryNothingIsThrown) {
+  OpenPage();
+  sheet.reset();
+  bool finished = false;
+  for (int64_t left = 0; left < 100000 && !finished; left += 1 + left / 50) {
+    ScriptedSheet poor(desk, printer.get(), DM_COPY);
+    const int64_t blocks = LiveBlocks();
+    LONG opened = 0;
+    {
+      const FailingNew failing(left);
+      opened = poor.Open();
+      finished = !failing.Refused();
+    }
+    if (opened == 1) continue;
+    poor.pages.clear();
+    poor.pages.shrink_to_fit();
+    EXPECT_EQ(poor.info().UserData, 0U);
+    EXPECT_LE(LiveBlocks(), blocks + 4) << left;
+  }
+  EXPECT_TRUE(finished);
+}
+
+TEST_F(SheetTest, ADialogThatCannotBeCopiedForIsNotOpened) {
+  OpenPage();
+  const auto before = Bytes();
+  {
+    const FailingNew none(0);
+    page->Click(181);
+    page->Click(182);
+  }
+  EXPECT_TRUE(Bytes() == before);
+  EXPECT_EQ(desk.Told(), "");
+}
+
+}  // namespace
+}  // namespace heron::test

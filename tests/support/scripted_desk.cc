@@ -1,0 +1,298 @@
+#include "support/scripted_desk.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "platform/canvas.h"
+#include "platform/text.h"
+
+namespace heron::test {
+
+using platform::ToUtf8;
+using platform::TypedKey;
+
+namespace {
+
+/// Takes every drawing and keeps none.
+class BlankCanvas : public platform::Canvas {
+ public:
+  int Escape(uint32_t, std::span<const uint8_t>, std::span<uint8_t>) override { return 0; }
+  int DeviceCap(platform::DeviceCap) override { return 0; }
+  platform::SIZE MeasureText(const platform::LOGFONTW&, std::u16string_view) override { return {0, 0}; }
+  std::vector<platform::FontFamily> FontFamilies() override { return {}; }
+  void DrawLine(const platform::TextDrawing&, const std::optional<platform::RECT>&) override {}
+  void FillRect(const platform::RECT&, platform::COLORREF, const std::optional<platform::RECT>&) override {}
+  void DrawPicture(const platform::RECT&, const platform::Picture&, const std::optional<platform::RECT>&) override {}
+  bool StartPage() override { return true; }
+  bool EndPage() override { return true; }
+};
+
+/// The template of a dialog, from the files that the build packs.
+platform::DialogTemplate TemplateOf(uint16_t number) {
+  for (const auto& file : std::filesystem::directory_iterator(HERON_RESOURCES "/dialogs")) {
+    if (!file.path().filename().string().starts_with(std::to_string(number) + "-")) continue;
+    std::ifstream stream(file.path());
+    std::ostringstream source;
+    source << stream.rdbuf();
+    std::string error;
+    auto read = platform::ParseDialogTemplate(source.str(), &error);
+    if (read) return *read;
+    ADD_FAILURE() << file.path() << ": " << error;
+  }
+  ADD_FAILURE() << "dialog " << number << " has no template";
+  return {};
+}
+
+}  // namespace
+
+ScriptedDialog::ScriptedDialog(ScriptedDesk& desk, uint16_t number, platform::DialogLogic* logic)
+    : desk_(desk), number_(number), logic_(logic), template_(TemplateOf(number)) {
+  for (const platform::ControlTemplate& control : template_.controls) {
+    if (control.id == 0) continue;
+    Control& made = controls_[control.id];
+    made.text = control.label;
+    if (control.limit > 0) made.limit = static_cast<size_t>(control.limit);
+  }
+}
+
+// -- the user
+
+bool ScriptedDialog::MoveFocus(ControlId to) {
+  if (focused_ != 0 && focused_ != to && !logic_->LeavesFocus(focused_, to)) return false;
+  focused_ = to;
+  return true;
+}
+
+/// What can't be used by a person can't be used by a script.
+bool ScriptedDialog::Reach(ControlId id) {
+  const Control& control = Of(id);
+  if (!control.enabled || !control.visible) {
+    ADD_FAILURE() << "control " << id << " of dialog " << number_ << (control.visible ? " is disabled" : " is hidden");
+    return false;
+  }
+  return MoveFocus(id);
+}
+
+bool ScriptedDialog::Click(ControlId id) {
+  if (!Reach(id)) return false;
+  logic_->Clicked(id);
+  return true;
+}
+
+bool ScriptedDialog::Check(ControlId id, bool on) {
+  if (!Reach(id)) return false;
+  EXPECT_NE(Of(id).checked, on) << "control " << id;
+  Of(id).checked = on;
+  logic_->Clicked(id);
+  return true;
+}
+
+bool ScriptedDialog::Press(ControlId id) {
+  if (!Reach(id)) return false;
+  SetChecked(id, true);
+  logic_->Clicked(id);
+  return true;
+}
+
+bool ScriptedDialog::Select(ControlId id, int row) {
+  if (!Reach(id)) return false;
+  Of(id).selected = {row};
+  logic_->RowSelected(id);
+  return true;
+}
+
+bool ScriptedDialog::Choose(ControlId id, std::u16string_view text) {
+  const auto& rows = Of(id).rows;
+  const auto row = std::ranges::find(rows, text, &platform::ListRow::text);
+  if (row == rows.end()) {
+    ADD_FAILURE() << "list " << id << " of dialog " << number_ << " has no row " << ToUtf8(text);
+    return false;
+  }
+  return Select(id, static_cast<int>(row - rows.begin()));
+}
+
+bool ScriptedDialog::Type(ControlId id, std::u16string_view keys) {
+  if (!Reach(id)) return false;
+  SelectText(id, 0, std::u16string::npos);
+  if (keys.empty()) Put(id, {});
+  Append(id, keys);
+  return true;
+}
+
+void ScriptedDialog::Append(ControlId id, std::u16string_view keys) {
+  Control& control = Of(id);
+  focused_ = id;
+  for (const char16_t key : keys) {
+    const std::u16string before = control.text;
+    if (!logic_->TakesKey(id, {key, before, control.selection_start, control.selection_end})) continue;
+    if (before.size() - (control.selection_end - control.selection_start) >= control.limit) continue;
+    control.text.replace(control.selection_start, control.selection_end - control.selection_start, 1, key);
+    control.selection_end = ++control.selection_start;
+    logic_->TextChanged(id);
+  }
+}
+
+void ScriptedDialog::Put(ControlId id, std::u16string_view text) {
+  focused_ = id;
+  SetText(id, text);
+  logic_->TextChanged(id);
+}
+
+void ScriptedDialog::Spin(ControlId id, int position) {
+  ASSERT_TRUE(Of(id).enabled) << id;
+  Of(id).position = std::clamp(position, Of(id).minimum, Of(id).maximum);
+  logic_->PositionChanged(id);
+}
+
+void ScriptedDialog::Paint(ControlId id) {
+  BlankCanvas canvas;
+  logic_->Draw(id, canvas, platform::RECT{0, 0, 1, 1});
+}
+
+std::string ScriptedDialog::TextOf(ControlId id) const {
+  return ToUtf8((*this)[id].text);
+}
+
+std::vector<std::string> ScriptedDialog::RowsOf(ControlId id) const {
+  std::vector<std::string> texts;
+  for (const platform::ListRow& row : (*this)[id].rows) {
+    texts.push_back(ToUtf8(row.text));
+    for (const std::u16string& cell : row.cells) texts.back() += "|" + ToUtf8(cell);
+  }
+  return texts;
+}
+
+std::string ScriptedDialog::SelectedText(ControlId id) const {
+  const int row = SelectedRow(id);
+  return row == platform::kNoRow ? std::string("none") : ToUtf8((*this)[id].rows[static_cast<size_t>(row)].text);
+}
+
+// -- the dialog
+
+const ScriptedDialog::Control& ScriptedDialog::operator[](ControlId id) const {
+  const auto found = controls_.find(id);
+  return found == controls_.end() ? none_ : found->second;
+}
+
+/// Of a number that the template hasn't got, a control that nobody sees.
+ScriptedDialog::Control& ScriptedDialog::Of(ControlId id) {
+  const auto found = controls_.find(id);
+  if (found != controls_.end()) return found->second;
+  strangers_.insert(id);
+  return none_ = {};
+}
+
+bool ScriptedDialog::Has(ControlId id) const {
+  return controls_.contains(id);
+}
+
+std::vector<ControlId> ScriptedDialog::Controls() const {
+  std::vector<ControlId> ids;
+  for (const platform::ControlTemplate& control : template_.controls) {
+    if (control.id != 0) ids.push_back(control.id);
+  }
+  return ids;
+}
+
+/// The engine enables whatever its rules name, on a template or not.
+void ScriptedDialog::Enable(ControlId id, bool enabled) {
+  if (Has(id)) controls_[id].enabled = enabled;
+}
+
+/// Of a set of radios one is checked.
+void ScriptedDialog::SetChecked(ControlId id, bool checked) {
+  const auto row = std::ranges::find(template_.controls, id, &platform::ControlTemplate::id);
+  if (checked && row != template_.controls.end() && !row->set.empty()) {
+    for (const platform::ControlTemplate& other : template_.controls) {
+      if (other.set == row->set) controls_[other.id].checked = false;
+    }
+  }
+  Of(id).checked = checked;
+}
+
+void ScriptedDialog::SetText(ControlId id, std::u16string_view text) {
+  Control& control = Of(id);
+  control.text = text;
+  control.selection_start = control.selection_end = text.size();
+}
+
+void ScriptedDialog::SelectText(ControlId id, size_t first, size_t count) {
+  Control& control = Of(id);
+  control.selection_start = std::min(first, control.text.size());
+  control.selection_end = control.selection_start + std::min(count, control.text.size() - control.selection_start);
+}
+
+void ScriptedDialog::SetRange(ControlId id, int minimum, int maximum) {
+  Of(id).minimum = minimum;
+  Of(id).maximum = maximum;
+}
+
+void ScriptedDialog::SetRows(ControlId id, std::span<const platform::ListRow> rows) {
+  Of(id).rows = {rows.begin(), rows.end()};
+  Of(id).selected.clear();
+}
+
+void ScriptedDialog::SelectRow(ControlId id, int row) {
+  Of(id).selected.clear();
+  if (row != platform::kNoRow) Of(id).selected.push_back(row);
+}
+
+int ScriptedDialog::SelectedRow(ControlId id) const {
+  const Control& control = (*this)[id];
+  return control.selected.empty() ? platform::kNoRow : control.selected.front();
+}
+
+int ScriptedDialog::RunDialog(uint16_t dialog, platform::DialogLogic* logic) {
+  return desk_.Run(dialog, logic);
+}
+
+void ScriptedDialog::End(int result) {
+  ended_ = true;
+  result_ = result;
+}
+
+uint16_t ScriptedDialog::PopupMenu(ControlId, std::span<const platform::MenuItem> items) {
+  menu = {items.begin(), items.end()};
+  return std::exchange(menu_choice, uint16_t{0});
+}
+
+// -- the desk
+
+ScriptedDesk::~ScriptedDesk() {
+  platform::InstallMessageDesk(nullptr);
+  EXPECT_TRUE(answers_.empty()) << "an answer was never asked for";
+  for (const auto& [dialog, script] : dialogs_) ADD_FAILURE() << "dialog " << dialog << " never opened";
+}
+
+int ScriptedDesk::Show(platform::HWND, std::u16string_view text, std::u16string_view caption, platform::DWORD flags) {
+  const bool asks = (flags & platform::kButtonsMask) != platform::MB_OK;
+  if (!told_.empty()) told_ += " / ";
+  told_ += ToUtf8(caption) + "|" + ToUtf8(text) + (asks ? "?" : "");
+  if (!asks) return platform::IDOK;
+  if (answers_.empty()) {
+    ADD_FAILURE() << "nobody answers: " << told_;
+    return platform::IDNO;
+  }
+  const int answer = answers_.front();
+  answers_.pop_front();
+  return answer;
+}
+
+int ScriptedDesk::Run(uint16_t number, platform::DialogLogic* logic) {
+  if (dialogs_.empty() || dialogs_.front().first != number) {
+    ADD_FAILURE() << "dialog " << number << " wasn't expected";
+    return -1;
+  }
+  const Script script = dialogs_.front().second;
+  dialogs_.pop_front();
+  ScriptedDialog dialog(*this, number, logic);
+  logic->Initialise(&dialog);
+  script(dialog);
+  EXPECT_TRUE(dialog.ended()) << "dialog " << number << " was left open";
+  logic->Destroy();
+  return dialog.ended() ? dialog.result() : platform::IDCANCEL;
+}
+
+}  // namespace heron::test

@@ -1,0 +1,143 @@
+// Dialogs without windows: what the logic sets is kept in maps, what a user does is told by calls, and message boxes
+// and dialogs that open meanwhile are answered by a script. Which controls there are, the dialog's template tells.
+//
+// A message box with a choice and a dialog must be scripted; a click on what is disabled or hidden is a failure of the
+// test, as is whatever the script still holds at the end.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/dialog.h"
+#include "platform/dialog_template.h"
+#include "platform/message_box.h"
+
+namespace heron::test {
+
+using platform::ControlId;
+
+class ScriptedDesk;
+
+class ScriptedDialog : public platform::Dialog {
+ public:
+  struct Control {
+    std::u16string text;
+    std::vector<platform::ListRow> rows;
+    std::vector<int> selected;  ///< rows
+    size_t limit = std::u16string::npos;
+    size_t selection_start = 0, selection_end = 0;
+    bool checked = false, enabled = true, visible = true;
+    int minimum = 0, maximum = 0, position = 0;
+    uint32_t picture = 0;
+    int repaints = 0;
+  };
+
+  ScriptedDialog(ScriptedDesk& desk, uint16_t number, platform::DialogLogic* logic);
+
+  // What a user does. Focus moves to the control first; false if the logic refuses to let go of another one, or refuses
+  // a key.
+  bool Click(ControlId id);           ///< a button
+  bool Check(ControlId id, bool on);  ///< a check
+  bool Press(ControlId id);           ///< a radio
+  bool Select(ControlId id, int row);
+  bool Choose(ControlId id, std::u16string_view text);  ///< the row with this text
+  bool Type(ControlId id, std::u16string_view keys);    ///< over what is there, key by key; refused keys are dropped
+  void Append(ControlId id, std::u16string_view keys);  ///< behind what is there
+  void Put(ControlId id, std::u16string_view text);     ///< text that came past the filter
+  void Spin(ControlId id, int position);
+  bool MoveFocus(ControlId to);
+  void Paint(ControlId id);
+
+  std::string TextOf(ControlId id) const;
+  std::vector<std::string> RowsOf(ControlId id) const;
+  std::string SelectedText(ControlId id) const;
+  const Control& operator[](ControlId id) const;
+  /// Controls that the logic has set something of, but which the template hasn't got.
+  const std::set<ControlId>& strangers() const { return strangers_; }
+  bool ended() const { return ended_; }
+  int result() const { return result_; }
+  int changes = 0;  ///< times that the logic marked the sheet as changed
+  uint32_t help = 0;
+  int beeps = 0;
+  std::vector<platform::MenuItem> menu;
+  uint16_t menu_choice = 0;
+
+  // Dialog
+  platform::HWND Window() override { return this; }
+  bool Has(ControlId id) const override;
+  std::vector<ControlId> Controls() const override;
+  void Enable(ControlId id, bool enabled) override;
+  bool IsEnabled(ControlId id) const override { return (*this)[id].enabled; }
+  void Show(ControlId id, bool visible) override { Of(id).visible = visible; }
+  void Focus(ControlId id) override { focused_ = id; }
+  ControlId Focused() const override { return focused_; }
+  void SetText(ControlId id, std::u16string_view text) override;
+  std::u16string Text(ControlId id) const override { return (*this)[id].text; }
+  void SetTextLimit(ControlId id, size_t characters) override { Of(id).limit = characters; }
+  void SelectText(ControlId id, size_t first, size_t count) override;
+  void SetChecked(ControlId id, bool checked) override;
+  bool IsChecked(ControlId id) const override { return (*this)[id].checked; }
+  void SetRange(ControlId id, int minimum, int maximum) override;
+  void SetPosition(ControlId id, int position) override { Of(id).position = position; }
+  int Position(ControlId id) const override { return (*this)[id].position; }
+  void SetRows(ControlId id, std::span<const platform::ListRow> rows) override;
+  void SelectRow(ControlId id, int row) override;
+  int SelectedRow(ControlId id) const override;
+  std::vector<int> SelectedRows(ControlId id) const override { return (*this)[id].selected; }
+  void SelectRows(ControlId id, std::span<const int> rows) override { Of(id).selected = {rows.begin(), rows.end()}; }
+  void Repaint(ControlId id) override { ++Of(id).repaints; }
+  void SetPicture(ControlId id, uint32_t picture, uint32_t) override { Of(id).picture = picture; }
+  int RunDialog(uint16_t dialog, platform::DialogLogic* logic) override;
+  void End(int result) override;
+  uint16_t PopupMenu(ControlId, std::span<const platform::MenuItem> items) override;
+  std::optional<std::u16string> AskFileName(const platform::FileQuestion&) override { return std::nullopt; }
+  void Beep() override { ++beeps; }
+  void ShowHelp(uint32_t topic) override { help = topic; }
+  void MarkChanged() override { ++changes; }
+
+ private:
+  Control& Of(ControlId id);
+  bool Reach(ControlId id);
+
+  ScriptedDesk& desk_;
+  uint16_t number_;
+  platform::DialogLogic* logic_;
+  platform::DialogTemplate template_;
+  std::map<ControlId, Control> controls_;
+  Control none_;
+  std::set<ControlId> strangers_;
+  ControlId focused_ = 0;
+  bool ended_ = false;
+  int result_ = 0;
+};
+
+/// Answers message boxes and runs dialogs, in the order of the script.
+class ScriptedDesk : public platform::MessageDesk {
+ public:
+  using Script = std::function<void(ScriptedDialog&)>;
+
+  ScriptedDesk() { platform::InstallMessageDesk(this); }
+  ~ScriptedDesk() override;
+
+  void Answer(int button) { answers_.push_back(button); }
+  void Expect(uint16_t dialog, Script script) { dialogs_.emplace_back(dialog, std::move(script)); }
+  /// What was told since the last call, "caption|text", a question with "?" behind it; parts of several boxes joined by
+  /// " / ".
+  std::string Told() { return std::exchange(told_, {}); }
+
+  int Show(platform::HWND owner, std::u16string_view text, std::u16string_view caption, platform::DWORD flags) override;
+  int Run(uint16_t dialog, platform::DialogLogic* logic);
+
+ private:
+  std::deque<int> answers_;
+  std::deque<std::pair<uint16_t, Script>> dialogs_;
+  std::string told_;
+};
+
+}  // namespace heron::test
