@@ -152,6 +152,10 @@ void Layouter::Place(size_t first, size_t end) {
   } else {
     grid.layout->addLayout(LineOf(first, end), grid.row, 0, 1, 2);
   }
+  if (auto* const label = qobject_cast<QLabel*>(control.widget);
+      label != nullptr && plan.buddy == 0 && end - first == 1) {
+    label->setWordWrap(true);  // a sentence of its own
+  }
   if (GrowsHigh(plan)) grid.layout->setRowStretch(grid.row, 1);
   ++grid.row;
 }

@@ -1,6 +1,5 @@
 #include "modal_window.h"
 
-#include <QScreen>
 #include <QVBoxLayout>
 
 #include "text.h"
@@ -19,6 +18,7 @@ ModalWindow::ModalWindow(QWidget* parent, Resources& resources, const platform::
 
 int ModalWindow::Run() {
   panel_->Initialise();
+  panel_->Settle();
   if (focusWidget() == nullptr) {
     for (QWidget* const stop : panel_->TabStops()) {
       if (!stop->isEnabled() || stop->isHidden()) continue;

@@ -11,6 +11,7 @@ class ModalWindow final : public QDialog, private PanelFrame {
  public:
   ModalWindow(QWidget* parent, Resources& resources, const platform::DialogTemplate& plan,
               platform::DialogLogic& logic);
+  ~ModalWindow() override { delete panel_; }
 
   /// The result that the logic ended it with.
   int Run();

@@ -8,6 +8,7 @@
 #include <QEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QLineEdit>
 #include <QListView>
 #include <QPainter>
@@ -42,6 +43,14 @@ Panel::~Panel() {
 void Panel::Initialise() {
   Ask([&](DialogLogic& logic) { logic.Initialise(this); });
   initialised_ = true;
+}
+
+void Panel::Settle() {
+  // From the inside out: a group stands before the groups in it.
+  for (auto control = controls_.rbegin(); control != controls_.rend(); ++control) {
+    if (control->plan->kind == Kind::kGroup) control->widget->layout()->activate();
+  }
+  layout()->activate();
 }
 
 std::vector<QWidget*> Panel::TabStops() const {
@@ -158,8 +167,8 @@ void Panel::FocusMoved(QWidget* old, QWidget* now) {
   if (old == nullptr || calls_ > 0 || quiet_ > 0 || !isVisible()) return;
   const ControlId from = NumberOf(old);
   if (from == 0) return;
-  ControlId to = 0;
-  if (now != nullptr && now->window() == window()) to = isAncestorOf(now) ? NumberOf(now) : frame_.NumberOf(now);
+  ControlId to = NumberOf(now);  // the list of a drop-down belongs to it
+  if (to == 0 && now != nullptr) to = frame_.NumberOf(now);
   if (!MayLeave(from, to)) HoldFocus(old);
 }
 

@@ -6,6 +6,7 @@
 
 #include <QWidget>
 #include <optional>
+#include <utility>
 
 #include "form.h"
 #include "platform/dialog.h"
@@ -36,10 +37,12 @@ class Panel final : public QWidget, public platform::Dialog {
   std::vector<QWidget*> TabStops() const;
   /// To be called once before the panel is first shown.
   void Initialise();
+  /// Makes the sizes of all parts final before the panel is shown: what is hidden otherwise waits for that.
+  void Settle();
   /// Runs `call` on the logic; what it changes isn't told back, and a wish to end is kept until it is done.
   template <typename Call>
   auto Ask(Call call);
-  /// A click on the control `id`, if it is there and enabled; else what Esc or the close box does.
+  /// What Esc and the close box do.
   void Close();
 
   platform::HWND Window() override { return window(); }
@@ -116,7 +119,7 @@ auto Panel::Ask(Call call) {
     Running(const Running&) = delete;
     Running& operator=(const Running&) = delete;
     ~Running() {
-      if (--panel->calls_ == 0 && panel->result_) panel->frame_.End(*panel->result_);
+      if (--panel->calls_ == 0 && panel->result_) panel->frame_.End(*std::exchange(panel->result_, std::nullopt));
     }
     Panel* panel;
   };

@@ -294,8 +294,8 @@ int Panel::RunDialog(uint16_t dialog, platform::DialogLogic* logic) {
 }
 
 void Panel::End(int result) {
+  if (calls_ == 0) return frame_.End(result);
   result_ = result;
-  if (calls_ == 0) frame_.End(result);
 }
 
 uint16_t Panel::PopupMenu(ControlId below, std::span<const platform::MenuItem> items) {

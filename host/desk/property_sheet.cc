@@ -135,8 +135,6 @@ void PropertySheet::MakePanel(Page& page) {
   }
   page.panel->installEventFilter(this);
   page.panel->Initialise();
-  // Sizes are final once the style has seen every widget; the sheet needs them before it is shown.
-  for (QWidget* const widget : page.panel->findChildren<QWidget*>()) widget->ensurePolished();
 }
 
 void PropertySheet::Open() {
@@ -163,6 +161,7 @@ void PropertySheet::ShowPage(int page) {
   show_tab(page);
   current_ = page;
   shown.panel->Ask([](DialogLogic& logic) { logic.Activate(); });
+  shown.panel->Settle();
   buttons_->button(QDialogButtonBox::Help)->setEnabled(shown.page.has_help);
   stack_->setCurrentIndex(page);
   if (by_tabs) tabs_->setFocus();

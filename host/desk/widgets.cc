@@ -98,10 +98,10 @@ QValidator::State KeyFilter::validate(QString& text, int& caret) const {
   }
   asking_ = false;
   if (first == first_ && last == last_) return Invalid;  // nothing was taken: the field undoes the change
-  if (result != text) {
-    text = result;
-    caret = static_cast<int>(first);
-  }
+  // The field may ask again about what it gets here: nothing is new in it then.
+  text_ = text = result;
+  first_ = last_ = first;
+  caret = static_cast<int>(first);
   return Acceptable;
 }
 

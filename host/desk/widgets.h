@@ -65,9 +65,9 @@ class KeyFilter final : public QValidator {
   QLineEdit* field_;
   Takes takes_;
   mutable bool asking_ = false;
-  QString text_;  ///< as it was before the change that is being looked at
-  qsizetype first_ = 0;
-  qsizetype last_ = 0;
+  mutable QString text_;  ///< as it was before the change that is being looked at
+  mutable qsizetype first_ = 0;
+  mutable qsizetype last_ = 0;
 };
 
 /// A text of several lines with a limit; each character is asked for as with KeyFilter.

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDir>
 #include <QLineEdit>
 #include <QTest>
 #include <QTimer>
@@ -51,10 +52,7 @@ class RecordingLogic : public platform::DialogLogic {
   void TextChanged(platform::ControlId id) override { Note("text", id); }
   void PositionChanged(platform::ControlId id) override { Note("position", id); }
   bool TakesKey(platform::ControlId, const platform::TypedKey& key) override { return takes(key.character); }
-  bool LeavesFocus(platform::ControlId from, platform::ControlId to) override {
-    Note("leave", from);
-    return leaves(from, to);
-  }
+  bool LeavesFocus(platform::ControlId from, platform::ControlId to) override { return leaves(from, to); }
   void Draw(platform::ControlId id, platform::Canvas&, const platform::RECT&) override { ++draws[id]; }
   void Activate() override { Note("activate"); }
   bool Deactivate() override {
@@ -96,6 +94,13 @@ inline QWidget* KeysOf(const Panel& panel, int id) {
       return control.field;
   }
   return WidgetOf(panel, id);
+}
+
+/// With HERON_SCREENSHOTS set, a picture of the window goes into that folder.
+inline void Photograph(QWidget& window, const std::string& name) {
+  const QString folder = qEnvironmentVariable("HERON_SCREENSHOTS");
+  if (folder.isEmpty()) return;
+  EXPECT_TRUE(window.grab().save(QDir(folder).filePath(QString::fromStdString(name + ".png"))));
 }
 
 inline void Click(const Panel& panel, int id) {

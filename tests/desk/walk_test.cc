@@ -1,9 +1,7 @@
-// Every dialog as a window: what its keys reach, and that nothing is cut off. With HERON_SCREENSHOTS set, a picture of
-// each goes into that folder.
+// Every dialog as a window: what its keys reach, and that nothing is cut off.
 #include <QAbstractButton>
 #include <QButtonGroup>
 #include <QComboBox>
-#include <QDir>
 #include <QLabel>
 #include <QScrollBar>
 #include <QTabBar>
@@ -70,12 +68,6 @@ class FillingLogic final : public RecordingLogic {
 
   const DialogTemplate& plan_;
 };
-
-void Photograph(QWidget& window, const std::string& name) {
-  const QString folder = qEnvironmentVariable("HERON_SCREENSHOTS");
-  if (folder.isEmpty()) return;
-  EXPECT_TRUE(window.grab().save(QDir(folder).filePath(QString::fromStdString(name + ".png"))));
-}
 
 /// The widgets that Tab visits from the first stop on until it comes back.
 std::vector<QWidget*> Visited(QWidget* first) {
