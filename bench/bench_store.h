@@ -34,6 +34,7 @@ class BenchStore {
   BenchStore& operator=(const BenchStore&) = delete;
 
   platform::HANDLE printer() const { return printer_.get(); }
+  const std::filesystem::path& home() const { return home_; }
 
  private:
   static std::filesystem::path MakeHome() {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "bench_store.h"
+#include "bench_view.h"
 #include "catalog/strings.h"
 #include "engine/opening.h"
 #include "engine/resolve.h"
@@ -14,22 +15,6 @@
 
 namespace heron::engine {
 namespace {
-
-struct BenchView : EngineView {
-  uint16_t ReadControl(uint16_t) override { return pending; }
-  bool Show(const Report& report) override {
-    benchmark::DoNotOptimize(report.text.data());
-    return true;
-  }
-  void RedisplayControl(uint16_t, uint16_t) override {}
-  void RefreshList(uint16_t) override {}
-  void RefreshPerPageList() override {}
-  void RepaintPictures() override {}
-  void EnableControl(uint16_t, bool) override {}
-  void FocusControl(uint16_t) override {}
-  bool PerPageRowSelected() const override { return false; }
-  uint16_t pending = 0;
-};
 
 /// Processor time of this thread, so that a busy machine doesn't count.
 double ThreadMicroseconds() {

@@ -207,6 +207,16 @@ std::string ProgramFolder() {
   return error ? std::string() : program.parent_path().string() + '/';
 }
 
+void BecomeProgram(const std::string& name, std::vector<std::string> words) {
+  std::string path = ProgramFolder() + name;
+  std::vector<char*> arguments = {path.data()};
+  for (std::string& word : words) arguments.push_back(word.data());
+  arguments.push_back(nullptr);
+  PrintNotices();
+  execv(path.c_str(), arguments.data());
+  throw Failure(kFailed, "can't run " + name + ", which belongs beside heron: " + std::strerror(errno));
+}
+
 std::string ProgramDriverFolder() {
   const std::string programs = ProgramFolder();
   return programs.empty() ? programs

@@ -100,6 +100,9 @@ std::optional<bool> Answer(Consent consent);
 
 /// Folder that this program lies in, with a separator at its end; empty if it can't be told.
 std::string ProgramFolder();
+/// Becomes the program `name` that lies beside this one, with `words` as its arguments: terminal, exit code and signals
+/// stay what they are. Fails only if it can't be run.
+[[noreturn]] void BecomeProgram(const std::string& name, std::vector<std::string> words);
 /// Folder of the driver's files as built or installed beside this program: "../lib/driver/".
 std::string ProgramDriverFolder();
 
@@ -122,5 +125,6 @@ void AddSettingsCommand(CLI::App& app);
 void AddControlsCommand(CLI::App& app);
 void AddLibraryCommands(CLI::App& app);
 void AddPrintCommand(CLI::App& app);
+void AddSheetCommand(CLI::App& app);
 
 }  // namespace heron::cli

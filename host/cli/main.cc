@@ -17,6 +17,7 @@ int main(int argc, char** argv) {
   heron::cli::AddCatalogCommand(app);
   heron::cli::AddSettingsCommand(app);
   heron::cli::AddControlsCommand(app);
+  heron::cli::AddSheetCommand(app);
   heron::cli::AddLibraryCommands(app);
   heron::cli::AddPrintCommand(app);
   return heron::cli::RunApp(app, argc, argv);

@@ -85,19 +85,13 @@ std::string AsPipe(const Bytes& record) {
 void Print(const PrintOptions& options) {
   if (options.in == "-" && options.document == "-")
     throw Failure(kUsage, "record and document can't both come from standard input");
-  const std::string spool = ProgramFolder() + "heron-spool";
-  std::vector<std::string> words = {spool, "--printer=" + options.printer, "--record=" + AsPipe(RecordOfJob(options)),
+  std::vector<std::string> words = {"--printer=" + options.printer, "--record=" + AsPipe(RecordOfJob(options)),
                                     "--out=" + options.out, "--path=" + std::to_string(options.path)};
   if (options.yes) words.emplace_back("--yes");
   if (options.no) words.emplace_back("--no");
   if (options.json) words.emplace_back("--json");
   words.insert(words.end(), {"--", options.document});
-  std::vector<char*> arguments;
-  for (std::string& word : words) arguments.push_back(word.data());
-  arguments.push_back(nullptr);
-  PrintNotices();
-  execv(spool.c_str(), arguments.data());
-  FailSystem("run heron-spool, which belongs beside heron");
+  BecomeProgram("heron-spool", std::move(words));
 }
 
 }  // namespace

@@ -97,4 +97,18 @@ void WriteRecord(const std::string& path, const Bytes& bytes) {
   ReplaceFile(fs::exists(status) ? fs::canonical(path).string() : path, bytes);
 }
 
+Bytes OwnRecord(const std::string& printer) {
+  const fs::path path = store::WorkingRecordPath(printer);
+  std::error_code error;
+  return fs::exists(path, error) ? ReadRecord(path.string()) : Bytes();
+}
+
+void KeepOwnRecord(const std::string& printer, const Bytes& record) {
+  const fs::path path = store::WorkingRecordPath(printer);
+  std::error_code error;
+  fs::create_directories(path.parent_path(), error);
+  fs::permissions(path.parent_path(), fs::perms::owner_all, error);
+  ReplaceFile(path.string(), record);
+}
+
 }  // namespace heron::cli

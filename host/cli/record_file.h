@@ -20,4 +20,9 @@ void WriteRecord(const std::string& path, const Bytes& bytes);
 /// Replaces or makes the file `path`, whole or not at all, readable by its owner only.
 void ReplaceFile(const std::string& path, const Bytes& bytes);
 
+/// The user's own working record of the queue `printer`; empty if there is none yet.
+Bytes OwnRecord(const std::string& printer);
+/// Makes `record` that; readable by its owner only.
+void KeepOwnRecord(const std::string& printer, const Bytes& record);
+
 }  // namespace heron::cli

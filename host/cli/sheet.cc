@@ -12,8 +12,6 @@
 namespace heron::cli {
 namespace {
 
-namespace fs = std::filesystem;
-
 std::unique_ptr<ResourceContext, CloseContext> OpenResources(Printer& printer) {
   RefreshDriverDirectory(printer.handle());
   std::unique_ptr<ResourceContext, CloseContext> resources(OpenResourceContext(ReadLocaleCountry()));
@@ -22,25 +20,20 @@ std::unique_ptr<ResourceContext, CloseContext> OpenResources(Printer& printer) {
 }
 
 /// The record that a document sheet begins with.
-Bytes DocumentRecord(Printer& printer, const std::string& in, const fs::path& own, bool fresh) {
+Bytes DocumentRecord(Printer& printer, const std::string& name, const std::string& in, bool fresh) {
   if (fresh) return ResolvedRecord(printer, {});
   if (!in.empty()) return ResolvedRecord(printer, ReadRecord(in));
-  std::error_code error;
-  return ResolvedRecord(printer, fs::exists(own, error) ? ReadRecord(own.string()) : Bytes());
+  return ResolvedRecord(printer, OwnRecord(name));
 }
 
 }  // namespace
 
 Sheet::Sheet(Printer& printer, const std::string& name, const std::string& in, SheetKind kind, bool fresh)
-    : printer_(printer),
-      name_(name),
-      kind_(kind),
-      own_(store::WorkingRecordPath(name)),
-      resources_(OpenResources(printer)) {
+    : printer_(printer), name_(name), kind_(kind), resources_(OpenResources(printer)) {
   if (kind == SheetKind::kDevice) {
     LoadPrinterEnv(printer.handle(), &env_, printer.name(), resources_.get());
   } else {
-    const Bytes record = DocumentRecord(printer, in, own_, fresh);
+    const Bytes record = DocumentRecord(printer, name, in, fresh);
     std::copy_n(record.begin(), kEnvSize, env_.bytes.begin());
   }
   settings_ = engine::OpenRecord(resources_.get(), env_, printer.handle());
@@ -67,10 +60,7 @@ void Sheet::Keep(const Bytes& record) {
     UpdateStoredCountry(printer_.handle());
     return;
   }
-  std::error_code error;
-  fs::create_directories(own_.parent_path(), error);
-  fs::permissions(own_.parent_path(), fs::perms::owner_all, error);
-  ReplaceFile(own_.string(), record);
+  KeepOwnRecord(name_, record);
 }
 
 void Sheet::KeepLists() {
@@ -81,7 +71,7 @@ void Sheet::KeepLists() {
 }
 
 std::string Sheet::PlaceOfRecord() const {
-  return kind_ == SheetKind::kDevice ? "the printer's saved record" : own_.string();
+  return kind_ == SheetKind::kDevice ? "the printer's saved record" : store::WorkingRecordPath(name_).string();
 }
 
 }  // namespace heron::cli

@@ -1,7 +1,6 @@
 // A printer's settings opened as a sheet opens them, without a window: the record, the working store, the engine.
 #pragma once
 
-#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -46,7 +45,6 @@ class Sheet {
   Printer& printer_;
   std::string name_;
   SheetKind kind_;
-  std::filesystem::path own_;
   Resources resources_;
   DriverEnv env_;
   std::unique_ptr<engine::OpenedSettings> settings_;

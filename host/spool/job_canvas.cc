@@ -114,38 +114,41 @@ bool JobCanvas::StartPage() {
   return true;
 }
 
-/// A stamp that the driver left to the printing side: centred, shining through the page's content.
-void JobCanvas::PaintDeferredStamp() {
-  const auto stamp = renderdriver::StampLeftTo(job_);
-  if (!stamp) return;
-  TextDrawing line{};
-  line.text = stamp->text;
-  line.align = platform::TA_CENTER | platform::TA_BOTTOM;
-  line.color = Grey(stamp->shade);
-  line.font.lfHeight = static_cast<LONG>(-stamp->size * space_.dpi / 72);
-  line.font.lfEscapement = stamp->angle * 10;
-  line.font.lfWeight = stamp->style == 2 || stamp->style == 4 ? 700 : 400;
-  line.font.lfItalic = stamp->style >= 3;
-  stamp->font.copy(line.font.lfFaceName, platform::kFaceSize - 1);
-  const double half = desk::MeasureLine(line.font, line.text).cy / 2.0;
-  const double turn = stamp->angle * std::numbers::pi / 180;
-  const QPointF middle = space_.sheet.center() + QPointF(stamp->centerX, stamp->centerY) * space_.dpi / 254;
-  line.at = {static_cast<LONG>(std::lround(middle.x() + std::sin(turn) * half)),
-             static_cast<LONG>(std::lround(middle.y() + std::cos(turn) * half))};
-  desk::PaintLine(painter_, line, std::nullopt);
+/// A stamp that the driver left to the printing side, its middle where the stamp's centre is.
+JobCanvas::Drawing JobCanvas::DeferredStamp(const renderdriver::DeferredStamp& stamp) const {
+  KeptLine line{};
+  line.text = stamp.text;
+  line.drawing.align = platform::TA_CENTER | platform::TA_BOTTOM;
+  line.drawing.color = Grey(stamp.shade);
+  platform::LOGFONTW& font = line.drawing.font;
+  font.lfHeight = static_cast<LONG>(-stamp.size * space_.dpi / 72);
+  font.lfEscapement = stamp.angle * 10;
+  font.lfWeight = stamp.style == 2 || stamp.style == 4 ? 700 : 400;
+  font.lfItalic = stamp.style >= 3;
+  stamp.font.copy(font.lfFaceName, platform::kFaceSize - 1);
+  const double half = desk::MeasureLine(font, line.text).cy / 2.0;
+  const double turn = stamp.angle * std::numbers::pi / 180;
+  const QPointF middle = space_.sheet.center() + QPointF(stamp.centerX, stamp.centerY) * space_.dpi / 254;
+  line.drawing.at = {static_cast<LONG>(std::lround(middle.x() + std::sin(turn) * half)),
+                     static_cast<LONG>(std::lround(middle.y() + std::cos(turn) * half))};
+  return line;
 }
 
 bool JobCanvas::EndPage() {
   if (!job_.pageOpen) return false;
   if (any_page_) written_ = writer_.newPage() && written_;
   any_page_ = true;
-  PaintDeferredStamp();
+  if (const auto stamp = renderdriver::StampLeftTo(job_)) under_.push_back(DeferredStamp(*stamp));
   for (const Drawing& drawing : under_) drawing(painter_);
   if (content_) {
     painter_.save();
     content_(painter_);
     painter_.restore();
   }
+  // Once more, half: on white it changes nothing, on a picture that covers everything the stamp is seen all the same.
+  painter_.setOpacity(0.5);
+  for (const Drawing& drawing : under_) drawing(painter_);
+  painter_.setOpacity(1);
   for (const Drawing& drawing : over_) drawing(painter_);
   return renderdriver::EndJobPage(job_) && written_;
 }

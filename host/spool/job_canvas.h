@@ -1,7 +1,7 @@
 // The canvas behind the device context of a job: escapes go to the printing side, drawings to the pages of a PDF.
 //
-// What the driver draws on a page waits until the page ends: a stamp that it marks (EscStampBegin) lies under the
-// page's content, everything else over it. The text of a tab sheet is no part of a page; the ticket tells it.
+// What the driver draws on a page waits until the page ends: through a stamp that it marks (EscStampBegin) the page's
+// content is seen, everything else lies over it. The text of a tab sheet is no part of a page; the ticket tells it.
 #pragma once
 
 #include <QPainter>
@@ -43,7 +43,7 @@ class JobCanvas : public platform::Canvas {
 
  private:
   void Keep(Drawing drawing);
-  void PaintDeferredStamp();
+  Drawing DeferredStamp(const renderdriver::DeferredStamp& stamp) const;
 
   renderdriver::Job& job_;
   PageSpace space_;

@@ -21,6 +21,8 @@ class PdfDocument : public Document {
       : pdf_(std::move(pdf)), name_(std::move(name)), space_(space) {
     pdf_->setRenderHint(Poppler::Document::Antialiasing);
     pdf_->setRenderHint(Poppler::Document::TextAntialiasing);
+    // What the page leaves white stays open for what lies under it.
+    pdf_->setRenderHint(Poppler::Document::IgnorePaperColor);
   }
   int PageCount() const override { return pdf_->numPages(); }
   void PaintPage(int number, QPainter& painter) const override {

@@ -6,11 +6,11 @@
 
 #include "entry/exports.h"
 #include "platform/canvas.h"
+#include "platform/document_events.h"
 #include "platform/text.h"
 #include "renderdriver/ticket.h"
 #include "settings/driver_env.h"
 #include "spool/document.h"
-#include "spool/document_events.h"
 #include "spool/job_canvas.h"
 #include "spool/job_folder.h"
 #include "store/store.h"
@@ -21,6 +21,7 @@ namespace {
 using cli::Bytes;
 using cli::Failure;
 using platform::DWORD;
+using platform::LONG;
 using renderdriver::Job;
 
 constexpr char kPagesFile[] = "pages.pdf";
@@ -48,10 +49,11 @@ Bytes Resolved(cli::Printer& printer, Bytes record) {
 
 /// The driver may put a record of its own in place of the application's when the device context is made.
 void AnnounceContext(cli::Printer& printer, Bytes& record) {
-  DOCEVENT_CREATEDCPRE context{u"heron", printer.name(), AsDevMode(record), 0};
+  char16_t driver[] = u"heron";
+  platform::DOCEVENT_CREATEDCPRE context{driver, printer.name(), AsDevMode(record), 0};
   platform::DEVMODEW* replaced = nullptr;
-  if (DrvDocumentEvent(printer.handle(), nullptr, DOCUMENTEVENT_CREATEDCPRE, sizeof context, &context, sizeof replaced,
-                       &replaced) != 1) {
+  if (DrvDocumentEvent(printer.handle(), nullptr, platform::DOCUMENTEVENT_CREATEDCPRE, sizeof context, &context,
+                       sizeof replaced, &replaced) != 1) {
     throw Failure(cli::kFailed, "the driver gave up at CREATEDCPRE");
   }
   if (replaced == nullptr) return;
@@ -81,7 +83,7 @@ class Events {
   Events& operator=(const Events&) = delete;
 
   /// Throws what ends the job: a driver that gives up, a cancel, an interrupt.
-  void Send(DocumentEvent event, const char* name, void* in = nullptr, DWORD in_size = 0) {
+  void Send(int event, const char* name, void* in = nullptr, DWORD in_size = 0) {
     job_.event = name;
     const int result = DrvDocumentEvent(printer_.handle(), hdc_, event, in_size, in, 0, nullptr);
     job_.event.clear();
@@ -92,7 +94,7 @@ class Events {
     if (renderdriver::IsCancelled(job_)) throw Failure(cli::kConsent, "the job was cancelled; nothing was printed");
     if (result != 1) throw Failure(cli::kFailed, "the driver gave up at " + std::string(name));
   }
-  void Abort() { DrvDocumentEvent(printer_.handle(), hdc_, DOCUMENTEVENT_ABORTDOC, 0, nullptr, 0, nullptr); }
+  void Abort() { DrvDocumentEvent(printer_.handle(), hdc_, platform::DOCUMENTEVENT_ABORTDOC, 0, nullptr, 0, nullptr); }
 
  private:
   cli::Printer& printer_;
@@ -103,25 +105,25 @@ class Events {
 
 void PrintPages(Events& events, JobCanvas& canvas, const Document& document) {
   for (int page = 0; page < document.PageCount(); ++page) {
-    events.Send(DOCUMENTEVENT_STARTPAGE, "STARTPAGE");
+    events.Send(platform::DOCUMENTEVENT_STARTPAGE, "STARTPAGE");
     const bool started = canvas.StartPage();
     canvas.SetContent([&document, page](QPainter& painter) { document.PaintPage(page, painter); });
-    events.Send(DOCUMENTEVENT_ENDPAGE, "ENDPAGE");
+    events.Send(platform::DOCUMENTEVENT_ENDPAGE, "ENDPAGE");
     if (!started || !canvas.EndPage()) throw Failure(cli::kFailed, "a page couldn't be written; check the disk");
   }
 }
 
 void RunDocument(Events& events, JobCanvas& canvas, const Document& document, const std::u16string& title) {
-  const DOCINFOW info{sizeof info, title.c_str(), nullptr, nullptr, 0};
-  const DOCINFOW* start = &info;
+  const platform::DOCINFOW info{sizeof info, title.c_str(), nullptr, nullptr, 0};
+  const platform::DOCINFOW* start = &info;
   LONG number = kJobNumber;
   try {
-    events.Send(DOCUMENTEVENT_STARTDOC, "STARTDOC", &start, sizeof start);
-    events.Send(DOCUMENTEVENT_STARTDOCPOST, "STARTDOCPOST", &number, sizeof number);
+    events.Send(platform::DOCUMENTEVENT_STARTDOC, "STARTDOC", &start, sizeof start);
+    events.Send(platform::DOCUMENTEVENT_STARTDOCPOST, "STARTDOCPOST", &number, sizeof number);
     PrintPages(events, canvas, document);
-    events.Send(DOCUMENTEVENT_ENDDOC, "ENDDOC");
+    events.Send(platform::DOCUMENTEVENT_ENDDOC, "ENDDOC");
     if (!canvas.Finish()) throw Failure(cli::kFailed, "the pages couldn't be written; check the disk");
-    events.Send(DOCUMENTEVENT_ENDDOCPOST, "ENDDOCPOST");
+    events.Send(platform::DOCUMENTEVENT_ENDDOCPOST, "ENDDOCPOST");
   } catch (...) {
     events.Abort();
     throw;

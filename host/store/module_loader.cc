@@ -20,6 +20,7 @@ using platform::HMODULE;
 // file is met by the next process.
 struct DlModules::Module {
   std::u16string path;
+  void* library;
   std::span<const HeronModuleText> texts;
   std::span<const HeronModuleData> data;
   uint32_t count = 0;
@@ -81,6 +82,7 @@ HMODULE DlModules::Load(std::u16string_view path) {
   UniqueLibrary library(dlopen(platform::ToUtf8(path).c_str(), RTLD_NOW | RTLD_LOCAL));
   if (library == nullptr) return nullptr;
   auto module = std::make_unique<Module>(Module{.path = std::u16string(path),
+                                                .library = library.get(),
                                                 .texts = TableOf<HeronModuleText>(library.get(), kHeronModuleTextsName),
                                                 .data = TableOf<HeronModuleData>(library.get(), kHeronModuleDataName),
                                                 .count = 0});
@@ -106,6 +108,19 @@ bool DlModules::Free(HMODULE module) {
   Module* const entry = FindLoaded(module);
   if (entry != nullptr) --entry->count;
   return entry != nullptr;
+}
+
+void* DlModules::Function(HMODULE module, const char* name) {
+  const std::lock_guard guard(mutex_);
+  const Module* const entry = FindLoaded(module);
+  return entry == nullptr ? nullptr : dlsym(entry->library, name);
+}
+
+HMODULE DlModules::Find(std::u16string_view path) {
+  const std::lock_guard guard(mutex_);
+  const auto found =
+      std::ranges::find_if(modules_, [&](const auto& entry) { return entry->count > 0 && entry->path == path; });
+  return found == modules_.end() ? nullptr : found->get();
 }
 
 std::u16string_view DlModules::Text(HMODULE module, uint32_t id) {

@@ -17,6 +17,8 @@ class DlModules final : public platform::ModuleLoader {
 
   platform::HMODULE Load(std::u16string_view path) override;
   bool Free(platform::HMODULE module) override;
+  void* Function(platform::HMODULE module, const char* name) override;
+  platform::HMODULE Find(std::u16string_view path) override;
   std::u16string_view Text(platform::HMODULE module, uint32_t id) override;
   std::span<const uint8_t> Data(platform::HMODULE module, uint32_t kind, uint32_t id) override;
 

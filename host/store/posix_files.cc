@@ -90,21 +90,41 @@ class OpenPosixFile final : public OpenFile {
     return kErrorSuccess;
   }
 
+  DWORD Size(uint64_t* size) override {
+    struct stat info;
+    if (fstat(fd_, &info) != 0) return StatusOf(errno);
+    *size = static_cast<uint64_t>(info.st_size);
+    return kErrorSuccess;
+  }
+
  private:
   int fd_ = -1;
 };
 
 }  // namespace
 
-std::u16string PosixFiles::TempFolder() {
-  const fs::path folder = home_ / ("temp-" + std::to_string(geteuid()));
+/// The user's own folder of this name in the home, made if it is missing; empty if anybody else can enter it.
+fs::path PosixFiles::PrivateFolder(const char* name) {
+  const fs::path folder = home_ / (name + std::to_string(geteuid()));
   std::error_code ignored;
   fs::create_directories(home_, ignored);
   struct stat info;
   const bool there = mkdir(folder.c_str(), kOwnersFolder) == 0 || errno == EEXIST;
   const bool ours = there && lstat(folder.c_str(), &info) == 0 && S_ISDIR(info.st_mode) && info.st_uid == geteuid() &&
                     (info.st_mode & 0777) == kOwnersFolder;
-  return ours ? FromUtf8((folder / "").native()) : std::u16string();
+  return ours ? folder : fs::path();
+}
+
+std::u16string PosixFiles::TempFolder() {
+  const fs::path folder = PrivateFolder("temp-");
+  return folder.empty() ? std::u16string() : FromUtf8((folder / "").native());
+}
+
+std::u16string PosixFiles::SystemFolder() {
+  const fs::path folder = PrivateFolder("system-");
+  std::error_code error;
+  if (!folder.empty()) fs::create_directories(folder / "spool" / "PRINTERS", error);
+  return folder.empty() || error ? std::u16string() : FromUtf8(folder.native());
 }
 
 uint32_t PosixFiles::NumberHint() {

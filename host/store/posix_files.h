@@ -12,6 +12,7 @@ class PosixFiles final : public platform::FileStore {
   explicit PosixFiles(std::filesystem::path home) : home_(std::move(home)) {}
 
   std::u16string TempFolder() override;
+  std::u16string SystemFolder() override;
   uint32_t NumberHint() override;
   platform::DWORD CreateNew(std::u16string_view path) override;
   platform::DWORD Open(std::u16string_view path, bool write, bool create,
@@ -21,6 +22,8 @@ class PosixFiles final : public platform::FileStore {
   platform::DWORD Replace(std::u16string_view path, std::span<const uint8_t> data) override;
 
  private:
+  std::filesystem::path PrivateFolder(const char* name);
+
   const std::filesystem::path home_;
 };
 

@@ -6,6 +6,7 @@
 
 #include "platform/text.h"
 #include "store/code_pages.h"
+#include "store/machine.h"
 #include "store/module_loader.h"
 #include "store/posix_files.h"
 #include "store/sqlite_trees.h"
@@ -21,6 +22,8 @@ class ProcessOfOptions final : public platform::ProcessInfo {
   std::u16string FileName() override { return process_; }
   std::u16string LocaleCountry() override { return country_; }
   std::u16string UserName() override { return user_; }
+  bool LocalTime(platform::SYSTEMTIME* time) override { return ReadLocalTime(time); }
+  std::vector<platform::AdapterAddress> Adapters() override { return ReadAdapters("/sys/class/net"); }
 
  private:
   const std::u16string process_;

@@ -8,6 +8,7 @@
 #include "engine/sizes.h"
 #include "platform/text.h"
 #include "settings/papers.h"
+#include "uistate/tray_media.h"
 
 namespace heron::engine {
 namespace {
@@ -181,7 +182,7 @@ bool ChangeOutputMode(Engine& engine, EngineView* view) {
   } else {
     LeaveFaxMode(engine, view);
   }
-  LoadAllMirrors(engine);
+  LoadAllTrayMirrors(*engine.ui);
   if (fax) {
     if (!EnterFaxMode(engine, view, FaxNotice::kAgain)) return refuse();
     if (engine.ui->head().printerDataLocked != 1) Tell(view, kCaption, GetUiString(kNoRecipientsHere));

@@ -25,8 +25,6 @@ DeferredReport ReportOpening(const Resolver& resolver);
 
 /// Notes which chosen papers are long ones. A long output paper needs media that come that long.
 void SetCustomPaperMarks(Engine& engine);
-/// Loads the mirrors of all three trays.
-void LoadAllMirrors(Engine& engine);
 
 /// Writes the values of request and log for good, with the zoom and the settings that follow from them.
 void ApplyChanges(Resolver& resolver);

@@ -5,8 +5,10 @@
 #include <new>
 
 #include "catalog/strings.h"
+#include "entry/document_event.h"
 #include "entry/document_sheets.h"
 #include "entry/sheet_reasons.h"
+#include "platform/document_events.h"
 #include "settings/capabilities.h"
 #include "settings/convert.h"
 #include "settings/printer_data.h"
@@ -106,8 +108,10 @@ BOOL DrvPrinterEvent(char16_t* printer_name, int event, DWORD, LPARAM) {
   return Guard<BOOL>(0, [&] { return HandlePrinterEvent(printer_name, event); });
 }
 
-int DrvDocumentEvent(HANDLE, HDC, int, DWORD, void*, DWORD, void*) {
-  return 1;
+int DrvDocumentEvent(HANDLE printer, HDC hdc, int event, DWORD in_size, void* in, DWORD out_size, void* out) {
+  return Guard<int>(DOCUMENTEVENT_FAILURE, [&] {
+    return HandleDocumentEvent({printer, hdc, event, in_size, in, out_size, out});
+  });
 }
 
 BOOL DevQueryPrintEx(void*) {

@@ -54,7 +54,8 @@ HERON_EXPORT BOOL DrvConvertDevMode(char16_t* printer_name, DEVMODEW* input, DEV
 /// 1; 0 only if the resources for the event of a new printer can't be opened.
 HERON_EXPORT BOOL DrvPrinterEvent(char16_t* printer_name, int event, DWORD flags, platform::LPARAM lParam);
 
-/// Does nothing yet and returns 1.
+/// One step of a document, in the documented order (platform/document_events.h). 1; 0 or -1 if the printing side can't
+/// be reached. A user who gives a job up has it cancelled, and the result is 1.
 HERON_EXPORT int DrvDocumentEvent(HANDLE printer, platform::HDC hdc, int event, DWORD in_size, void* in, DWORD out_size,
                                   void* out);
 

@@ -22,7 +22,7 @@ class SecurePrintDialog : public LogicBase {
   bool Check();
 
   SheetContext& sheet_;
-  PasswordFields password_{1802, 1808, TextSetting::kSecurePassword, Secret::kSecurePrint};
+  PasswordFields password_{1802, 1808, TextSetting::kSecurePassword, SecretKind::kSecurePrint};
 };
 
 class BoxDialog : public LogicBase {
@@ -58,8 +58,8 @@ class AuthenticationDialog : public SettingsView {
   bool CheckUserName();
   bool CheckPassword(const PasswordFields& password, uint32_t title);
 
-  PasswordFields user_{2958, 2959, TextSetting::kAuthPassword, Secret::kUser};
-  PasswordFields department_{2966, 2967, TextSetting::kDepartmentPassword, Secret::kDepartment};
+  PasswordFields user_{2958, 2959, TextSetting::kAuthPassword, SecretKind::kUser};
+  PasswordFields department_{2966, 2967, TextSetting::kDepartmentPassword, SecretKind::kDepartment};
 };
 
 }  // namespace heron::pages

@@ -38,7 +38,7 @@ std::u16string FieldText(const platform::Dialog& dialog, std::span<const Identit
 /// A password in two fields at one place: one hides what is typed, one shows it.
 class PasswordFields {
  public:
-  PasswordFields(ControlId hiding, ControlId plain, TextSetting setting, Secret kind)
+  PasswordFields(ControlId hiding, ControlId plain, TextSetting setting, SecretKind kind)
       : hiding_(hiding), plain_(plain), setting_(setting), kind_(kind) {}
 
   /// Shows the stored password in both and makes one of them visible: the hiding one if `hides`, or if nobody can be
@@ -54,7 +54,7 @@ class PasswordFields {
  private:
   ControlId hiding_, plain_;
   TextSetting setting_;
-  Secret kind_;
+  SecretKind kind_;
   ControlId visible_ = 0;
 };
 

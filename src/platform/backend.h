@@ -5,6 +5,7 @@
 // interfaces, so that both behave alike. Status results are the error codes of types.h.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -12,6 +13,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/types.h"
 
@@ -60,9 +62,15 @@ class ModuleLoader {
   virtual bool Free(HMODULE module) = 0;               ///< false if it isn't loaded
   /// Address of the text and its length, valid while the module is loaded; an empty view if there is none.
   virtual std::u16string_view Text(HMODULE module, uint32_t id) = 0;
+  /// Address of an exported function, valid for the life of the process; null if there is none.
+  virtual void* Function(HMODULE module, const char* name) = 0;
+  /// The module if it is loaded, without counting a user; else null.
+  virtual HMODULE Find(std::u16string_view path) = 0;
   /// Data of a kind by number, valid as Text; empty if there is none.
   virtual std::span<const uint8_t> Data(HMODULE, uint32_t /*kind*/, uint32_t /*id*/) { return {}; }
 };
+
+using AdapterAddress = std::array<uint8_t, 6>;  ///< the hardware address of a network adapter
 
 class ProcessInfo {
  public:
@@ -70,6 +78,9 @@ class ProcessInfo {
   virtual std::u16string FileName() = 0;       ///< full path of the program
   virtual std::u16string LocaleCountry() = 0;  ///< country code in digits, empty if unknown
   virtual std::u16string UserName() = 0;
+  virtual bool LocalTime(SYSTEMTIME* time) = 0;
+  /// The machine's network adapters that have an address, in the system's order.
+  virtual std::vector<AdapterAddress> Adapters() = 0;
 };
 
 class TextCodec {
@@ -87,6 +98,7 @@ class OpenFile {
   virtual ~OpenFile() = default;
   virtual DWORD Read(std::span<uint8_t> room, DWORD* read) = 0;
   virtual DWORD Write(std::span<const uint8_t> data, DWORD* written) = 0;
+  virtual DWORD Size(uint64_t* size) = 0;
 };
 
 /// Regular files by full path; new ones are readable by their owner alone.
@@ -95,6 +107,9 @@ class FileStore {
   virtual ~FileStore() = default;
   /// The user's private folder with its separator, made if it is missing; empty if it can't be had.
   virtual std::u16string TempFolder() = 0;
+  /// The folder of the system's own working files, without a separator at its end, made with "spool/PRINTERS" below it
+  /// if it is missing; empty if it can't be had.
+  virtual std::u16string SystemFolder() = 0;
   /// Where the search for an unused number of a temporary file begins.
   virtual uint32_t NumberHint() = 0;
   /// Makes an empty file; kErrorFileExists if something of this name is there.

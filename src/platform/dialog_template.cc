@@ -16,16 +16,26 @@ struct KindName {
 };
 
 constexpr KindName kKindNames[] = {
-    {"label", ControlKind::kLabel},       {"radio", ControlKind::kRadio},
-    {"check", ControlKind::kCheck},       {"button", ControlKind::kButton},
-    {"library", ControlKind::kLibrary},   {"defaults", ControlKind::kDefaults},
-    {"list", ControlKind::kList},         {"combo", ControlKind::kCombo},
-    {"listbox", ControlKind::kListBox},   {"listview", ControlKind::kListView},
-    {"text", ControlKind::kText},         {"password", ControlKind::kPassword},
-    {"memo", ControlKind::kMemo},         {"number", ControlKind::kNumber},
-    {"spin", ControlKind::kSpin},         {"slider", ControlKind::kSlider},
-    {"scrollbar", ControlKind::kScrollBar}, {"place", ControlKind::kPlace},
-    {"tabs", ControlKind::kTabs},         {"group", ControlKind::kGroup},
+    {"label", ControlKind::kLabel},
+    {"radio", ControlKind::kRadio},
+    {"check", ControlKind::kCheck},
+    {"button", ControlKind::kButton},
+    {"library", ControlKind::kLibrary},
+    {"defaults", ControlKind::kDefaults},
+    {"list", ControlKind::kList},
+    {"combo", ControlKind::kCombo},
+    {"listbox", ControlKind::kListBox},
+    {"listview", ControlKind::kListView},
+    {"text", ControlKind::kText},
+    {"password", ControlKind::kPassword},
+    {"memo", ControlKind::kMemo},
+    {"number", ControlKind::kNumber},
+    {"spin", ControlKind::kSpin},
+    {"slider", ControlKind::kSlider},
+    {"scrollbar", ControlKind::kScrollBar},
+    {"place", ControlKind::kPlace},
+    {"tabs", ControlKind::kTabs},
+    {"group", ControlKind::kGroup},
     {"firstpaint", ControlKind::kFirstPaint},
 };
 
@@ -151,8 +161,8 @@ class Reader {
   }
 
   bool ReadHead(const std::vector<std::string>& words) {
-    if (words.size() != 4 || words[0] != "dialog" || !words[3].starts_with('"') ||
-        !ReadId(words[1], &result.number) || result.number == 0) {
+    if (words.size() != 4 || words[0] != "dialog" || !words[3].starts_with('"') || !ReadId(words[1], &result.number) ||
+        result.number == 0) {
       return Fail("a template begins with: dialog NUMBER SIZE \"TITLE\"");
     }
     const auto size = std::ranges::find(kSizeNames, words[2]);

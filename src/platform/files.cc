@@ -33,12 +33,11 @@ DWORD MakeUnique(FileStore& files, std::u16string_view folder, std::u16string_vi
   return kErrorFileExists;
 }
 
-}  // namespace
-
-DWORD GetTempPathW(DWORD room, char16_t* buffer) {
+/// A folder for the caller's buffer; the length of its path, or the room it needs.
+DWORD FolderResult(std::u16string (FileStore::*folder_of)(), DWORD room, char16_t* buffer) {
   DWORD length = 0;
   BoolResult(WithBackend([&](const Backend& backend) {
-    const std::u16string folder = backend.files->TempFolder();
+    const std::u16string folder = (backend.files->*folder_of)();
     if (folder.empty()) return kErrorPathNotFound;
     length = static_cast<DWORD>(folder.size());
     if (buffer == nullptr || room <= length) {
@@ -49,6 +48,16 @@ DWORD GetTempPathW(DWORD room, char16_t* buffer) {
     return kErrorSuccess;
   }));
   return length;
+}
+
+}  // namespace
+
+DWORD GetTempPathW(DWORD room, char16_t* buffer) {
+  return FolderResult(&FileStore::TempFolder, room, buffer);
+}
+
+DWORD GetSystemDirectoryW(char16_t* buffer, DWORD room) {
+  return FolderResult(&FileStore::SystemFolder, room, buffer);
 }
 
 DWORD GetTempFileNameW(const char16_t* folder, const char16_t* prefix, DWORD unique, char16_t* name) {
@@ -102,6 +111,15 @@ BOOL WriteFile(HANDLE file, const void* buffer, DWORD size, DWORD* written) {
     if (written == nullptr || (buffer == nullptr && size != 0)) return kErrorInvalidParameter;
     return opened->file->Write({static_cast<const uint8_t*>(buffer), size}, written);
   }));
+}
+
+DWORD GetFileSize(HANDLE file) {
+  uint64_t size = 0;
+  const BOOL told = BoolResult(WithBackend([&](const Backend&) {
+    const auto opened = FindHandleOf<OpenedFile>(file);
+    return opened == nullptr ? kErrorInvalidHandle : opened->file->Size(&size);
+  }));
+  return told != 0 ? static_cast<DWORD>(std::min<uint64_t>(size, INVALID_FILE_SIZE - 1)) : INVALID_FILE_SIZE;
 }
 
 BOOL CloseHandle(HANDLE file) {

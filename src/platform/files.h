@@ -18,6 +18,7 @@ inline constexpr DWORD CREATE_NEW = 1;
 inline constexpr DWORD CREATE_ALWAYS = 2;
 inline constexpr DWORD OPEN_EXISTING = 3;
 
+inline constexpr DWORD INVALID_FILE_SIZE = 0xFFFFFFFF;
 inline constexpr DWORD INVALID_FILE_ATTRIBUTES = 0xFFFFFFFF;
 inline constexpr DWORD FILE_ATTRIBUTE_READONLY = 0x1;    ///< this user may not write it, or nobody may
 inline constexpr DWORD FILE_ATTRIBUTE_HIDDEN = 0x2;      ///< its name begins with a point
@@ -30,6 +31,10 @@ extern "C" {
 /// The user's private folder for temporary files, with its separator; it is made if it is missing. Returns its length,
 /// or the room needed with the terminator if `room` is too small; 0 on failure.
 HERON_PLATFORM_API DWORD GetTempPathW(DWORD room, char16_t* buffer);
+
+/// The folder of the system's own working files, without a separator at its end; "spool" and "PRINTERS" below it exist
+/// and belong to the user alone. Results as GetTempPathW.
+HERON_PLATFORM_API DWORD GetSystemDirectoryW(char16_t* buffer, DWORD room);
 
 /// Writes the name "<folder><first three characters of prefix><low 16 bits of the number in hexadecimal>.tmp" into
 /// `name` (kMaxPath characters) and returns those 16 bits. With `unique` 0 a number is chosen and the file is made,
@@ -45,6 +50,8 @@ HERON_PLATFORM_API HANDLE CreateFileW(const char16_t* path, DWORD access, DWORD 
 HERON_PLATFORM_API BOOL ReadFile(HANDLE file, void* buffer, DWORD size, DWORD* read);
 /// Writes all of `buffer` or fails; `*written` tells what was written.
 HERON_PLATFORM_API BOOL WriteFile(HANDLE file, const void* buffer, DWORD size, DWORD* written);
+/// The file's size, at most 0xFFFFFFFE; INVALID_FILE_SIZE on failure. `high` of the documented call is left out.
+HERON_PLATFORM_API DWORD GetFileSize(HANDLE file);
 HERON_PLATFORM_API BOOL CloseHandle(HANDLE file);
 HERON_PLATFORM_API BOOL DeleteFileW(const char16_t* path);
 /// FILE_ATTRIBUTE_ bits of whatever bears this name, a link included; INVALID_FILE_ATTRIBUTES if nothing does.

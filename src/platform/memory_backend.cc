@@ -202,10 +202,12 @@ struct MemoryBackend::State final : TreeStore, ModuleLoader, ProcessInfo, TextCo
   bool Writable(Hive hive) override { return Tick() == kErrorSuccess && MayWrite(hive); }
 
   HMODULE Load(std::u16string_view path) override {
-    if (Tick() != kErrorSuccess || !owner->modules.contains(std::u16string(path))) return nullptr;
+    const std::u16string name(path);
+    const bool exists = owner->modules.contains(name) || owner->functions.contains(name);
+    if (Tick() != kErrorSuccess || !exists) return nullptr;
     const std::lock_guard guard(modules_mutex);
     auto found = std::ranges::find(loaded, path, &Loaded::path);
-    if (found == loaded.end()) found = loaded.insert(loaded.end(), {.path = std::u16string(path), .count = 0});
+    if (found == loaded.end()) found = loaded.insert(loaded.end(), {.path = name, .count = 0});
     ++found->count;
     return reinterpret_cast<HMODULE>(found - loaded.begin() + 1);
   }
@@ -234,6 +236,33 @@ struct MemoryBackend::State final : TreeStore, ModuleLoader, ProcessInfo, TextCo
     if (texts == owner->modules.end()) return {};
     const auto text = texts->second.find(id);
     return text == texts->second.end() ? std::u16string_view() : text->second;
+  }
+
+  void* Function(HMODULE module, const char* name) override {
+    if (Tick() != kErrorSuccess) return nullptr;
+    const std::lock_guard guard(modules_mutex);
+    const Loaded* const entry = LoadedOf(module);
+    if (entry == nullptr || !owner->functions.contains(entry->path)) return nullptr;
+    const auto& exported = owner->functions.at(entry->path);
+    const auto found = exported.find(name);
+    return found == exported.end() ? nullptr : found->second;
+  }
+
+  HMODULE Find(std::u16string_view path) override {
+    if (Tick() != kErrorSuccess) return nullptr;
+    const std::lock_guard guard(modules_mutex);
+    const auto found = std::ranges::find(loaded, path, &Loaded::path);
+    const bool in_use = found != loaded.end() && found->count > 0;
+    return in_use ? reinterpret_cast<HMODULE>(found - loaded.begin() + 1) : nullptr;
+  }
+
+  bool LocalTime(SYSTEMTIME* time) override {
+    if (Tick() != kErrorSuccess || owner->clockFails) return false;
+    *time = owner->localTime;
+    return true;
+  }
+  std::vector<AdapterAddress> Adapters() override {
+    return Tick() == kErrorSuccess ? owner->adapters : std::vector<AdapterAddress>();
   }
 
   std::u16string FileName() override { return Tick() == kErrorSuccess ? owner->processFileName : std::u16string(); }

@@ -36,6 +36,18 @@ class MemoryBackend {
   bool userWritable = true;
   /// Modules by full path, each with its texts by number.
   std::map<std::u16string, std::map<uint32_t, std::u16string>> modules;
+  /// The modules' functions, by full path and name; a module of either map can be loaded.
+  std::map<std::u16string, std::map<std::string, void*>> functions;
+  SYSTEMTIME localTime = {.wYear = 2026,
+                          .wMonth = 2,
+                          .wDayOfWeek = 6,
+                          .wDay = 28,
+                          .wHour = 13,
+                          .wMinute = 45,
+                          .wSecond = 7,
+                          .wMilliseconds = 500};
+  bool clockFails = false;
+  std::vector<AdapterAddress> adapters = {{0x02, 0x00, 0x5E, 0x10, 0xAB, 0xCD}};
   MemoryFiles files;
 
  private:

@@ -1,4 +1,4 @@
-// Files in memory. One folder exists; an open file outlives its deletion, as on the host.
+// Files in memory. Two folders exist; an open file outlives its deletion, as on the host.
 #include "platform/memory_files.h"
 
 #include <algorithm>
@@ -9,6 +9,7 @@ namespace heron::platform {
 namespace {
 
 constexpr char16_t kTempFolder[] = u"/tmp/heron/";
+constexpr char16_t kSystemFolder[] = u"/system";
 
 class OpenMemoryFile final : public OpenFile {
  public:
@@ -34,6 +35,12 @@ class OpenMemoryFile final : public OpenFile {
     return kErrorSuccess;
   }
 
+  DWORD Size(uint64_t* size) override {
+    const std::lock_guard guard(mutex_);
+    *size = bytes_->size();
+    return kErrorSuccess;
+  }
+
  private:
   std::mutex mutex_;
   std::shared_ptr<std::vector<uint8_t>> bytes_;
@@ -45,6 +52,10 @@ class OpenMemoryFile final : public OpenFile {
 
 std::u16string MemoryFiles::TempFolder() {
   return kTempFolder;
+}
+
+std::u16string MemoryFiles::SystemFolder() {
+  return kSystemFolder;
 }
 
 bool MemoryFiles::MayChange(std::u16string_view path) const {

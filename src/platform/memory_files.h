@@ -13,6 +13,7 @@ namespace heron::platform {
 class MemoryFiles : public FileStore {
  public:
   std::u16string TempFolder() override;
+  std::u16string SystemFolder() override;
   uint32_t NumberHint() override { return 0; }
   DWORD CreateNew(std::u16string_view path) override;
   DWORD Open(std::u16string_view path, bool write, bool create, std::shared_ptr<OpenFile>* file) override;

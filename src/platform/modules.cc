@@ -26,6 +26,26 @@ BOOL FreeLibrary(HMODULE module) {
   }));
 }
 
+HMODULE GetModuleHandleW(const char16_t* path) {
+  HMODULE module = nullptr;
+  BoolResult(WithBackend([&](const Backend& backend) {
+    if (path == nullptr) return kErrorInvalidParameter;
+    module = backend.modules->Find(path);
+    return module == nullptr ? kErrorModNotFound : kErrorSuccess;
+  }));
+  return module;
+}
+
+void* GetProcAddress(HMODULE module, const char* name) {
+  void* function = nullptr;
+  BoolResult(WithBackend([&](const Backend& backend) {
+    if (module == nullptr || name == nullptr) return kErrorInvalidHandle;
+    function = backend.modules->Function(module, name);
+    return function == nullptr ? kErrorProcNotFound : kErrorSuccess;
+  }));
+  return function;
+}
+
 int LoadStringW(HMODULE module, uint32_t id, char16_t* buffer, int room) {
   if (buffer == nullptr || room <= 0) return 0;
   buffer[0] = u'\0';

@@ -13,6 +13,11 @@ extern "C" {
 /// already costs a look-up only.
 HERON_PLATFORM_API HMODULE LoadLibraryW(const char16_t* path);
 HERON_PLATFORM_API BOOL FreeLibrary(HMODULE module);
+/// The module loaded from `path`, not to be freed; null if it isn't loaded.
+HERON_PLATFORM_API HMODULE GetModuleHandleW(const char16_t* path);
+
+/// Address of the function that the module exports under `name`; null if there is none.
+HERON_PLATFORM_API void* GetProcAddress(HMODULE module, const char* name);
 
 /// Copies text number `id` of the module into `buffer` (`room` characters, terminator included; cut to fit) and returns
 /// the characters copied. 0 if there is no such text or `module` is null; `buffer` then holds the empty text if it has

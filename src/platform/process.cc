@@ -53,4 +53,21 @@ BOOL GetUserNameW(char16_t* buffer, DWORD* length) {
   }));
 }
 
+BOOL GetLocalTime(SYSTEMTIME* time) {
+  return BoolResult(WithBackend([&](const Backend& backend) {
+    if (time == nullptr) return kErrorInvalidParameter;
+    return backend.process->LocalTime(time) ? kErrorSuccess : kErrorGenFailure;
+  }));
+}
+
+DWORD GetAdapterAddress(DWORD index, uint8_t* address) {
+  return WithBackend([&](const Backend& backend) {
+    if (address == nullptr) return kErrorInvalidParameter;
+    const std::vector<AdapterAddress> adapters = backend.process->Adapters();
+    if (index >= adapters.size()) return kErrorNoMoreItems;
+    std::ranges::copy(adapters[index], address);
+    return kErrorSuccess;
+  });
+}
+
 }  // namespace heron::platform

@@ -19,6 +19,13 @@ HERON_PLATFORM_API int GetLocaleInfoW(DWORD locale, DWORD item, char16_t* buffer
 
 /// The user's logon name. `*length`: in, room with terminator; out, characters with terminator.
 HERON_PLATFORM_API BOOL GetUserNameW(char16_t* buffer, DWORD* length);
+
+/// Date and time of the user's time zone. The documented call can't fail, this one says so if it does.
+HERON_PLATFORM_API BOOL GetLocalTime(SYSTEMTIME* time);
+
+/// The six bytes of the `index`-th network adapter's address; kErrorNoMoreItems at the end. A call of our own, for what
+/// the documented one tells in three commands.
+HERON_PLATFORM_API DWORD GetAdapterAddress(DWORD index, uint8_t* address);
 }
 
 }  // namespace heron::platform

@@ -47,6 +47,7 @@ inline constexpr DWORD kErrorDiskFull = 112;
 inline constexpr DWORD kErrorInsufficientBuffer = 122;
 inline constexpr DWORD kErrorInvalidLevel = 124;
 inline constexpr DWORD kErrorModNotFound = 126;
+inline constexpr DWORD kErrorProcNotFound = 127;
 inline constexpr DWORD kErrorBusy = 170;
 inline constexpr DWORD kErrorMoreData = 234;
 inline constexpr DWORD kErrorNoMoreItems = 259;
@@ -60,6 +61,17 @@ inline constexpr DWORD kErrorPrinterDeleted = 1905;  ///< the queue was removed 
 inline constexpr DWORD REG_SZ = 1;      ///< UTF-16 text with its terminator
 inline constexpr DWORD REG_BINARY = 3;  ///< bytes
 inline constexpr DWORD REG_DWORD = 4;   ///< u32, little-endian
+
+struct SYSTEMTIME {
+  WORD wYear;
+  WORD wMonth;  ///< 1 to 12
+  WORD wDayOfWeek;
+  WORD wDay;  ///< 1 to 31
+  WORD wHour;
+  WORD wMinute;
+  WORD wSecond;
+  WORD wMilliseconds;
+};
 
 /// Separator of paths of files and modules on this host; the registry keeps its backslash.
 inline constexpr char16_t kPathSeparator = u'/';

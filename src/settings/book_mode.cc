@@ -21,7 +21,9 @@ constexpr uint32_t kDefaultResolution = 600;
 constexpr int kSeededByThis = 1;
 constexpr int kSeededByOther = 2;
 constexpr int kNeverSeeded = 3;
-constexpr std::u16string_view kSpreadsheet = u"EXCEL.EXE";
+constexpr char16_t kGfxMode[] = u"bGFXMode";
+constexpr char16_t kPdlType[] = u"bPDLType";
+constexpr char16_t kEnableBppChange[] = u"bEnableBPPChange";
 constexpr size_t kProgramPathRoom = 4096;
 
 /// Reads a number; one of the wrong type or size counts as missing.
@@ -94,13 +96,38 @@ constexpr char16_t Upper(char16_t c) {
 
 }  // namespace
 
-bool InExcel() {
+bool ProcessIs(std::u16string_view program) {
   std::array<char16_t, kProgramPathRoom> path;
   const size_t length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-  if (length < kSpreadsheet.size() || length > path.size()) return false;
-  const char16_t* end = path.data() + length - kSpreadsheet.size();
-  for (const char16_t c : kSpreadsheet) {
+  if (length < program.size() || length > path.size()) return false;
+  const char16_t* end = path.data() + length - program.size();
+  for (const char16_t c : program) {
     if (Upper(*end++) != c) return false;
+  }
+  return true;
+}
+
+bool InExcel() {
+  return ProcessIs(u"EXCEL.EXE");
+}
+
+BookModeJob ReadBookModeJob(std::u16string_view printer_name) {
+  const BookMode mode = OpenBookMode(printer_name);
+  BookModeJob job;
+  if (mode.key == nullptr || mode.fresh) return job;
+  ReadNumber(mode.key.get(), kGfxMode, &job.gfxMode);
+  ReadNumber(mode.key.get(), kPdlType, &job.pdlType);
+  ReadNumber(mode.key.get(), kEnableBppChange, &job.enableBppChange);
+  return job;
+}
+
+bool WriteBookModeJob(std::u16string_view printer_name, const BookModeJob& job) {
+  const BookMode mode = OpenBookMode(printer_name);
+  if (mode.key == nullptr) return false;
+  RegistryBatch batch(HKEY_CURRENT_USER);
+  if (WriteNumber(mode.key.get(), kGfxMode, job.gfxMode) && WriteNumber(mode.key.get(), kPdlType, job.pdlType) &&
+      WriteNumber(mode.key.get(), kEnableBppChange, job.enableBppChange)) {
+    batch.Keep();
   }
   return true;
 }

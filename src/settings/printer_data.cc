@@ -25,7 +25,6 @@ constexpr char16_t kRenderDriverValue[] = u"SPLUserModePrinterDriver";
 constexpr std::u16string_view kRenderDriver = u"TVOR6F1.DLL";
 constexpr std::u16string_view kUserKeyBase = u"Software\\Varnell\\PCL\\Varnell 70/36MX-2CHSUS\\";
 
-constexpr size_t kPrinterNameLength = 31;
 constexpr size_t kNameBytes = 31;  ///< of a queue's name in the system code page, as a key keeps it
 constexpr size_t kUserKeyLength = 260;
 
@@ -98,12 +97,12 @@ bool SaveDefaultRecord(HANDLE printer, const char16_t* printer_name) {
 
 }  // namespace
 
-std::u16string PrinterName(HANDLE printer) {
+std::u16string PrinterName(HANDLE printer, size_t length) {
   const PrinterInfo info(printer, 1);
   if (!info) return {};
   const char16_t* told = info.As<PRINTER_INFO_1W>().pName;
   const std::u16string_view name = told != nullptr ? told : u"";
-  return std::u16string(name.substr(0, kPrinterNameLength));
+  return std::u16string(name.substr(0, length));
 }
 
 std::u16string BuildUserKey(std::u16string_view printer_name, std::u16string_view sub1, std::u16string_view sub2) {

@@ -15,8 +15,10 @@
 
 namespace heron {
 
-/// Name of the queue from PRINTER_INFO_1, at most 31 characters; empty if it can't be read.
-std::u16string PrinterName(platform::HANDLE printer);
+inline constexpr size_t kPrinterNameLength = 31;  ///< as records and keys have it
+
+/// Name of the queue from PRINTER_INFO_1, cut to `length` characters; empty if it can't be read.
+std::u16string PrinterName(platform::HANDLE printer, size_t length = kPrinterNameLength);
 
 /// Path of the user's key of a queue, with up to two parts below; at most 260 characters. The name goes through the
 /// system code page and is cut at the last whole character within 31 bytes; then a leading "\\" is dropped.
@@ -42,7 +44,9 @@ void EnsureRenderDriverValue(platform::HANDLE printer);
 /// The work of DrvPrinterEvent: 1, or 0 only if the resources for event 3 can't be opened.
 int32_t HandlePrinterEvent(const char16_t* printer_name, int event);
 
-/// Whether the process is the spreadsheet program whose jobs are handled apart: its file name ends in "EXCEL.EXE".
+/// Whether the process's file name ends in `program`, which is in capitals; the case of letters doesn't count.
+bool ProcessIs(std::u16string_view program);
+/// Whether the process is the spreadsheet program whose jobs are handled apart.
 bool InExcel();
 
 /// BookMode of a user and queue: 0 nothing known, 1 the last confirmed choice was fax, 2 print.
@@ -51,6 +55,16 @@ uint32_t BookModeStatus(std::u16string_view printer_name);
 uint32_t BookModeResolution(std::u16string_view printer_name);
 bool SetBookModeStatus(const DriverEnv& env, uint32_t status);
 bool SetBookModeResolution(std::u16string_view printer_name, uint32_t value);
+
+/// What a job of the spreadsheet program leaves for the reset that it performs; 0 is nothing known.
+struct BookModeJob {
+  uint32_t gfxMode = 0;
+  uint32_t pdlType = 0;
+  uint32_t enableBppChange = 0;
+};
+BookModeJob ReadBookModeJob(std::u16string_view printer_name);
+/// All three as one. False only if the key doesn't open.
+bool WriteBookModeJob(std::u16string_view printer_name, const BookModeJob& job);
 
 /// 1 the stores were seeded by this version (low 14 bits), 2 by another, 3 never. 1 also if the store can't tell for
 /// now, so that nobody's lists are replaced over it.

@@ -1,16 +1,16 @@
-// How passwords are kept in a record: scrambled, so that they can't be read over somebody's shoulder. No encryption.
+// Passwords in a record are kept out of plain sight, not kept secret: whoever has the record can undo this.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace heron {
 
-/// Which password; the number tells how many characters of it count.
-enum class Secret : uint8_t { kSecurePrint = 11, kUser = 64, kDepartment = 8 };
+/// What is scrambled; the number of characters that its field holds.
+enum class SecretKind { kSecurePrint = 11, kUser = 64, kDepartment = 8 };
 
-/// Its own inverse. Stops at the end of the text or behind the characters that count.
-std::u16string TextScramble(std::u16string_view text, Secret kind);
+/// The text up to its first zero and at most the kind's characters, each combined with the mask. Its own inverse. The
+/// mask is part of stored records and never changes; it makes no zero and no surrogate of characters 32 to 126.
+std::u16string TextScramble(std::u16string_view text, SecretKind kind);
 
 }  // namespace heron

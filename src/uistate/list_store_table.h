@@ -31,7 +31,7 @@ struct ListStoreRow {
 };
 
 // clang-format off
-inline constexpr auto kPageListRows = std::to_array<ListStoreRow>({
+inline constexpr auto kPageListStoreRows = std::to_array<ListStoreRow>({
     {37,  kKeyRow,   1, u"InterSheet"},
     {38,  kKeyRow,   2, u"InterSheetList%d",         1, 10},
     {39,  kValueRow, 3, u"InterSheetListName"},
@@ -74,7 +74,7 @@ inline constexpr auto kPageListRows = std::to_array<ListStoreRow>({
     {68,  kFileRow,  3, u"TabIndexSpace"},
     {69,  kFileRow,  3, u"TabTextPosition"},
 });
-static_assert(kPageListRows.size() == 41);
+static_assert(kPageListStoreRows.size() == 41);
 
 inline constexpr auto kOverlayRows = std::to_array<ListStoreRow>({
     {1,  kKeyRow,   1, u"Form"},

@@ -17,7 +17,7 @@ struct ListStoreRows {
 
 /// The six row tables, in the order of ListStoreSet.
 inline constexpr std::array<ListStoreRows, 6> kListStoreRows = {{
-    {ListStoreId::kPageLists, kPageListRows},
+    {ListStoreId::kPageLists, kPageListStoreRows},
     {ListStoreId::kOverlays, kOverlayRows},
     {ListStoreId::kWatermarks, kWatermarkRows},
     {ListStoreId::kFontSubst, kFontSubstRows},

@@ -49,8 +49,9 @@ std::u16string ExpandName(const ListStoreRow& row, int number) {
 
 class StoreWalker {
  public:
-  StoreWalker(const ListStoreSet& set, ListStoreId store, std::u16string_view printer_name, WalkOp op)
-      : set_(set), rows_(RowsOf(store)), printer_name_(printer_name), op_(op) {}
+  /// `only`: the one number of level 2 names to be walked, all of them if it is negative.
+  StoreWalker(const ListStoreSet& set, ListStoreId store, std::u16string_view printer_name, WalkOp op, int only)
+      : set_(set), rows_(RowsOf(store)), printer_name_(printer_name), op_(op), only_(only) {}
 
   /// False if a registry call failed.
   bool Run();
@@ -79,6 +80,7 @@ class StoreWalker {
   const std::span<const ListStoreRow> rows_;
   const std::u16string_view printer_name_;
   const WalkOp op_;
+  const int only_;
   std::vector<OpenKey> keys_;
   std::vector<uint8_t> buffer_;
 };
@@ -118,7 +120,9 @@ NumberRange StoreWalker::RangeOf(const ListStoreRow& row, int list) const {
 /// Every item of the row, under every key of the level above; then what a longer list left there.
 bool StoreWalker::WalkRow(const Chain& chain) {
   const ListStoreRow& row = *chain.row;
-  const NumberRange outer = row.level >= 2 ? RangeOf(*chain.level2, 0) : NumberRange{0, 0};
+  NumberRange outer = row.level >= 2 ? RangeOf(*chain.level2, 0) : NumberRange{0, 0};
+  const bool numbered = row.level >= 2 && chain.level2->name.find(u'%') != std::u16string_view::npos;
+  if (only_ >= 0 && numbered) outer = {std::max(outer.first, only_), std::min(outer.last, only_)};
   for (int number2 = outer.first; number2 <= outer.last; ++number2) {
     const NumberRange inner = row.level == 3 ? RangeOf(row, number2) : NumberRange{0, 0};
     for (int number3 = inner.first; number3 <= inner.last; ++number3) {
@@ -174,7 +178,7 @@ bool StoreWalker::ReadField(HKEY key, const ListStoreRow& row, const std::u16str
   if (wanted == platform::REG_SZ) {
     const size_t end = TextLength(field) * sizeof(char16_t);
     std::memset(field.data + end, 0, field.size - end);
-  } else if (IsCountRow(rows_, row)) {
+  } else if (IsCountRow(rows_, row) && only_ < 0) {
     StoreCount(field, CountIn(field, RoomOfList(row.id)), RoomOfList(row.id));
   }
   return true;
@@ -274,18 +278,18 @@ bool HasStore(const ListStoreSet& set, ListStoreId store) {
   return false;
 }
 
-/// A private set with the queue's per-page lists alone; without them if they can't be had.
-ListStoreSet ReadPageLists(std::u16string_view printer_name) {
+/// A private set with one of the queue's per-page lists alone; without it if it can't be had.
+ListStoreSet ReadPageList(std::u16string_view printer_name, int list) {
   ListStoreSet set;
   set.pageLists.reset(new (std::nothrow) PageListStore{});
-  if (!WalkStore(set, ListStoreId::kPageLists, printer_name, WalkOp::kRead)) set.pageLists.reset();
+  if (!ReadStoreItem(set, ListStoreId::kPageLists, printer_name, list)) set.pageLists.reset();
   return set;
 }
 
 template <typename T>
 bool ReadPageListField(std::u16string_view printer_name, uint16_t row_id, int list, int item, T* out) {
   static_assert(std::is_trivially_copyable_v<T>);
-  const ListStoreSet set = ReadPageLists(printer_name);
+  const ListStoreSet set = ReadPageList(printer_name, list);
   StoreField field;
   if (!GetStoreField(row_id, set, list, item, &field) || field.size != sizeof *out) return false;
   std::memcpy(out, field.data, sizeof *out);
@@ -297,21 +301,30 @@ constexpr uint16_t kMixplexRow = 41;
 constexpr uint16_t kPageRow = 42;
 constexpr uint16_t kTabSettingsRow = 63;
 
-}  // namespace
-
-bool WalkStore(const ListStoreSet& set, ListStoreId store, std::u16string_view printer_name, WalkOp op) {
+/// The walk in its batch.
+bool WalkInBatch(const ListStoreSet& set, ListStoreId store, std::u16string_view printer_name, WalkOp op, int only) {
   if (!IsStoreEnabled(static_cast<uint16_t>(store))) return true;
   if (!HasStore(set, store)) return false;
   // For a read the batch is only a consistent look, and a user who may not write reads without it.
   platform::RegistryBatch batch(platform::HKEY_CURRENT_USER);
   if (op != WalkOp::kRead && !batch.open()) return false;
-  const bool walked = StoreWalker(set, store, printer_name, op).Run();
+  const bool walked = StoreWalker(set, store, printer_name, op, only).Run();
   // An ended read must never withdraw a batch around it.
   if (op == WalkOp::kRead) {
     batch.Keep();
     return walked;
   }
   return walked && batch.Keep();
+}
+
+}  // namespace
+
+bool WalkStore(const ListStoreSet& set, ListStoreId store, std::u16string_view printer_name, WalkOp op) {
+  return WalkInBatch(set, store, printer_name, op, -1);
+}
+
+bool ReadStoreItem(const ListStoreSet& set, ListStoreId store, std::u16string_view printer_name, int number) {
+  return number >= 0 && WalkInBatch(set, store, printer_name, WalkOp::kRead, number);
 }
 
 bool ReadListStores(ListStoreSet& set, std::u16string_view printer_name, platform::HANDLE printer) {

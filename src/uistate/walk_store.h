@@ -26,6 +26,11 @@ enum class WalkOp : uint8_t {
 /// written, and a store that was being read holds what came before the failure.
 bool WalkStore(const ListStoreSet& set, ListStoreId store, std::u16string_view printer_name, WalkOp op);
 
+/// Reads what one level 2 name of the store holds, a per-page list (1 to 10) or a watermark (0 to 50), and the fields
+/// that have no number. A count is then as stored, narrowed but not clamped: whoever asks for one item wants to know
+/// whether its list is sound. Result as of WalkStore; a number that isn't stored leaves its fields.
+bool ReadStoreItem(const ListStoreSet& set, ListStoreId store, std::u16string_view printer_name, int number);
+
 /// Reads the five registry stores, then the user papers from the queue's data. A value that isn't stored leaves its
 /// field. False if one of the stores couldn't be read; the others are read all the same.
 bool ReadListStores(ListStoreSet& set, std::u16string_view printer_name, platform::HANDLE printer);

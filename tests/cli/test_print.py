@@ -64,7 +64,9 @@ class PrintTest(support.Journey):
     def refuse(self, code, document, *more, **options):
         """Prints in vain: nothing is left behind."""
         before = sorted(self.jobs.iterdir())
-        self.heron("print", "-p", "Office", *more, document, "--out", self.jobs / "refused", code=code, **options)
+        done = self.run_heron("print", "-p", "Office", *more, document, "--out", self.jobs / "refused", **options)
+        self.assertEqual((done.returncode, done.stdout), (code, b""), done.stderr)
+        self.assertRegex(done.stderr.decode(), r"(?m)^heron: \S", "a question may stand before the reason")
         self.assertEqual(sorted(self.jobs.iterdir()), before)
 
     def pages(self, folder):

@@ -94,6 +94,19 @@ TEST_F(ResolveTest, ThePickedCustomPaperIsAskedFor) {
   EXPECT_EQ(front.shown, "") << "the same paper again";
 }
 
+TEST_F(ResolveTest, ALongPaperIsMarkedAndNeedsLongMedia) {
+  Put("tray.4=1 lpMediaSource=7 lpMediaSize=9 lpOutputPaper=257");
+  (*ui->stores.userPapers)[2].longFlag = 1;
+  *FieldsOf(*ui, ParamNamed<u"lpUDPaperType">()).value = 3;
+  EXPECT_EQ(Resolve("lpMediaSize", 512), "0");
+  EXPECT_EQ(Value("mediaSizeMark"), 1);
+  EXPECT_EQ(Value("outputPaperMark"), 1) << "the output is the same paper";
+  EXPECT_EQ(MediaOfTray(*engine, 4).mediaType, 30);
+  EXPECT_EQ(Resolve("lpOutputPaper", 8), "0");
+  EXPECT_EQ(Value("mediaSizeMark"), 1);
+  EXPECT_EQ(Value("outputPaperMark"), 0);
+}
+
 TEST_F(ResolveTest, ADialogsChangesAreOneAction) {
   Put("lpMediaSize=8 lpOutputPaper=43 BindMargin_Check=1 lpMarginMode=2 fMargin=5 bMargin=5");
   BeginAction(*resolver);

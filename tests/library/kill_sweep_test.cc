@@ -34,8 +34,8 @@ Function Real(const char* name) {
 
 }  // namespace
 
-// These take the place of the system's in this program, for SQLite too. Only what makes files or lets them grow can fail
-// for want of room.
+// These take the place of the system's in this program, for SQLite too. Only what makes files or lets them grow can
+// fail for want of room.
 #pragma GCC visibility push(default)
 extern "C" {
 ssize_t write(int fd, const void* data, size_t size) {

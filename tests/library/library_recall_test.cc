@@ -88,10 +88,14 @@ TEST_F(RecallTest, TheZoomFollowsPapersThatCameAlone) {
     bool follows;
   };
   // Paper 256 is a user's. A zoom that follows its papers isn't the 55 of the file.
-  const Case cases[] = {{kRecallSize | kRecallUserPapers, 256, 9, false}, {kRecallSize, 256, 9, true},
-                        {kRecallSize, 11, 9, false},                      {kRecallUserPapers, 9, 9, false},
-                        {kRecallUserPapers, 11, 9, true},                 {0, 9, 9, false},
-                        {0, 11, 9, true},                                 {0, 256, 256, true}};
+  const Case cases[] = {{kRecallSize | kRecallUserPapers, 256, 9, false},
+                        {kRecallSize, 256, 9, true},
+                        {kRecallSize, 11, 9, false},
+                        {kRecallUserPapers, 9, 9, false},
+                        {kRecallUserPapers, 11, 9, true},
+                        {0, 9, 9, false},
+                        {0, 11, 9, true},
+                        {0, 256, 256, true}};
   for (const auto& [parts, saved_paper, own_paper, follows] : cases) {
     Value<u"lpMediaSize">(*ui) = saved_paper;
     Value<u"lpOutputPaper">(*ui) = 257;

@@ -42,14 +42,10 @@ TEST_F(OpeningTest, RefusesFilesOfOtherDriversAndSaysWhy) {
     const char* value;
     const char* said;
   };
-  const Case cases[] = {{"system", "OS/2", "[21102]|[25733]"},
-                        {"model", "Other", "[21102]|[25732]"},
-                        {"DrvLanguage", "ENU", "[21102]|[25735]"},
-                        {"DrvMachineDestination", "EU", "[21102]|[25735]"},
-                        {"manufacture", "", "[21106]|[25706]"},
-                        {"product", "", "[21106]|[25706]"},
-                        {"attributes", "0", "[21106]|[25707]"},
-                        {"DrvMachineDestination", "0", ""},
+  const Case cases[] = {{"system", "OS/2", "[21102]|[25733]"},     {"model", "Other", "[21102]|[25732]"},
+                        {"DrvLanguage", "ENU", "[21102]|[25735]"}, {"DrvMachineDestination", "EU", "[21102]|[25735]"},
+                        {"manufacture", "", "[21106]|[25706]"},    {"product", "", "[21106]|[25706]"},
+                        {"attributes", "0", "[21106]|[25707]"},    {"DrvMachineDestination", "0", ""},
                         {"DrvLanguage", "chs", "[21105]|[25765]"}};
   Open();
   for (const auto& [key, value, said] : cases) {
@@ -69,8 +65,9 @@ TEST_F(OpeningTest, RefusesFilesOfOtherDriversAndSaysWhy) {
 
 TEST_F(OpeningTest, WhatIsNoSettingsFileIsRefusedWithoutDamage) {
   Open();
-  const std::string junk[] = {"", std::string(1, '\0'), "[x]", std::string((1 << 20) + 1, 'x'), "\r\n\r\n",
-                              "[IP_SETTING LIBRARY DRIVERINFO]\nmanufacture=Varnell\nproduct=x\n"};
+  const std::string junk[] = {"",         std::string(1, '\0'),
+                              "[x]",      std::string((1 << 20) + 1, 'x'),
+                              "\r\n\r\n", "[IP_SETTING LIBRARY DRIVERINFO]\nmanufacture=Varnell\nproduct=x\n"};
   for (const std::string& bytes : junk) {
     SetFile(u"/other/junk.vxs", bytes);
     EXPECT_FALSE(Register(u"/other/junk.vxs"));

@@ -121,7 +121,7 @@ TEST_F(SubDialogsTest, SecurePrintChecksInItsOrder) {
   Choose(172, 2);
   const std::u16string kept = GetText(ui(), TextSetting::kSecurePassword);
   EXPECT_EQ(kept.find(u'p'), std::u16string::npos);
-  EXPECT_EQ(TextScramble(kept, Secret::kSecurePrint), u"pw123456");
+  EXPECT_EQ(TextScramble(kept, SecretKind::kSecurePrint), u"pw123456");
   ASSERT_TRUE(sheet->Confirm());
   sheet = std::make_unique<ScriptedSheet>(desk, printer.get(), DM_COPY);
 }
@@ -175,7 +175,7 @@ TEST_F(SubDialogsTest, AuthenticationChecksInItsOrder) {
   page->Click(181);
   EXPECT_EQ(Value("lpAuthUserMode"), 2);
   EXPECT_EQ(GetText(ui(), TextSetting::kAuthUserName), u"ada");
-  EXPECT_EQ(TextScramble(GetText(ui(), TextSetting::kAuthPassword), Secret::kUser), u"pw");
+  EXPECT_EQ(TextScramble(GetText(ui(), TextSetting::kAuthPassword), SecretKind::kUser), u"pw");
   EXPECT_EQ(GetText(ui(), TextSetting::kDepartmentName), u"lab");
   EXPECT_EQ(GetText(ui(), TextSetting::kDepartmentPassword), u"");
 

@@ -55,14 +55,17 @@ QRect Ink(const QImage& image) {
 TEST_F(CanvasTest, ALineStandsWhereAlignmentAndDirectionPutIt) {
   struct Case {
     platform::DWORD align;
-    int direction;  ///< tenths of a degree
+    int direction;                  ///< tenths of a degree
     int left, right, above, below;  ///< on which sides of the position there is ink
   };
   // Text above or below its position, to the right or left of it; a quarter turn goes counter-clockwise.
   constexpr Case kCases[] = {
-      {platform::TA_LEFT | platform::TA_BOTTOM, 0, 0, 1, 1, 0},    {platform::TA_RIGHT | platform::TA_BOTTOM, 0, 1, 0, 1, 0},
-      {platform::TA_CENTER | platform::TA_TOP, 0, 1, 1, 0, 1},     {platform::TA_LEFT | platform::TA_BOTTOM, 900, 1, 0, 1, 0},
-      {platform::TA_CENTER | platform::TA_BOTTOM, 900, 1, 0, 1, 1}, {platform::TA_LEFT | platform::TA_BOTTOM, 1800, 1, 0, 0, 1},
+      {platform::TA_LEFT | platform::TA_BOTTOM, 0, 0, 1, 1, 0},
+      {platform::TA_RIGHT | platform::TA_BOTTOM, 0, 1, 0, 1, 0},
+      {platform::TA_CENTER | platform::TA_TOP, 0, 1, 1, 0, 1},
+      {platform::TA_LEFT | platform::TA_BOTTOM, 900, 1, 0, 1, 0},
+      {platform::TA_CENTER | platform::TA_BOTTOM, 900, 1, 0, 1, 1},
+      {platform::TA_LEFT | platform::TA_BOTTOM, 1800, 1, 0, 0, 1},
       {platform::TA_LEFT | platform::TA_BOTTOM, -900, 0, 1, 0, 1},
   };
   for (const bool outline : {false, true}) {
@@ -78,7 +81,8 @@ TEST_F(CanvasTest, ALineStandsWhereAlignmentAndDirectionPutIt) {
       painter.end();
       const QRect ink = Ink(image);
       constexpr int kSlack = 3;
-      SCOPED_TRACE(testing::Message() << "align " << row.align << " direction " << row.direction << " outline " << outline);
+      SCOPED_TRACE(testing::Message() << "align " << row.align << " direction " << row.direction << " outline "
+                                      << outline);
       EXPECT_EQ(ink.left() < 200 - kSlack, row.left == 1);
       EXPECT_EQ(ink.right() > 200 + kSlack, row.right == 1);
       EXPECT_EQ(ink.top() < 200 - kSlack, row.above == 1);
@@ -136,10 +140,10 @@ class JobCanvasTest : public CanvasTest {
   std::unique_ptr<JobCanvas> canvas;
 };
 
-constexpr QRgb kBlue = 0x0000FF, kRed = 0xFF0000;
-constexpr int kY = 3130, kBeside = 2100, kOn = 2550;  ///< inside the letters, beside and on the blue
+constexpr QRgb kRed = 0xFF0000;
+constexpr int kY = 3130, kBeside = 2100, kOn = 2525;  ///< inside the letters, beside and on the blue
 
-TEST_F(JobCanvasTest, AMarkedStampLiesUnderThePageAndAnyOtherOver) {
+TEST_F(JobCanvasTest, ThePageIsSeenThroughAMarkedStampAndNoOther) {
   for (const bool marked : {true, false}) {
     Open(DrawPath::k488, marked ? 2 : 1);
     if (marked) Send("EscStampBegin");
@@ -148,7 +152,9 @@ TEST_F(JobCanvasTest, AMarkedStampLiesUnderThePageAndAnyOtherOver) {
     const QImage page = Page();
     EXPECT_EQ(page.size(), QSize(612, 792));
     EXPECT_EQ(At(page, kBeside, kY), kRed);
-    EXPECT_EQ(At(page, kOn, kY), marked ? kBlue : kRed);
+    const QRgb on = At(page, kOn, kY);
+    EXPECT_NEAR(qBlue(on), marked ? 128 : 0, 2);
+    EXPECT_NEAR(qRed(on), marked ? 128 : 255, 2);
   }
 }
 

@@ -125,7 +125,7 @@ class RecordingCanvas : public platform::Canvas {
     std::optional<platform::RECT> clip;
   };
 
-  std::map<std::string, Reply> replies;             ///< by the escape's name
+  std::map<std::string, Reply> replies;              ///< by the escape's name
   std::map<std::string, std::vector<uint8_t>> sent;  ///< bytes last sent, by the escape's name
   /// Asked first, with the bytes sent; true: it has answered with 1 and an empty reply. May change `replies`.
   std::function<bool(const std::string& name, std::span<const uint8_t> in)> on_escape;

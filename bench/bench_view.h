@@ -1,0 +1,26 @@
+// A view that nobody looks at: it hands out one pending value and says yes.
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include "engine/view.h"
+
+namespace heron {
+
+struct BenchView : engine::EngineView {
+  uint16_t ReadControl(uint16_t) override { return pending; }
+  bool Show(const engine::Report& report) override {
+    benchmark::DoNotOptimize(report.text.data());
+    return true;
+  }
+  void RedisplayControl(uint16_t, uint16_t) override {}
+  void RefreshList(uint16_t) override {}
+  void RefreshPerPageList() override {}
+  void RepaintPictures() override {}
+  void EnableControl(uint16_t, bool) override {}
+  void FocusControl(uint16_t) override {}
+  bool PerPageRowSelected() const override { return false; }
+  uint16_t pending = 0;
+};
+
+}  // namespace heron

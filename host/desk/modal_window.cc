@@ -1,0 +1,32 @@
+#include "modal_window.h"
+
+#include <QVBoxLayout>
+
+#include "text.h"
+
+namespace heron::desk {
+
+ModalWindow::ModalWindow(QWidget* parent, Resources& resources, const platform::DialogTemplate& plan,
+                         platform::DialogLogic& logic)
+    : QDialog(parent), panel_(new Panel(this, resources, plan, logic, *this)) {
+  setWindowTitle(ToQt(plan.title));
+  setObjectName(QString::number(plan.number));
+  auto* const layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(panel_);
+}
+
+int ModalWindow::Run() {
+  panel_->Initialise();
+  panel_->Settle();
+  if (focusWidget() == nullptr) {
+    for (QWidget* const stop : panel_->TabStops()) {
+      if (!stop->isEnabled() || stop->isHidden()) continue;
+      stop->setFocus(Qt::OtherFocusReason);
+      break;
+    }
+  }
+  return exec();
+}
+
+}  // namespace heron::desk

@@ -1,0 +1,23 @@
+// Menus, file names and help, as a page asks for them.
+#pragma once
+
+#include <optional>
+
+#include "platform/dialog.h"
+#include "resources.h"
+
+class QWidget;
+
+namespace heron::desk {
+
+/// Runs a menu centred below `button`; the chosen command, or 0. The click on the button that closes the menu isn't
+/// one that opens it again.
+uint16_t RunMenu(QWidget* button, std::span<const platform::MenuItem> items, const Resources& resources);
+
+/// The full path chosen, or nothing.
+std::optional<std::u16string> RunFileQuestion(QWidget* window, const platform::FileQuestion& question);
+
+/// There are no help texts yet: says so, with the topic's number.
+void TellHelp(QWidget* window, uint32_t topic);
+
+}  // namespace heron::desk
