@@ -64,8 +64,8 @@ void Sheet::Keep(const Bytes& record) {
 }
 
 void Sheet::KeepLists() {
-  const bool locked = ui_->head().printerDataLocked != 0;
-  if (!WriteListStores(ui_->stores, PrinterName(printer_.handle()), printer_.handle(), locked))
+  const bool locked = ui().head().printerDataLocked != 0;
+  if (!WriteListStores(ui().stores, PrinterName(printer_.handle()), printer_.handle(), locked))
     throw Failure(kFailed,
                   "can't store the lists of watermarks, forms, pages and papers; check the disk and your rights");
 }
