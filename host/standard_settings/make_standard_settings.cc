@@ -92,7 +92,13 @@ int main(int argc, char** argv) {
   }
   const std::string bytes = heron::StandardSettings(std::filesystem::absolute(argv[1]));
   const auto* data = reinterpret_cast<const uint8_t*>(bytes.data());
-  if (!bytes.empty() && heron::store::ReplaceFileBytes(argv[2], {data, bytes.size()}) == 0) return 0;
+  if (!bytes.empty() && heron::store::ReplaceFileBytes(argv[2], {data, bytes.size()}) == 0) {
+    using std::filesystem::perms;  // a part of the program, which everybody may read
+    std::error_code error;
+    std::filesystem::permissions(argv[2], perms::group_read | perms::others_read, std::filesystem::perm_options::add,
+                                 error);
+    if (!error) return 0;
+  }
   std::cerr << "make_standard_settings: can't write " << argv[2] << '\n';
   return 1;
 }
