@@ -59,6 +59,7 @@ class Journeys : public ::testing::Test {
            sheet_ = &sheet;
            sheet.painted = [&, steps] {
              EXPECT_TRUE(QTest::qWaitForWindowActive(&sheet));
+             Photograph(sheet, "paper-page");
              steps();
              if (sheet.isVisible()) sheet.reject();
            };
