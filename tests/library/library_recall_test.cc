@@ -74,7 +74,7 @@ TEST_F(RecallTest, EachPartComesOnlyWhenItIsAskedFor) {
   for (int part = -1; part < 7; ++part) {
     CopyUiState(*ui, *fresh);
     ui->stores.overlays->formListNum = 2;
-    EXPECT_TRUE(Recall(part < 0 ? 0 : static_cast<uint8_t>(1 << part)).applied);
+    EXPECT_TRUE(Recall(static_cast<uint8_t>(part < 0 ? 0 : 1 << part)).applied);
     EXPECT_EQ(Value<u"lpPRNType">(*ui), 2) << "ordinary settings always come, " << part;
     for (int i = 0; i < 7; ++i) EXPECT_EQ(came()[static_cast<size_t>(i)], i == part) << part << ' ' << i;
     EXPECT_EQ(ui->stores.overlays->formListNum, part == 6 ? 1 : 2);
