@@ -63,7 +63,12 @@ Bytes RecordOfJob(const PrintOptions& options) {
   const std::string failure = WhyNot(changes, view, &code);
   if (!failure.empty()) throw Failure(code, failure);
   ChooseFirstWatermark(sheet.ui(), changes);
+  const auto faxes = [&] { return sheet.engine().Holds(engine::Control(u"lpOutput.902"), 1); };
+  const bool wants_fax = faxes();
   sheet.Commit(&view);
+  // The commit goes back to the printer; whoever asked for a fax doesn't want its pages on paper.
+  if (wants_fax && !faxes())
+    throw Failure(kRefused, "a fax needs a recipient, and the record has none; nothing was printed or sent");
   return sheet.Record();
 }
 

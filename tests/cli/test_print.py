@@ -141,6 +141,10 @@ class PrintTest(support.Journey):
         self.refuse(3, LETTER, "--in", record, "--no")
         self.refuse(3, LETTER, "--in", record)  # nobody can be asked
 
+    def test_a_fax_without_recipients_is_never_printed(self):
+        self.heron("settings", "-p", "Office", "--device", "-o", "lpFAXUnit=2", "--yes")
+        self.refuse(4, LETTER, "-o", "lpOutput=1")
+
     def test_what_cannot_be_printed_leaves_nothing(self):
         whole = png(20, 10, (0, 0, 0))
         for name, data in {"binary": b"\x00\x01\x02", "latin1.txt": b"caf\xe9", "cut.png": whole[:40],
