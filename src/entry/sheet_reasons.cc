@@ -89,8 +89,9 @@ bool TakeResult(PROPSHEETUI_INFO& info, LPARAM lParam) {
   return IsConfirmed(info, lParam);
 }
 
+/// What a user changed after the last Apply dies with the sheet. Texts and lists have no committed copy that tells.
 void WriteBack(SheetContext& context) {
-  WriteBackUiState(context.ui(), context.env, context.resources.get());
+  WriteBackUiState(context.applied != nullptr ? *context.applied : context.ui(), context.env, context.resources.get());
 }
 
 int32_t SetDocumentResult(PROPSHEETUI_INFO& info, const DOCUMENTPROPERTYHEADER& header, LPARAM lParam) {

@@ -19,6 +19,15 @@ constexpr ControlId kMachineView = 164;
 constexpr ControlId kUpperPicture = 166;
 constexpr ControlId kLowerPicture = 167;
 
+/// What the sheet's result will be made of. False, with that of before, if memory runs out.
+bool KeepApplied(SheetContext& sheet) {
+  if (sheet.applied != nullptr)
+    CopyUiState(*sheet.applied, sheet.ui());
+  else
+    sheet.applied = CloneUiState(sheet.ui());
+  return sheet.applied != nullptr;
+}
+
 }  // namespace
 
 void Page::OnInitialise() {
@@ -41,7 +50,7 @@ bool Page::OnApply() {
   engine::CommitSettings(engine(), this);
   engine::StoreWorkingList(ui());
   WriteListStores(ui().stores, PrinterName(sheet().hPrinter), sheet().hPrinter, ui().head().printerDataLocked != 0);
-  sheet().anyPageApplied = true;
+  if (!KeepApplied(sheet())) return false;
   if (sheet().callback != nullptr)
     sheet().callback(sheet().sheet, platform::CPSFUNC_SET_RESULT, reinterpret_cast<platform::LPARAM>(sheet().lastPage),
                      1);

@@ -34,7 +34,7 @@ struct SheetContext {
   DriverEnv env{};
   std::unique_ptr<engine::OpenedSettings> settings;
   std::vector<std::unique_ptr<platform::DialogLogic>> pages;
-  bool anyPageApplied = false;
+  UiStatePtr applied;  ///< a copy of the settings as the last Apply left them; null before the first
 
   UiState& ui() const { return *settings->ui; }
   engine::Engine& engine() const { return settings->engine; }

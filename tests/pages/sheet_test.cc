@@ -73,15 +73,26 @@ TEST_F(SheetTest, ACancelledSheetWritesNothing) {
 
 TEST_F(SheetTest, WhatWasAppliedIsCommittedWhateverFollows) {
   OpenPage();
-  Choose(176, 2);
-  ASSERT_TRUE(sheet->Apply());
-  EXPECT_EQ(sheet->results, 1);
-  EXPECT_TRUE(sheet->context().anyPageApplied);
-  Choose(176, 1);
-  page->Type(103, u"7");
+  const auto set = [&](int print_type, const char16_t* copies, const char16_t* id, uint8_t tray_media) {
+    Choose(176, print_type);
+    page->Type(103, copies);
+    pages::SetText(ui(), TextSetting::kSecureId, id);
+    ui().head().trayTable[4] = tray_media;
+    ui().stores.overlays->createFileName[0] = id[0];
+  };
+  engine::Setting<u"lpOverlay">(ui()) = 2;
+  for (const char16_t* id : {u"first", u"last"}) {
+    set(2, u"5", id, 7);
+    ASSERT_TRUE(sheet->Apply());
+  }
+  EXPECT_EQ(sheet->results, 2);
+  set(1, u"7", u"never", 9);
   sheet->Cancel();
   EXPECT_EQ(Get<"lpPRNType">(sheet->out), 2);
-  EXPECT_EQ(Get<"dmCopies">(sheet->out), 1);
+  EXPECT_EQ(Get<"dmCopies">(sheet->out), 5);
+  EXPECT_EQ(GetText<"secureId">(sheet->out), u"last");
+  EXPECT_EQ(FieldBytes<"trayTableIndex">(sheet->out)[2], 7);
+  EXPECT_EQ(GetText<"overlayName">(sheet->out), u"l");
 }
 
 TEST_F(SheetTest, APageMayRefuseToBeLeft) {
