@@ -103,14 +103,17 @@ void Page::OpenLibraryMenu() {
   if (library == nullptr) return;
   const uint16_t command = dialog().PopupMenu(row_.library, LibraryMenu(*library));
   if (command == kSaveToFullCommand) TellIfFull(*library);
-  if (const int place = EntryOfCommand(command); place >= 0) RecallEntry(place);
+  if (const LibraryEntry* chosen = library->At(EntryOfCommand(command)); chosen != nullptr) Recall(chosen->location);
 }
 
-void Page::RecallEntry(int place) {
+/// The list may have become another one while the menu was open: the entry is looked for, not counted.
+void Page::Recall(const FileLocation& chosen) {
   const SettingsLibraryPtr library = SettingsLibraryOpen(*this, ui(), sheet().resources.get(), LibraryLoad::kSettings);
+  if (library == nullptr) return;
+  int place = 0;
+  while (place < library->count && library->At(place)->location != chosen) ++place;
   engine::ResolveOutcome outcome;
-  if (library == nullptr || !RecallSettings(sheet().resolver(), this, *library, place, kDefaultRecallParts, &outcome))
-    return;
+  if (!RecallSettings(sheet().resolver(), this, *library, place, kDefaultRecallParts, &outcome)) return;
   engine::LoadPaperTable(ui());
   Rebuild();
   MarkChanged();

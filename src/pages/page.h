@@ -4,6 +4,7 @@
 // pages: the right-hand pane, the tail of Apply, the first-paint control, the help.
 #pragma once
 
+#include "library/library_entry.h"
 #include "pages/settings_view.h"
 
 namespace heron::pages {
@@ -64,7 +65,7 @@ class Page : public SettingsView {
  private:
   void RestoreDefaults();
   void OpenLibraryMenu();
-  void RecallEntry(int place);
+  void Recall(const FileLocation& chosen);
   void SelectView(ControlId id);
 
   PageRow row_;

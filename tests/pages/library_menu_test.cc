@@ -46,6 +46,24 @@ TEST_F(LibraryMenuTest, EntriesAreRecalledFromTheMenu) {
   EXPECT_EQ(page->changes, changes + 1);
 }
 
+TEST_F(LibraryMenuTest, TheEntryThatWasChosenIsRecalledOrNone) {
+  OpenPage("lpPRNType=2");
+  Save(u"Two sides");
+  Choose(176, 3);
+  Save(u"Booklet");
+  Choose(176, 1);
+  const auto lose = [&](const std::u16string& name) {
+    page->while_menu_is_open = [&, name] { backend.files.content.erase(u"/home/user/" + name + u".vxs"); };
+  };
+  lose(u"Two sides");
+  Menu(2626);
+  EXPECT_EQ(Value("lpPRNType"), 3);
+  lose(u"Booklet");
+  const auto before = Bytes();
+  Menu(2625);
+  EXPECT_TRUE(Bytes() == before);
+}
+
 TEST_F(LibraryMenuTest, AFullLibrarySaysSo) {
   OpenPage();
   for (char16_t n = u'a'; n < u'a' + kLibraryCapacity; ++n) Save(std::u16string(1, n));

@@ -255,6 +255,7 @@ void ScriptedDialog::End(int result) {
 
 uint16_t ScriptedDialog::PopupMenu(ControlId, std::span<const platform::MenuItem> items) {
   menu = {items.begin(), items.end()};
+  while_menu_is_open();
   return std::exchange(menu_choice, uint16_t{0});
 }
 

@@ -67,6 +67,7 @@ class ScriptedDialog : public platform::Dialog {
   int beeps = 0;
   std::vector<platform::MenuItem> menu;
   uint16_t menu_choice = 0;
+  std::function<void()> while_menu_is_open = [] {};
 
   // Dialog
   platform::HWND Window() override { return this; }
