@@ -4,10 +4,12 @@
 #include "engine/commit.h"
 #include "engine/control_tables.h"
 #include "engine/page_list.h"
+#include "engine/reports.h"
 #include "library/library_recall.h"
 #include "pages/library_menu.h"
 #include "pages/paper_page.h"
 #include "pages/plain_pages.h"
+#include "platform/text.h"
 #include "settings/printer_data.h"
 #include "uistate/walk_store.h"
 
@@ -18,6 +20,24 @@ constexpr ControlId kPaperView = 163;
 constexpr ControlId kMachineView = 164;
 constexpr ControlId kUpperPicture = 166;
 constexpr ControlId kLowerPicture = 167;
+
+std::u16string NameOf(ListStoreId store) {
+  switch (store) {
+    case ListStoreId::kPageLists:
+      return TextOf(26425);
+    case ListStoreId::kOverlays:
+      return TextOf(26412);
+    case ListStoreId::kWatermarks:
+      return TextOf(26423);
+    case ListStoreId::kFontSubst:
+      return TextOf(32032);
+    case ListStoreId::kFaxCover:
+      return TextOf(26200);
+    case ListStoreId::kUserPapers:
+      return TextOf(26404);
+  }
+  return {};
+}
 
 /// What the sheet's result will be made of. False, with that of before, if memory runs out.
 bool KeepApplied(SheetContext& sheet) {
@@ -46,15 +66,37 @@ void Page::OnActivate() {
 
 /// Every page runs the same tail, which commits all settings, so that the order of the pages makes no difference.
 bool Page::OnApply() {
+  const uint16_t front = ui().head().activeDialogId;
   SetActiveDialog(number());
   engine::CommitSettings(engine(), this);
+  if (front == number() && Editable()) Rebuild();  // its checks may have moved settings
+  SetActiveDialog(front);
   engine::StoreWorkingList(ui());
-  WriteListStores(ui().stores, PrinterName(sheet().hPrinter), sheet().hPrinter, ui().head().printerDataLocked != 0);
-  if (!KeepApplied(sheet())) return false;
+  if (!StoreLists() || !KeepApplied(sheet())) return false;
   if (sheet().callback != nullptr)
     sheet().callback(sheet().sheet, platform::CPSFUNC_SET_RESULT, reinterpret_cast<platform::LPARAM>(sheet().lastPage),
                      1);
   return true;
+}
+
+/// True if the lists are stored, or the user agrees to do without: what he changed isn't dropped silently. The next pages
+/// of the same Apply don't ask again.
+bool Page::StoreLists() {
+  constexpr uint32_t kQuestion = 32031;
+  const bool locked = ui().head().printerDataLocked != 0;
+  std::vector<ListStoreId> unwritten;
+  if (WriteListStores(ui().stores, PrinterName(sheet().hPrinter), sheet().hPrinter, locked, &unwritten)) return true;
+  if (!Editable() || sheet().doesWithoutLists) return true;
+  std::u16string names;
+  for (const ListStoreId store : unwritten) names.append(u"\n").append(NameOf(store));
+  const std::u16string text = platform::ExpandText(GetUiString(kQuestion), {std::u16string_view(names)});
+  sheet().doesWithoutLists = Show({engine::ModelCaption(), text, true});
+  return sheet().doesWithoutLists;
+}
+
+void Page::MarkChanged() {
+  sheet().doesWithoutLists = false;
+  dialog().MarkChanged();
 }
 
 void Page::OnDraw(ControlId id, platform::Canvas&, const platform::RECT&) {

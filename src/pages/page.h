@@ -58,11 +58,12 @@ class Page : public SettingsView {
 
   /// Resolves a change of the control and tells the sheet. True if it was applied.
   bool Change(ControlId id);
-  void MarkChanged() { dialog().MarkChanged(); }
+  void MarkChanged();
   /// Tells that rows of the per-page list have come into conflict, if any has.
   void TellNewConflicts();
 
  private:
+  bool StoreLists();
   void RestoreDefaults();
   void OpenLibraryMenu();
   void Recall(const FileLocation& chosen);

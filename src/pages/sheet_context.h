@@ -34,7 +34,8 @@ struct SheetContext {
   DriverEnv env{};
   std::unique_ptr<engine::OpenedSettings> settings;
   std::vector<std::unique_ptr<platform::DialogLogic>> pages;
-  UiStatePtr applied;  ///< a copy of the settings as the last Apply left them; null before the first
+  bool doesWithoutLists = false;  ///< the user knows that these lists can't be stored, and has changed nothing since
+  UiStatePtr applied;             ///< a copy of the settings as the last Apply left them; null before the first
 
   UiState& ui() const { return *settings->ui; }
   engine::Engine& engine() const { return settings->engine; }

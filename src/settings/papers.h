@@ -71,7 +71,8 @@ bool ReadStoredUserPaper(platform::HANDLE printer, int number, CustomPaperEntry*
 /// Reads "UDPaper1" to "UDPaper10" of printer data in one look; a missing entry is its default. False, with every
 /// default, if printer data can't be read now.
 bool LoadUserPapers(UserPaperStore* store, platform::HANDLE printer);
-/// Writes the entries that differ from what is stored, in one batch. False if a write failed: then nothing is written.
+/// Writes the entries that differ from what is stored, in one batch. False if a write failed, with nothing written, and
+/// readers don't find the entries as they are: a default needs no entry.
 bool SaveUserPapers(const UserPaperStore& store, platform::HANDLE printer);
 /// Stored size of the user paper `code`, thousandths of an inch; the default's if nothing is stored.
 void ReadUserPaperSize(int32_t code, uint32_t* width, uint32_t* height, platform::HANDLE printer);

@@ -68,6 +68,32 @@ bool IsStored(HANDLE printer, int number, const CustomPaperEntry& entry) {
   return ReadStoredUserPaper(printer, number, &stored) && SameEntry(stored, entry);
 }
 
+/// All of them that differ, or none.
+bool WriteUserPapers(const UserPaperStore& store, HANDLE printer) {
+  std::array<bool, kUserPaperCount> stored;
+  for (size_t n = 0; n < store.size(); ++n) stored[n] = IsStored(printer, static_cast<int>(n) + 1, store[n]);
+  if (std::find(stored.begin(), stored.end(), false) == stored.end()) return true;
+
+  PrinterDataBatch batch(printer);
+  for (size_t n = 0; n < store.size(); ++n) {
+    if (stored[n]) continue;
+    const DWORD status = SetPrinterDataW(printer, ValueName(static_cast<int>(n) + 1).c_str(), REG_BINARY,
+                                         reinterpret_cast<const uint8_t*>(&store[n]), sizeof store[n]);
+    if (status != kErrorSuccess) return false;
+  }
+  return batch.Keep();
+}
+
+/// Whether a reader finds the entries as they are, those that aren't stored as their defaults.
+bool ReadAs(HANDLE printer, const UserPaperStore& store) {
+  for (int number = 1; number <= kUserPaperCount; ++number) {
+    CustomPaperEntry found = DefaultUserPaper(number);
+    ReadStoredUserPaper(printer, number, &found);
+    if (!SameEntry(found, store[static_cast<size_t>(number - 1)])) return false;
+  }
+  return true;
+}
+
 /// Splits what `size` exceeds `printable` by between two sides, both at least `least`.
 void SplitExcess(int64_t size, int64_t printable, int32_t least_near, int32_t least_far, uint32_t* near,
                  uint32_t* far) {
@@ -109,18 +135,7 @@ bool LoadUserPapers(UserPaperStore* store, HANDLE printer) {
 }
 
 bool SaveUserPapers(const UserPaperStore& store, HANDLE printer) {
-  std::array<bool, kUserPaperCount> stored;
-  for (size_t n = 0; n < store.size(); ++n) stored[n] = IsStored(printer, static_cast<int>(n) + 1, store[n]);
-  if (std::find(stored.begin(), stored.end(), false) == stored.end()) return true;
-
-  PrinterDataBatch batch(printer);
-  for (size_t n = 0; n < store.size(); ++n) {
-    if (stored[n]) continue;
-    const DWORD status = SetPrinterDataW(printer, ValueName(static_cast<int>(n) + 1).c_str(), REG_BINARY,
-                                         reinterpret_cast<const uint8_t*>(&store[n]), sizeof store[n]);
-    if (status != kErrorSuccess) return false;
-  }
-  return batch.Keep();
+  return WriteUserPapers(store, printer) || ReadAs(printer, store);
 }
 
 void ReadUserPaperSize(int32_t code, uint32_t* width, uint32_t* height, HANDLE printer) {

@@ -335,11 +335,17 @@ bool ReadListStores(ListStoreSet& set, std::u16string_view printer_name, platfor
 }
 
 bool WriteListStores(const ListStoreSet& set, std::u16string_view printer_name, platform::HANDLE printer,
-                     bool printer_data_locked) {
-  bool all = true;
-  for (const ListStoreId store : kRegistryStores) all &= WalkStore(set, store, printer_name, WalkOp::kWrite);
-  if (printer_name.starts_with(u"\\\\") && printer_data_locked) return all;
-  return set.userPapers != nullptr && SaveUserPapers(*set.userPapers, printer) && all;
+                     bool printer_data_locked, std::vector<ListStoreId>* unwritten) {
+  std::vector<ListStoreId> failed;
+  for (const ListStoreId store : kRegistryStores) {
+    if (!WalkStore(set, store, printer_name, WalkOp::kWrite)) failed.push_back(store);
+  }
+  const bool has_papers = !printer_name.starts_with(u"\\\\") || !printer_data_locked;
+  if (has_papers && (set.userPapers == nullptr || !SaveUserPapers(*set.userPapers, printer)))
+    failed.push_back(ListStoreId::kUserPapers);
+  const bool all = failed.empty();
+  if (unwritten != nullptr) *unwritten = std::move(failed);
+  return all;
 }
 
 bool ReadListPageCount(std::u16string_view printer_name, int list, uint16_t* out) {

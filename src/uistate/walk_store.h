@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "platform/types.h"
 #include "uistate/list_stores.h"
@@ -36,9 +37,10 @@ bool ReadStoreItem(const ListStoreSet& set, ListStoreId store, std::u16string_vi
 bool ReadListStores(ListStoreSet& set, std::u16string_view printer_name, platform::HANDLE printer);
 
 /// Writes the five registry stores, and the user papers unless the queue is a server's (its name begins with "\\") and
-/// `printer_data_locked` is set. False if one couldn't be written; the others are written all the same.
+/// `printer_data_locked` is set. False if one couldn't be written; the others are written all the same, and `unwritten`
+/// (may be null) holds those that weren't.
 bool WriteListStores(const ListStoreSet& set, std::u16string_view printer_name, platform::HANDLE printer,
-                     bool printer_data_locked);
+                     bool printer_data_locked, std::vector<ListStoreId>* unwritten = nullptr);
 
 /// What a print job needs of the queue's per-page lists, read afresh. `list` is 1 to 10, `page` 0 to 29. False, with
 /// `out` untouched, for a number outside or a store that can't be allocated or read.

@@ -22,6 +22,7 @@ class SheetTest : public DriverTest {
     texts[21000] = u"%s %s-%s";
     texts[21014] = u"%s %d-%d";
     texts[25005] = u"for %s";
+    texts[32031] = u"lists:%s";
     texts[25007] = u"%s,%s,%s,%s,%s,%s";
     texts[21570] = u"%ld.%01ld-%ld.%01ld mm";
     texts[21571] = u"%ld.%03ld-%ld.%03ld inch";

@@ -95,6 +95,42 @@ TEST_F(SheetTest, WhatWasAppliedIsCommittedWhateverFollows) {
   EXPECT_EQ(GetText<"overlayName">(sheet->out), u"l");
 }
 
+/// Five lists of the user's and the custom sizes; each is whole or as it was.
+TEST_F(SheetTest, ListsThatCannotBeStoredAreAskedForOnce) {
+  OpenPage();
+  sheet->Show(200);
+  backend.userWritable = backend.machineWritable = false;
+  const std::string before = backend.Dump(Hive::kUser);
+  const std::string question = "Varnell 70/36MX-2 PCL|lists:\n[26425]\n[26412]\n[26423]\n[32032]\n[26200]?";
+  desk.Answer(IDNO);
+  EXPECT_FALSE(sheet->Confirm());
+  EXPECT_EQ(desk.Told(), question) << "custom sizes are still the defaults, which need no room";
+  EXPECT_EQ(sheet->results, 0);
+  desk.Answer(IDYES);
+  EXPECT_TRUE(sheet->Apply());
+  EXPECT_EQ(desk.Told(), question) << "of two pages one asks";
+  EXPECT_EQ(sheet->results, 2);
+  EXPECT_EQ(backend.Dump(Hive::kUser), before);
+
+  page = sheet->Show(100);
+  (*ui().stores.userPapers)[3].width = 5000;
+  page->Type(103, u"7");
+  backend.userWritable = true;
+  desk.Answer(IDNO);
+  EXPECT_FALSE(sheet->Apply());
+  EXPECT_EQ(desk.Told(), "Varnell 70/36MX-2 PCL|lists:\n[26404]?") << "something has changed";
+  sheet->Cancel();
+  EXPECT_EQ(Get<"dmCopies">(sheet->out), 1);
+}
+
+TEST_F(SheetTest, WhatTheCommitMovesIsShown) {
+  OpenPage("lpOutput=1");
+  EXPECT_FALSE(page->IsEnabled(155));
+  ASSERT_TRUE(sheet->Apply());
+  EXPECT_EQ(desk.Told(), "[22302]|[22301]");
+  EXPECT_TRUE(page->IsEnabled(155));
+}
+
 TEST_F(SheetTest, APageMayRefuseToBeLeft) {
   OpenPage();
   Choose(114, 8);
