@@ -63,9 +63,10 @@ void ClearPersonalSettings(const UiState& ui) {
   Reset<u"UnDisplayPW">(ui);
   Reset<u"UserAuth_Check">(ui);
   Reset<u"lpAuthUserMode">(ui);
-  for (const TextSetting setting : {TextSetting::kSecureId, TextSetting::kSecurePassword, TextSetting::kBoxFileName,
-                                    TextSetting::kBoxNumber, TextSetting::kAuthUserName, TextSetting::kAuthPassword,
-                                    TextSetting::kDepartmentName, TextSetting::kDepartmentPassword}) {
+  for (const TextSetting setting :
+       {TextSetting::kSecureId, TextSetting::kSecurePassword, TextSetting::kSecureCodeA, TextSetting::kSecureCodeB,
+        TextSetting::kBoxFileName, TextSetting::kBoxNumber, TextSetting::kAuthUserName, TextSetting::kAuthPassword,
+        TextSetting::kDepartmentName, TextSetting::kDepartmentPassword}) {
     SetText(ui, setting, {});
   }
 }

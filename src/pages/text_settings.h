@@ -11,7 +11,9 @@ namespace heron::pages {
 
 /// Numbers of their parameters. Passwords are kept scrambled.
 enum class TextSetting : uint16_t {
+  kSecureCodeA = 210,
   kSecurePassword = 211,
+  kSecureCodeB = 221,
   kBoxNumber = 222,
   kOwnerName = 229,
   kSecureId = 293,

@@ -237,11 +237,13 @@ TEST_F(SheetTest, TheNextOwnerDoesNotInheritSecrets) {
     const bool same = env.bytes[0] != 0 && std::u16string_view(user) == u"ada";
     EXPECT_EQ(kept, same ? u"plans" : u"") << platform::ToUtf8(user);
     EXPECT_EQ(pages::GetText(ui(), TextSetting::kAuthPassword), kept);
+    EXPECT_EQ(pages::GetText(ui(), TextSetting::kSecureCodeA), kept);
     EXPECT_EQ(Value("UserAuth_Check"), same ? 1 : 0);
     EXPECT_EQ(Value("lpOutputMethod"), 1);
     EXPECT_EQ(pages::GetText(ui(), TextSetting::kOwnerName), user);
     pages::SetText(ui(), TextSetting::kSecureId, u"plans");
     pages::SetText(ui(), TextSetting::kAuthPassword, u"plans");
+    pages::SetText(ui(), TextSetting::kSecureCodeA, u"plans");
     engine().Set(Named("UserAuth_Check"), 1);
     sheet->Show(100);
     if (env.bytes[0] == 0 || same) {
