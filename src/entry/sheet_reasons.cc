@@ -108,9 +108,9 @@ int32_t SetDeviceResult(PROPSHEETUI_INFO& info, const DEVICEPROPERTYHEADER& head
   if (!TakeResult(info, lParam)) return 1;
   SheetContext& context = *ContextOf(info);
   WriteBack(context);
-  SavePrinterEnv(header.hPrinter, context.env);
+  const bool saved = SavePrinterEnv(header.hPrinter, context.env);
   UpdateStoredCountry(header.hPrinter);
-  return 1;
+  return saved || !context.editable ? 1 : kFailed;
 }
 
 }  // namespace
@@ -137,10 +137,10 @@ int32_t DocumentSheetReason(PROPSHEETUI_INFO& info, const DOCUMENTPROPERTYHEADER
 }
 
 int32_t DeviceSheetReason(PROPSHEETUI_INFO& info, const DEVICEPROPERTYHEADER& header, LPARAM lParam) {
+  EnsureRenderDriverValue(header.hPrinter);
+  RefreshDriverDirectory(header.hPrinter);
   switch (info.Reason) {
     case PROPSHEETUI_REASON_INIT:
-      EnsureRenderDriverValue(header.hPrinter);
-      RefreshDriverDirectory(header.hPrinter);
       return InitDevice(info, header);
     case PROPSHEETUI_REASON_GET_INFO_HEADER:
       return DescribeSheet(info, lParam);

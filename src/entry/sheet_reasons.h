@@ -12,7 +12,8 @@ namespace heron {
 /// 1, or -1; 0 if the host refused a page. An exhausted memory throws. The header's printer name isn't null.
 int32_t DocumentSheetReason(platform::PROPSHEETUI_INFO& info, const platform::DOCUMENTPROPERTYHEADER& header,
                             platform::LPARAM lParam);
-/// The same for the printer's own settings, which SET_RESULT stores as printer data.
+/// The same for the printer's own settings, which SET_RESULT stores as printer data; -1 if what a user was free to
+/// change can't be stored.
 int32_t DeviceSheetReason(platform::PROPSHEETUI_INFO& info, const platform::DEVICEPROPERTYHEADER& header,
                           platform::LPARAM lParam);
 

@@ -259,6 +259,10 @@ TEST_F(SheetTest, TheDeviceSheetStoresWhatItConfirms) {
   ScriptedDialog* shown = device.Show(800);
   for (const ControlId id : shown->Controls()) EXPECT_FALSE(shown->IsEnabled(id)) << id;
   device.context().engine().Set(Named("lpOutputUnit"), 41);
+  backend.machineWritable = false;
+  SETRESULT_INFO confirmed{.cbSize = sizeof confirmed, .wReserved = 0, .hSetResult = nullptr, .Result = 1};
+  EXPECT_EQ(device.Reason(PROPSHEETUI_REASON_SET_RESULT, reinterpret_cast<LPARAM>(&confirmed)), -1);
+  backend.machineWritable = true;
   ASSERT_TRUE(device.Confirm());
   DriverEnv saved;
   LoadPrinterEnv(printer.get(), &saved, nullptr, resources.get());
