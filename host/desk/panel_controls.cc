@@ -64,6 +64,11 @@ void Panel::Enable(ControlId id, bool enabled) {
   } else {
     control->widget->setEnabled(enabled);
   }
+  // A label without a number of its own is the logic's only through the control that it names.
+  for (const FormControl& label : controls_) {
+    const bool names = label.plan->kind == Kind::kLabel && label.plan->id == 0 && label.plan->buddy == id;
+    if (names && label.widget != nullptr) label.widget->setEnabled(enabled);
+  }
 }
 
 bool Panel::IsEnabled(ControlId id) const {

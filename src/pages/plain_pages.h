@@ -5,18 +5,16 @@
 
 namespace heron::pages {
 
-/// Shows which settings will stand on the page. None of them can be used.
+/// Shows which settings will stand on the page, and how they stand. None of them can be used.
 class UnbuiltPage : public Page {
  public:
-  UnbuiltPage(SheetContext& sheet, const PageRow& row) : Page(sheet, row, {}) {}
+  UnbuiltPage(SheetContext& sheet, const PageRow& row);
+
+  void EnableControl(uint16_t, bool) override {}
 
  protected:
-  void OnInitialise() override {
-    Page::OnInitialise();
-    DisableAll();
-  }
-  void OnActivate() override { SetActiveDialog(number()); }
-  void OnButton(ControlId) override {}
+  void OnInitialise() override;
+  void OnActivate() override;
 };
 
 class VersionPage : public Page {

@@ -185,6 +185,8 @@ void SettingsView::ShowControl(const ShownControl& control) {
     case ControlType::kNumber:
       dialog().SetText(control.id, NumberText(value));
       return dialog().SetPosition(control.spin, value);
+    case ControlType::kButton:
+      return;
     default:
       return dialog().SetChecked(control.id, value == 1);
   }

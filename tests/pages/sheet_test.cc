@@ -226,6 +226,28 @@ TEST_F(SheetTest, TwoSheetsDoNotDisturbEachOther) {
   EXPECT_EQ(Get<"dmOrientation">(other.out), 2);
 }
 
+TEST_F(SheetTest, APageThatIsNotBuiltShowsItsSettings) {
+  OpenPage("Front_Check=1 lpFrontCover=3 lpImgShiftMode=2");
+  page = sheet->Show(200);
+  EXPECT_TRUE((*page)[201].checked);
+  EXPECT_TRUE((*page)[203].checked);
+  EXPECT_EQ(page->SelectedText(247), "[28587]");
+  ASSERT_TRUE(sheet->Apply());
+  for (const ControlId id : page->Controls()) EXPECT_FALSE(page->IsEnabled(id)) << id;
+}
+
+TEST_F(SheetTest, AReportNamesThePapersOfItsOwnSheet) {
+  OpenPage();
+  AddQueue(u"P2");
+  const UniquePrinter second = OpenPrinterFor(u"P2", PRINTER_ALL_ACCESS);
+  (*ui().stores.userPapers)[0] = {.width = 5000, .height = 7000, .unit = 1, .name = u"Ticket", .longFlag = 0};
+  ScriptedSheet other(desk, second.get(), kMayChangePrinterData);
+  ASSERT_EQ(other.Open(), 1);
+  EXPECT_EQ(std::u16string(PaperLabel(513)), u"[21550]");
+  Choose(176, 2);
+  EXPECT_EQ(std::u16string(PaperLabel(513)), u"Ticket");
+}
+
 TEST_F(SheetTest, TheNextOwnerDoesNotInheritSecrets) {
   DriverEnv env{};
   for (const char16_t* user : {u"ada", u"ada", u"", u"grace"}) {
