@@ -79,7 +79,7 @@ SheetEnd Show(SheetRequest request, const Options& options) {
 void Finish(SheetEnd end) {
   if (end == SheetEnd::kRefused) {
     throw Failure(cli::kFailed,
-                  "the driver can't open its settings: the store can't be read now, or files are missing");
+                  "the driver can't open or keep its settings: the store can't be used now, or files are missing");
   }
   if (end == SheetEnd::kCancelled) throw Failure(cli::kConsent, "cancelled; nothing was changed");
 }

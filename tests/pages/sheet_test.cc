@@ -302,6 +302,8 @@ TEST_F(SheetTest, ThePaneAndTheVersion) {
   ScriptedDialog* version = sheet->Show(1000);
   EXPECT_EQ(version->TextOf(1001), "Varnell 70/36MX-2 PCL");
   EXPECT_EQ(version->TextOf(1003), "Version : 02.00.00.00");
+  ASSERT_TRUE(sheet->Confirm());
+  EXPECT_EQ(Get<"previewMode">(sheet->out), 2) << "but kept with it";
 }
 
 TEST_F(SheetTest, ThePagesAddressOnlyWhatTheirTemplatesHave) {
