@@ -79,8 +79,8 @@ bool Page::OnApply() {
   return true;
 }
 
-/// True if the lists are stored, or the user agrees to do without: what he changed isn't dropped silently. The next pages
-/// of the same Apply don't ask again.
+/// True if the lists are stored, or the user agrees to do without: what he changed isn't dropped silently. The next
+/// pages of the same Apply don't ask again.
 bool Page::StoreLists() {
   constexpr uint32_t kQuestion = 32031;
   const bool locked = ui().head().printerDataLocked != 0;
@@ -90,8 +90,8 @@ bool Page::StoreLists() {
   std::u16string names;
   for (const ListStoreId store : unwritten) names.append(u"\n").append(NameOf(store));
   const std::u16string text = platform::ExpandText(GetUiString(kQuestion), {std::u16string_view(names)});
-  sheet().doesWithoutLists = Show({engine::ModelCaption(), text, true});
-  return sheet().doesWithoutLists;
+  constexpr platform::DWORD kFlags = platform::MB_YESNO | platform::MB_ICONEXCLAMATION | platform::MB_DEFBUTTON2;
+  return sheet().doesWithoutLists = Tell(text, engine::ModelCaption(), kFlags) == platform::IDYES;
 }
 
 void Page::MarkChanged() {
