@@ -6,7 +6,6 @@
 
 #include "catalog/catalog.h"
 #include "engine/setting.h"
-#include "settings/binding.h"
 #include "settings/zoom.h"
 
 namespace heron::engine {
@@ -222,6 +221,21 @@ bool CustomPaperFits(const UiState& ui) {
   };
   return fits(metric ? HundredthMm(entry.width) : entry.width, limit.minWidth, limit.maxWidth) &&
          fits(metric ? HundredthMm(entry.height) : entry.height, limit.minLength, limit.maxLength);
+}
+
+BindingChoice BindingOf(const UiState& ui) {
+  return {.position = Setting<u"lpBindPosit">(ui),
+          .paper = PrintedPaper(ui),
+          .orientation = Setting<u"lpOrientation">(ui),
+          .printType = Setting<u"lpPRNType">(ui),
+          .layout = IsOn<u"Nup_Check">(ui) ? Setting<u"lpLayout">(ui) : uint16_t{0},
+          .fold = IsOn<u"Fold_Check">(ui) ? Setting<u"lpFold">(ui) : uint16_t{0},
+          .onePerSheet = IsOn<u"POD_OnePerSheet_Check">(ui),
+          .adhesive = IsOn<u"AdhesiveBind_Check">(ui)};
+}
+
+uint8_t ResolveBindingEdge(const UiState& ui) {
+  return BindingSide(BindingOf(ui));
 }
 
 int MaxZoomForPaper(const UiState& ui, int32_t code) {

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 
+#include "settings/binding.h"
 #include "settings/papers.h"
 #include "uistate/ui_state.h"
 
@@ -32,6 +33,10 @@ uint16_t PrintedPaper(const UiState& ui);
 
 /// Whether that paper is no custom paper, or lies within the limits of the current paper source.
 bool CustomPaperFits(const UiState& ui);
+
+/// How the job is bound: the settings that decide on it, and the side they come to (2 left, 3 right, 4 top).
+BindingChoice BindingOf(const UiState& ui);
+uint8_t ResolveBindingEdge(const UiState& ui);
 
 /// The largest zoom that the renderer can do on a paper, percent: 400 down to 100 in steps of 50.
 int MaxZoomForPaper(const UiState& ui, int32_t code);

@@ -17,6 +17,10 @@ constexpr ShownControl kControls[] = {{kLayout, kLayoutGroup}, {kOrder, kOrderGr
 
 constexpr uint16_t kLandscape = 2;
 
+/// As kLayoutPictures, of the other lists.
+constexpr uint32_t kOrderPictures = 17010;
+constexpr uint32_t kBorderPictures = 17020;
+
 bool IsTwoPages(uint16_t layout) {
   return layout == 1 || layout == 8;
 }
@@ -42,6 +46,11 @@ bool LayoutDialog::Offers(ControlId list, size_t item) {
   if (list != kOrder) return SettingsView::Offers(list, item);
   const OrderRows rows = OrderRowsOf(ui());
   return item >= rows.first && item <= rows.last;
+}
+
+uint32_t LayoutDialog::RowPicture(ControlId list, size_t item) {
+  const auto place = static_cast<uint32_t>(item);
+  return place + (list == kLayout ? kLayoutPictures : list == kOrder ? kOrderPictures : kBorderPictures);
 }
 
 void LayoutDialog::OnChanged(ControlId id) {

@@ -177,6 +177,11 @@ std::u16string PaperPage::RowText(ControlId list, const ListItem& item) {
   return Page::RowText(list, item);
 }
 
+uint32_t PaperPage::RowPicture(ControlId list, size_t item) {
+  if (list != kLayoutList || engine::GetControlBlock(engine(), list)->Items()[item].value == kLayoutDetails) return 0;
+  return kLayoutPictures + static_cast<uint32_t>(item);
+}
+
 void PaperPage::OnGroupShown(uint8_t group) {
   const auto show = [this](ControlId place, const StatePictures& pictures, bool on) {
     dialog().SetPicture(place, on ? pictures.on : pictures.off, pictures.mask);

@@ -27,6 +27,7 @@ class PaperPage : public Page {
   bool MayLeave(ControlId id, ControlId to) override;
   bool Offers(ControlId list, size_t item) override;
   std::u16string RowText(ControlId list, const ListItem& item) override;
+  uint32_t RowPicture(ControlId list, size_t item) override;
   void OnGroupShown(uint8_t group) override;
   void ResetUnshown() override { ResetTrayMedia(ui()); }
 
