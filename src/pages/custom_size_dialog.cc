@@ -4,6 +4,7 @@
 
 #include "catalog/strings.h"
 #include "engine/setting.h"
+#include "engine/sizes.h"
 #include "pages/size_text.h"
 #include "platform/spooler.h"
 #include "platform/text.h"
@@ -72,16 +73,6 @@ Sources SourcesForCustom(engine::Engine& engine, PaperTarget target) {
   return sources;
 }
 
-std::u16string RangeOfSizes(int unit, int64_t minimum, int64_t maximum) {
-  const int64_t scale = unit == kInch ? 1000 : 10;
-  return platform::ExpandText(unit == kInch ? u"( %ld.%ld - %ld.%03ldinch )" : u"( %ld.%01ld - %ld.%01ldmm )",
-                              {minimum / scale, minimum % scale, maximum / scale, maximum % scale});
-}
-
-const SourceLimit& LimitOf(const UiState& ui, int unit) {
-  return FindSourceLimit(Setting<u"lpMediaSource">(ui), Setting<u"lpSourceUnit">(ui), static_cast<uint16_t>(unit));
-}
-
 }  // namespace
 
 uint16_t& CustomSizeDialog::Number() const {
@@ -119,7 +110,7 @@ void CustomSizeDialog::OnInitialise() {
 /// Takes unit, limits and shown sizes from the selected entry.
 void CustomSizeDialog::LoadEntry() {
   const CustomPaperEntry& entry = Entry();
-  const SourceLimit& limit = LimitOf(ui(), UnitOf(entry));
+  const SourceLimit& limit = engine::LimitOfSource(ui(), UnitOf(entry));
   width_.minimum = static_cast<uint32_t>(limit.minWidth);
   width_.maximum = static_cast<uint32_t>(limit.maxWidth);
   length_.minimum = static_cast<uint32_t>(limit.minLength);
@@ -139,11 +130,13 @@ void CustomSizeDialog::ShowEntry() {
   dialog().SetChecked(kInches, UnitOf(entry) == kInch);
   for (const Side* side : {&width_, &length_}) {
     ShowSide(*side);
-    dialog().SetText(side->range, RangeOfSizes(UnitOf(entry), side->minimum, side->maximum));
+    dialog().SetText(side->range,
+                     ExpandSizes(UnitOf(entry), {u"( %ld.%01ld - %ld.%01ldmm )", u"( %ld.%ld - %ld.%03ldinch )"},
+                                 side->minimum, side->maximum));
   }
   std::u16string note;
   if (SourcesForCustom(sheet_.engine(), target_).current)
-    note = platform::ExpandText(GetUiString(25005), {GetUiString(LimitOf(ui(), UnitOf(entry)).label)});
+    note = platform::ExpandText(GetUiString(25005), {GetUiString(engine::LimitOfSource(ui(), UnitOf(entry)).label)});
   dialog().SetText(kSourceNote, note);
   dialog().Repaint(kPicture);
 }
