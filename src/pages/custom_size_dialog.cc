@@ -229,7 +229,8 @@ void CustomSizeDialog::ChangeUnit(int unit) {
 void CustomSizeDialog::StoreName() {
   const std::u16string name = dialog().Text(kName);
   CustomPaperEntry& entry = Entry();
-  const size_t length = std::min(name.size(), std::size(entry.name) - 1);
+  size_t length = std::min(name.size(), kNameLimit);
+  if (length > 0 && (name[length - 1] & 0xFC00) == 0xD800) --length;  // the limit split a character
   std::fill(std::copy_n(name.begin(), length, entry.name), std::end(entry.name), u'\0');
   ShowList();
 }
