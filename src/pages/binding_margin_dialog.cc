@@ -13,18 +13,10 @@ using engine::Setting;
 
 namespace {
 
-constexpr ControlId kParallel = 2301;
-constexpr ControlId kReduce = 2302;
-constexpr ControlId kFront = 2306;
-constexpr ControlId kFrontSpin = 2307;
-constexpr ControlId kFrontRange = 2308;
-constexpr ControlId kBackLabel = 2309;
-constexpr ControlId kBack = 2310;
-constexpr ControlId kBackSpin = 2311;
-constexpr ControlId kBackRange = 2312;
-constexpr ControlId kPicture = 2313;
-constexpr ControlId kEqual = 2315;
-constexpr ControlId kFirstPaint = 2316;
+constexpr ControlId kParallel = 2301, kReduce = 2302;
+constexpr ControlId kFront = 2306, kFrontSpin = 2307, kFrontRange = 2308;
+constexpr ControlId kBackLabel = 2309, kBack = 2310, kBackSpin = 2311, kBackRange = 2312;
+constexpr ControlId kPicture = 2313, kEqual = 2315, kFirstPaint = 2316;
 constexpr uint16_t kParallelMove = 1;
 constexpr size_t kMostDigits = 2;
 

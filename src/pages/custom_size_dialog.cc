@@ -17,38 +17,22 @@ using platform::kOkButton;
 
 namespace {
 
-constexpr ControlId kList = 2201;
-constexpr ControlId kName = 2215;
-constexpr ControlId kMillimetres = 2218;
-constexpr ControlId kInches = 2219;
-constexpr ControlId kSourceNote = 2212;
-constexpr ControlId kPicture = 2213;
+constexpr ControlId kList = 2201, kName = 2215;
+constexpr ControlId kMillimetres = 2218, kInches = 2219;
+constexpr ControlId kSourceNote = 2212, kPicture = 2213;
 constexpr uint32_t kTitle = 21008;
 constexpr size_t kNameLimit = 31;
 
-/// The parameters of one target's custom paper.
-void WriteTarget(const UiState& ui, PaperTarget target, int number, const CustomPaperEntry& entry) {
-  const auto width = static_cast<uint16_t>(ShownFromThou(kMillimetre, entry.width));
-  const auto length = static_cast<uint16_t>(ShownFromThou(kMillimetre, entry.height));
-  if (target == PaperTarget::kOriginal) {
-    Setting<u"lpUDPaperType">(ui) = static_cast<uint16_t>(number);
-    Setting<u"UDPaperWidth">(ui) = width;
-    Setting<u"UDPaperLength">(ui) = length;
-    Setting<u"lpUDPaperUnit">(ui) = static_cast<uint16_t>(UnitOf(entry));
-  } else {
-    Setting<u"lpUDMediaType">(ui) = static_cast<uint16_t>(number);
-    Setting<u"UDMediaWidth">(ui) = width;
-    Setting<u"UDMediaLength">(ui) = length;
-    Setting<u"lpUDMediaUnit">(ui) = static_cast<uint16_t>(UnitOf(entry));
-  }
-}
-
-uint16_t& NumberOf(const UiState& ui, PaperTarget target) {
-  return target == PaperTarget::kOriginal ? Setting<u"lpUDPaperType">(ui) : Setting<u"lpUDMediaType">(ui);
-}
-
-uint16_t& PaperOf(const UiState& ui, PaperTarget target) {
-  return target == PaperTarget::kOriginal ? Setting<u"lpMediaSize">(ui) : Setting<u"lpOutputPaper">(ui);
+/// The settings of a target: its paper, and number, size (tenths of a millimetre) and unit of its custom paper.
+struct TargetSettings {
+  uint16_t &paper, &number, &width, &length, &unit;
+};
+TargetSettings SettingsOf(const UiState& ui, PaperTarget target) {
+  if (target == PaperTarget::kOriginal)
+    return {Setting<u"lpMediaSize">(ui), Setting<u"lpUDPaperType">(ui), Setting<u"UDPaperWidth">(ui),
+            Setting<u"UDPaperLength">(ui), Setting<u"lpUDPaperUnit">(ui)};
+  return {Setting<u"lpOutputPaper">(ui), Setting<u"lpUDMediaType">(ui), Setting<u"UDMediaWidth">(ui),
+          Setting<u"UDMediaLength">(ui), Setting<u"lpUDMediaUnit">(ui)};
 }
 
 /// Which paper sources a custom paper can come from.
@@ -58,7 +42,7 @@ struct Sources {
 };
 
 Sources SourcesForCustom(engine::Engine& engine, PaperTarget target) {
-  uint16_t& paper = PaperOf(*engine.ui, target);
+  uint16_t& paper = SettingsOf(*engine.ui, target).paper;
   const uint16_t before = std::exchange(paper, static_cast<uint16_t>(kLastUserPaper));
   constexpr uint16_t kSource = engine::ControlId(u"lpMediaSource");
   engine::ComputeItemStatus(engine, kSource);
@@ -76,7 +60,7 @@ Sources SourcesForCustom(engine::Engine& engine, PaperTarget target) {
 }  // namespace
 
 uint16_t& CustomSizeDialog::Number() const {
-  return NumberOf(ui(), target_);
+  return SettingsOf(ui(), target_).number;
 }
 
 CustomPaperEntry& CustomSizeDialog::Entry() const {
@@ -97,7 +81,7 @@ CustomSizeDialog::Side* CustomSizeDialog::SideOf(ControlId control) {
 // -- opening and showing
 
 void CustomSizeDialog::OnInitialise() {
-  const uint16_t paper = PaperOf(ui(), target_);
+  const uint16_t paper = SettingsOf(ui(), target_).paper;
   if (IsCustomPaper(paper)) Number() = static_cast<uint16_t>(CustomPaperNumber(paper));
   Number() = std::clamp<uint16_t>(Number(), 1, kUserPaperCount);
   if (CustomEntry(ui(), Number()) == nullptr) return dialog().End(platform::IDCANCEL);
@@ -267,11 +251,17 @@ bool CustomSizeDialog::CheckName() {
   return Refuse(kName, TextOf(name(Number()).empty() ? 25003 : 25004), TextOf(kTitle));
 }
 
+/// The other target may have the same entry selected.
 void CustomSizeDialog::Confirm() {
   if (!CheckSize(width_) || !CheckSize(length_) || !CheckName()) return;
-  const PaperTarget other = target_ == PaperTarget::kOriginal ? PaperTarget::kOutput : PaperTarget::kOriginal;
-  WriteTarget(ui(), target_, Number(), Entry());
-  if (NumberOf(ui(), other) == Number()) WriteTarget(ui(), other, Number(), Entry());
+  const uint16_t number = Number();
+  for (const PaperTarget target : {PaperTarget::kOriginal, PaperTarget::kOutput}) {
+    const TargetSettings settings = SettingsOf(ui(), target);
+    if (settings.number != number) continue;
+    settings.width = static_cast<uint16_t>(ShownFromThou(kMillimetre, Entry().width));
+    settings.length = static_cast<uint16_t>(ShownFromThou(kMillimetre, Entry().height));
+    settings.unit = static_cast<uint16_t>(Unit());
+  }
   engine::LoadPaperTable(ui());
   dialog().End(platform::IDOK);
 }

@@ -132,11 +132,9 @@ TEST_F(PaperPageTest, PaperListsOfferWhatExistsAsASheet) {
     uint16_t paper;
     bool original, output;
   };
+  // A plain form, a rotated one, one that is produced on a larger sheet, one that is never offered.
   constexpr Case kCases[] = {
-      {8, true, true},       {2057, false, true},  // a rotated form
-      {333, false, true},                          // produced on a larger sheet
-      {0x40C, false, false}, {kCustomEntry, true, true},
-  };
+      {8, true, true}, {2057, false, true}, {333, false, true}, {0x40C, false, false}, {kCustomEntry, true, true}};
   for (const Case& c : kCases) {
     EXPECT_EQ(offers(111, c.paper), c.original) << c.paper;
     EXPECT_EQ(offers(114, c.paper), c.output) << c.paper;
