@@ -116,6 +116,7 @@ TEST_F(CustomSizeTest, ATypedPaperIsChosenAndWritten) {
   EXPECT_EQ(engine::Setting<u"UDPaperWidth">(ui()), 1055);
   EXPECT_EQ(engine::Setting<u"UDPaperLength">(ui()), 1480);
   EXPECT_EQ(engine::Setting<u"lpUDPaperType">(ui()), 2);
+  EXPECT_EQ(engine::Setting<u"UDMediaWidth">(ui()), 0) << "the output has another entry";
   ASSERT_TRUE(sheet->Confirm());
   EXPECT_EQ(Get<"dmPaperSize">(sheet->out), 514);
   CustomPaperEntry stored;
@@ -130,10 +131,12 @@ TEST_F(CustomSizeTest, BothPapersOfOneEntryChangeTogether) {
   Edit([](ScriptedDialog& dialog) {
     EXPECT_EQ(dialog.SelectedRow(2201), 1) << "the paper in force";
     dialog.Type(2204, u"100");
+    dialog.Press(2219);
     dialog.Click(kOkButton);
   });
-  EXPECT_EQ(engine::Setting<u"UDPaperWidth">(ui()), 1000);
+  EXPECT_EQ(engine::Setting<u"UDPaperWidth">(ui()), 1000) << "in millimetres whatever the unit";
   EXPECT_EQ(engine::Setting<u"UDMediaWidth">(ui()), 1000);
+  EXPECT_EQ(engine::Setting<u"lpUDMediaUnit">(ui()), kInch);
   const auto rows = page->RowsOf(111);
   EXPECT_EQ(std::ranges::count(rows, "(210.0 x 210.0mm)"), 1) << "a paper without a name shows its size";
 }

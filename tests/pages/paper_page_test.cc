@@ -165,10 +165,14 @@ TEST_F(PaperPageTest, LayoutDetailsAreTakenOrPutBack) {
     EXPECT_EQ(Value("lpOrder"), 5);
     Choose(dialog, 2902, 8);
     EXPECT_EQ(Value("lpOrder"), 1);
+    Choose(dialog, 2902, 10);
+    dialog.Select(2906, 1);
     dialog.Click(kCancelButton);
   });
   Choose(125, 20);
   EXPECT_EQ(Value("lpLayout"), 8);
+  EXPECT_EQ(Value("lpOrder"), 1);
+  EXPECT_EQ(engine::Setting<u"lpBorder2">(ui()), 0);
   EXPECT_EQ(page->SelectedText(125), "[40007]");
 
   desk.Expect(2900, [&](ScriptedDialog& dialog) {

@@ -62,6 +62,7 @@ TEST_F(SubDialogsTest, CancelTakesTheMarginsBackWithTheirMode) {
     dialog.Press(2302);
     dialog.Check(2315, true);
     dialog.Type(2306, u"44");
+    dialog.Put(2306, u"");
     dialog.Click(kCancelButton);
   });
   EXPECT_TRUE(Bytes() == before);
