@@ -252,6 +252,10 @@ TEST_F(CustomSizeTest, APaperThatDoesNotFitItsTrayIsWarnedOf) {
   Choose(120, 4);
   EXPECT_EQ(desk.Told(), "[25006]|[21550], 304.8 mm, 210.0 mm,[21537],92.0-297.0 mm,148.0-431.8 mm");
   EXPECT_EQ(Value("lpMediaSource"), 4) << "a warning only";
+  Choose(111, 9);
+  EXPECT_EQ(desk.Told(), "");
+  Choose(111, 513);
+  EXPECT_EQ(desk.Told().substr(0, 8), "[25006]|");
   Entry(1).unit = kInch;
   Choose(120, 7);
   EXPECT_EQ(desk.Told(), "[25006]|[21550], 12.000 inch , 8.267 inch ,[21530],3.622-11.692 inch,5.826-17.000 inch");
