@@ -1,7 +1,5 @@
 #include "pages/layout_dialog.h"
 
-#include "engine/sizes.h"
-
 namespace heron::pages {
 
 using engine::Setting;
@@ -58,7 +56,6 @@ void LayoutDialog::OnChanged(ControlId id) {
   if (id != kLayout) return ShowGroup(id == kOrder ? kOrderGroup : kBorderGroup);
   const uint16_t layout = Setting<u"lpLayout">(ui());
   uint16_t& order = Setting<u"lpOrder">(ui());
-  order = engine::OrderForLayout(layout, order);
   const OrderRows rows = OrderRowsOf(ui());
   const auto items = engine::GetControlBlock(engine(), kOrder)->Items();
   bool stands = false;

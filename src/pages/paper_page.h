@@ -37,9 +37,8 @@ class PaperPage : public Page {
   bool AskPrintPosition();
   void WarnCustomPaperLimits();
 
-  void ClampCopies();
-  void ClampZoom();
-  void Correct(ControlId field, uint16_t number);
+  uint16_t Highest(ControlId field) const;
+  void Clamp(ControlId field);
   bool CheckZoom();
   bool ZoomIsFree() const;
 
