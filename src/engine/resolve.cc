@@ -10,7 +10,6 @@
 #include "engine/resolve_parts.h"
 #include "engine/setting.h"
 #include "engine/sizes.h"
-#include "settings/papers.h"
 
 namespace heron::engine {
 namespace {
@@ -27,8 +26,6 @@ constexpr uint16_t kQualityButtonMask = 132;
 class Run {
  public:
   Run(Resolver& resolver, ResolveMode mode) : resolver_(resolver) {
-    // Reports take the names of user papers from the process's table, which may be another sheet's by now.
-    if (const auto& papers = resolver.engine.ui->stores.userPapers; papers != nullptr) RefreshUserPaperRows(*papers);
     if (!resolver.before.held) resolver.before.Take(resolver.engine);
     resolver.engine.mode = mode;
     resolver.request.count = resolver.request.userCount = 0;

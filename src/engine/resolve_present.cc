@@ -5,6 +5,7 @@
 #include "catalog/strings.h"
 #include "engine/reports.h"
 #include "engine/resolve_parts.h"
+#include "settings/papers.h"
 
 namespace heron::engine {
 namespace {
@@ -57,9 +58,16 @@ auto IfMemory(Compose compose) -> std::optional<decltype(compose())> {
   }
 }
 
+/// Values are named by the process's table of papers, which may show another sheet's user papers by now.
+void TakePaperNames(const Resolver& resolver) {
+  const auto& papers = resolver.engine.ui->stores.userPapers;
+  if (papers != nullptr) RefreshUserPaperRows(*papers);
+}
+
 /// Header, lines, remark and closing text.
 OwnReport ListReport(const Resolver& resolver, std::u16string_view caption, Text header, Text closing, bool asks,
                      DeviceLines device = DeviceLines::kYes) {
+  TakePaperNames(resolver);
   ReportText report(TextOf(header));
   AddLines(report, resolver, device);
   report.Close(PerPageRemark(resolver, CountableEntries(resolver.engine, resolver.log) > 0));
@@ -91,6 +99,7 @@ OwnReport ReportChange(const Resolver& resolver, ControlIndex control) {
 }
 
 OwnReport ReportRefusal(const Resolver& resolver, ControlIndex control) {
+  TakePaperNames(resolver);
   ReportText report(TextOf(kOpposed));
   AddOpposingLines(report, resolver);
   return {std::u16string(GetUiString(kControls[control].label)), report.Take(), false};

@@ -237,14 +237,16 @@ TEST_F(SheetTest, APageThatIsNotBuiltShowsItsSettings) {
 }
 
 TEST_F(SheetTest, AReportNamesThePapersOfItsOwnSheet) {
-  OpenPage();
+  OpenPage("lpBindPosit=4");
   AddQueue(u"P2");
   const UniquePrinter second = OpenPrinterFor(u"P2", PRINTER_ALL_ACCESS);
   (*ui().stores.userPapers)[0] = {.width = 5000, .height = 7000, .unit = 1, .name = u"Ticket", .longFlag = 0};
   ScriptedSheet other(desk, second.get(), kMayChangePrinterData);
   ASSERT_EQ(other.Open(), 1);
   EXPECT_EQ(std::u16string(PaperLabel(513)), u"[21550]");
-  Choose(176, 2);
+  desk.Answer(IDNO);
+  Choose(176, 3);
+  EXPECT_NE(desk.Told(), "");
   EXPECT_EQ(std::u16string(PaperLabel(513)), u"Ticket");
 }
 
