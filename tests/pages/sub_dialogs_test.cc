@@ -2,6 +2,7 @@
 #include "pages/identity_fields.h"
 #include "pages/sheet_fixture.h"
 #include "platform/text.h"
+#include "support/failing_new.h"
 
 namespace heron::test {
 namespace {
@@ -199,6 +200,7 @@ TEST_F(SubDialogsTest, ANameCountsItsBytesInTheSystemsCodePage) {
   EXPECT_FALSE(takes(wide, u'x'));
   EXPECT_FALSE(takes(wide.substr(1) + u"x", u'\u00e9'));
   EXPECT_TRUE(takes(wide.substr(1) + u"x", u'y'));
+  EXPECT_TRUE(takes(std::u16string(13, u'\u00e9') + u"\xD83D", u'\xDE00')) << "a pair is one character of four bytes";
   EXPECT_TRUE(takes(wide, 8)) << "control keys pass";
   EXPECT_FALSE(takes(u"", u'+'));
 }
@@ -210,6 +212,7 @@ TEST_F(SubDialogsTest, EachTrayHasItsPaper) {
   desk.Expect(2910, [this](ScriptedDialog& dialog) {
     EXPECT_EQ(dialog.RowsOf(2911).at(1).substr(0, 8), "[21531]|");
     EXPECT_FALSE(dialog.IsEnabled(2913)) << "there are no transparencies";
+    EXPECT_FALSE(dialog.IsEnabled(2912)) << "no tray is selected";
     desk.Expect(2920, [this](ScriptedDialog& edit) {
       Choose(edit, 2921, 2);
       edit.Click(kOkButton);
@@ -252,6 +255,20 @@ TEST_F(SubDialogsTest, EachTrayHasItsPaper) {
   });
   page->Click(182);
   EXPECT_EQ(engine::MediaOfTray(engine(), 4).mediaType, 2) << "the copy was dropped";
+}
+
+TEST_F(SubDialogsTest, ATrayIsLeftAloneIfNoCopyCanBeMadeToEditIt) {
+  OpenPage("OHPInterLeave_Check=1");
+  desk.Expect(2910, [](ScriptedDialog& dialog) {
+    dialog.Select(2911, 0);
+    {
+      const FailingNew none(0);
+      dialog.Click(2912);
+    }
+    EXPECT_TRUE(dialog[2913].checked) << "nothing was edited that could have ended it";
+    dialog.Click(kCancelButton);
+  });
+  page->Click(182);
 }
 
 }  // namespace
