@@ -213,28 +213,36 @@ void Layouter::Finish() {
   area->addStrut(least.height());
 }
 
-/// Labels and checks name their fields, for the Alt key and for assistive tools.
+/// For the Alt key, and for assistive tools where the template hasn't a name for them.
+void Name(const FormControl& label, const FormControl& named) {
+  if (auto* const widget = qobject_cast<QLabel*>(label.widget)) widget->setBuddy(named.widget);
+  if (named.plan->name.empty()) named.widget->setAccessibleName(Spoken(ToQt(label.plan->label)));
+}
+
+/// A spin is a part of its field's widget.
+void JoinSpin(FormControl& spin, const FormControl& field) {
+  spin.widget = field.widget;
+  spin.pair = field.pair;
+  if (spin.pair != nullptr) spin.pair->wraps = spin.plan->wraps;
+}
+
 void JoinBuddies(std::vector<FormControl>& controls) {
-  const auto find = [&](platform::ControlId id) {
-    return std::ranges::find_if(controls, [&](const FormControl& control) { return control.plan->id == id; });
-  };
   for (FormControl& control : controls) {
-    const ControlTemplate& plan = *control.plan;
-    if (plan.buddy == 0) continue;
-    const auto buddy = find(plan.buddy);
-    if (buddy == controls.end()) continue;
-    if (plan.kind == Kind::kSpin) {
-      control.widget = buddy->widget;
-      control.pair = buddy->pair;
-      if (control.pair != nullptr) control.pair->wraps = plan.wraps;
-      continue;
-    }
-    if (auto* const label = qobject_cast<QLabel*>(control.widget)) label->setBuddy(buddy->widget);
-    if (buddy->plan->name.empty()) buddy->widget->setAccessibleName(Spoken(ToQt(plan.label)));
+    const platform::ControlId id = control.plan->buddy;
+    const auto buddy = std::ranges::find_if(controls, [id](const FormControl& other) { return other.plan->id == id; });
+    if (id == 0 || buddy == controls.end()) continue;
+    control.plan->kind == Kind::kSpin ? JoinSpin(control, *buddy) : Name(control, *buddy);
   }
 }
 
 }  // namespace
+
+void NameByLabel(const std::vector<FormControl>& controls, const FormControl& shown) {
+  auto at = controls.begin() + (&shown - controls.data());
+  while (at != controls.begin() && at->plan->beside) --at;
+  auto* const label = qobject_cast<QLabel*>(at->widget);
+  if (label != nullptr && label->buddy() != nullptr && label->buddy()->isHidden()) Name(*at, shown);
+}
 
 std::vector<FormControl> BuildForm(QWidget* parent, const DialogTemplate& plan, const Resources& resources) {
   FormParts parts{.parent = parent, .resources = resources, .plan = plan, .sets = {}};

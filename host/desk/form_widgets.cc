@@ -81,7 +81,6 @@ QComboBox* MakeDropDown(const FormParts& parts, const ControlTemplate& plan, For
   list->setEditable(true);
   list->setCompleter(nullptr);
   control->field = list->lineEdit();
-  if (plan.limit > 0) control->field->setMaxLength(plan.limit);
   return list;
 }
 
@@ -131,7 +130,6 @@ QWidget* MakeField(const FormParts& parts, const ControlTemplate& plan, FormCont
   } else {
     widget = control->field = new QLineEdit(parts.parent);
   }
-  if (plan.limit > 0) control->field->setMaxLength(plan.limit);
   control->field->setReadOnly(plan.read_only);
   if (plan.kind == Kind::kPassword) control->field->setEchoMode(QLineEdit::Password);
   return widget;

@@ -119,11 +119,14 @@ void Panel::ConnectText(const FormControl& control) {
     return TakesKey(id, character, text, first, last);
   };
   if (control.field != nullptr) {
-    filters_[id] = new KeyFilter(control.field, takes);
-    control.field->setValidator(filters_[id]);
+    auto* const filter = filters_[id] = new KeyFilter(control.field, takes);
+    filter->limit = control.plan->limit;
+    filter->full = [this] { Beep(); };
+    control.field->setValidator(filter);
     connect(control.field, &QLineEdit::textEdited, this, changed);
   } else if (auto* const memo = dynamic_cast<Memo*>(control.widget)) {
     memo->takes = takes;
+    memo->full = [this] { Beep(); };
     connect(memo, &QPlainTextEdit::textChanged, this, changed);
   }
 }

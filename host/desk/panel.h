@@ -107,6 +107,7 @@ class Panel final : public QWidget, public platform::Dialog {
   int quiet_ = 0;  ///< changes of the logic's in progress
   bool initialised_ = false;
   bool painted_ = false;
+  bool beeped_ = false;
   bool leaving_ = false;  ///< a check on leaving a control is running
   bool swallows_press_ = false;
   std::optional<int> result_;

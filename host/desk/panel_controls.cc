@@ -8,6 +8,7 @@
 #include <QListView>
 #include <QScrollBar>
 #include <QTabBar>
+#include <QTimer>
 #include <QTreeView>
 #include <algorithm>
 
@@ -79,6 +80,7 @@ void Panel::Show(ControlId id, bool visible) {
   if (control == nullptr || control->widget == nullptr || control->plan->kind == Kind::kSpin) return;
   const Quiet quiet(this);
   control->widget->setVisible(visible);
+  if (visible) NameByLabel(controls_, *control);
 }
 
 void Panel::Focus(ControlId id) {
@@ -136,9 +138,8 @@ void Panel::SetTextLimit(ControlId id, size_t characters) {
   const FormControl* const control = Find(id);
   if (control == nullptr) return;
   constexpr size_t kMost = 32767;
-  const Quiet quiet(this);
   const int limit = static_cast<int>(std::min(characters, kMost));
-  if (control->field != nullptr) control->field->setMaxLength(limit);
+  if (control->field != nullptr) filters_.at(id)->limit = limit;
   if (auto* const memo = dynamic_cast<Memo*>(control->widget)) memo->limit = limit;
 }
 
@@ -307,8 +308,11 @@ std::optional<std::u16string> Panel::AskFileName(const platform::FileQuestion& q
   return RunFileQuestion(window(), question);
 }
 
+/// Once for all that is refused at one go, as of a pasted text.
 void Panel::Beep() {
+  if (std::exchange(beeped_, true)) return;
   QApplication::beep();
+  QTimer::singleShot(0, this, [this] { beeped_ = false; });
 }
 
 void Panel::ShowHelp(uint32_t topic) {

@@ -50,6 +50,38 @@ TEST_F(Panels, CharactersPassOneByOneHoweverTheyCome) {
   });
 }
 
+TEST_F(Panels, ALimitHoldsForWhatAPersonPutsInAndCutsNoCharacterInTwo) {
+  Run(2440, [&](Panel& panel) {
+    platform::Dialog& dialog = panel;
+    QWidget* const field = KeysOf(panel, 2443);
+    dialog.SetTextLimit(2443, 4);
+    const QString face = QString::fromUtf16(u"\U0001F600");
+    const auto paste = [&](const QString& text) {
+      QApplication::clipboard()->setText(text);
+      QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
+      QTest::keyClick(field, Qt::Key_V, Qt::ControlModifier);
+    };
+    paste(QStringLiteral("abc") + face);
+    EXPECT_EQ(Text(2443), "abc");
+    logic.takes = [](char16_t c) { return !QChar(c).isLowSurrogate(); };
+    paste(QStringLiteral("a") + face + QStringLiteral("b"));
+    EXPECT_EQ(Text(2443), "ab") << "half of a character is none";
+    dialog.SetText(2443, u"longer");
+    QTest::keyClicks(field, QStringLiteral("x"));
+    EXPECT_EQ(Text(2443), "longer") << "what was set stays as it is";
+  });
+}
+
+TEST_F(Panels, ALabelNamesTheFieldThatIsShownInItsPlace) {
+  Run(1800, [&](Panel& panel) {
+    panel.Show(1802, false);
+    panel.Show(1808, true);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_P, Qt::AltModifier);
+    EXPECT_EQ(panel.Focused(), 1808);
+    EXPECT_EQ(WidgetOf(panel, 1808)->accessibleName(), QStringLiteral("Password"));
+  });
+}
+
 TEST_F(Panels, TheFilterSeesTheFieldAsItWasBeforeTheCharacter) {
   struct Asking final : RecordingLogic {
     std::vector<std::string> seen;
