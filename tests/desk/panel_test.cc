@@ -1,6 +1,7 @@
 // What a person does to a dialog, as its logic hears of it.
 #include <QClipboard>
 #include <QLineEdit>
+#include <QListView>
 
 #include "desk/widgets.h"
 #include "desk_test.h"
@@ -209,6 +210,26 @@ TEST_F(Panels, RowsOfAListViewCanBeActivatedAndItsHeadingsClicked) {
     logic.Take();
     QTest::keyClick(WidgetOf(panel, 2911), Qt::Key_Return);
     EXPECT_EQ(logic.Take(), "activated 2911") << "and the dialog stays";
+  });
+}
+
+TEST_F(Panels, ATabInARowOfAListBoxBringsToTheMiddleUnderItsHeading) {
+  Run(700, [&](Panel& panel) {
+    const platform::ListRow rows[] = {{u"Arial\tCG Times", {}}, {u"A longer name\tCG Times", {}}, {u"Arial\t", {}}};
+    panel.SetRows(705, rows);
+    const auto* const list = qobject_cast<QListView*>(WidgetOf(panel, 705));
+    ASSERT_NE(list, nullptr);
+    QApplication::processEvents();
+    const QImage shown = list->viewport()->grab().toImage();
+    const auto half = [&](int row, bool right) {
+      const QRect area = list->visualRect(list->model()->index(row, 0));
+      return shown.copy(QRect(right ? shown.width() / 2 : 0, area.y(), shown.width() / 2, area.height()));
+    };
+    EXPECT_EQ(half(0, true), half(1, true));
+    EXPECT_NE(half(0, true), half(2, true));
+    EXPECT_EQ(half(0, false), half(2, false));
+    const int heading = WidgetOf(panel, 703)->mapTo(&panel, QPoint()).x();
+    EXPECT_NEAR(heading, list->mapTo(&panel, list->rect().center()).x(), 4);
   });
 }
 
