@@ -74,10 +74,11 @@ class Panel final : public QWidget, public platform::Dialog {
   uint16_t PopupMenu(platform::ControlId below, std::span<const platform::MenuItem> items) override;
   std::optional<std::u16string> AskFileName(const platform::FileQuestion& question) override;
   void Beep() override;
-  void ShowHelp(uint32_t topic) override;
+  void ShowHelp(uint32_t topic, platform::ControlId control) override;
   void MarkChanged() override { frame_.MarkChanged(); }
 
  protected:
+  bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
@@ -97,8 +98,10 @@ class Panel final : public QWidget, public platform::Dialog {
   bool MayLeave(platform::ControlId from, platform::ControlId to);
   void HoldFocus(QWidget* widget);
   void PaintFirst();
+  void AskHelp(const QWidget* widget);
 
   Resources& resources_;
+  const platform::DialogTemplate& plan_;
   platform::DialogLogic& logic_;
   PanelFrame& frame_;
   std::vector<FormControl> controls_;

@@ -10,6 +10,7 @@
 #include <QTabBar>
 #include <QTimer>
 #include <QTreeView>
+#include <QWhatsThis>
 #include <algorithm>
 
 #include "modal_window.h"
@@ -315,8 +316,15 @@ void Panel::Beep() {
   QTimer::singleShot(0, this, [this] { beeped_ = false; });
 }
 
-void Panel::ShowHelp(uint32_t topic) {
-  TellHelp(window(), topic);
+void Panel::ShowHelp(uint32_t topic, ControlId id) {
+  const DialogHelp* const help = resources_.Help(plan_.number);
+  const FormControl* const control = Find(id);
+  if (help == nullptr || control == nullptr || control->widget == nullptr) return TellHelp(window(), help, topic);
+  const HelpEntry* const entry = EntryOf(*help, plan_, id);
+  QWidget* const widget = control->widget;
+  const QString& text = entry == nullptr ? help->topic : entry->text;
+  widget->setWhatsThis(Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal));
+  QWhatsThis::showText(widget->mapToGlobal(widget->rect().bottomLeft()), widget->whatsThis(), widget);
 }
 
 }  // namespace heron::desk

@@ -64,7 +64,10 @@ class RecordingLogic : public platform::DialogLogic {
     return applies;
   }
   void Reset() override { Note("reset"); }
-  void Help(platform::ControlId) override { Note("help"); }
+  void Help(platform::ControlId id) override {
+    Note("help", id);
+    dialog->ShowHelp(0, id);
+  }
 
   /// The events since the last call, joined by blanks.
   std::string Take() {
