@@ -26,13 +26,16 @@ namespace {
 using Kind = platform::ControlKind;
 using platform::ControlTemplate;
 
+/// As many as most labels of options have.
+constexpr int kUsualLetters = 20;
+
 /// A drop-down whose list is as wide as its rows, and that a wheel rolling by doesn't change.
 class DropDown final : public QComboBox {
  public:
   explicit DropDown(QWidget* parent) : QComboBox(parent) {
     setFocusPolicy(Qt::StrongFocus);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    setMinimumContentsLength(12);
+    setMinimumContentsLength(kUsualLetters);
     setInsertPolicy(QComboBox::NoInsert);
     setMaxVisibleItems(20);
   }

@@ -42,7 +42,9 @@ std::optional<DialogHelp> ParseHelp(std::string_view source, QString* error) {
   };
   if (source.size() > kMostBytes) return fail("the help is too long");
   bool begins = true;
-  const auto complete = [&] { return help.entries.empty() ? !help.topic.isEmpty() : !help.entries.back().text.isEmpty(); };
+  const auto complete = [&] {
+    return help.entries.empty() ? !help.topic.isEmpty() : !help.entries.back().text.isEmpty();
+  };
   for (const QString& whole : QString::fromUtf8(source.data(), static_cast<qsizetype>(source.size())).split(u'\n')) {
     ++number;
     const QString line = whole.trimmed();

@@ -187,14 +187,17 @@ Place::Place(QWidget* parent, QSize size) : QWidget(parent) {
 }
 
 void Place::paintEvent(QPaintEvent*) {
+  constexpr int kSymbol = 32;
   QStylePainter painter(this);
-  QStyleOptionFrame frame;
-  frame.initFrom(this);
-  frame.lineWidth = 1;
-  frame.state |= QStyle::State_Sunken;
-  frame.frameShape = QFrame::StyledPanel;
-  painter.drawControl(QStyle::CE_ShapedFrame, frame);
-  painter.setClipRect(rect().adjusted(1, 1, -1, -1));
+  if (width() > kSymbol || height() > kSymbol) {
+    QStyleOptionFrame frame;
+    frame.initFrom(this);
+    frame.lineWidth = 1;
+    frame.state |= QStyle::State_Sunken;
+    frame.frameShape = QFrame::StyledPanel;
+    painter.drawControl(QStyle::CE_ShapedFrame, frame);
+    painter.setClipRect(rect().adjusted(1, 1, -1, -1));
+  }
   if (!picture_.isNull()) style()->drawItemPixmap(&painter, rect(), Qt::AlignCenter, picture_);
   if (draw) draw(painter, rect());
 }

@@ -89,7 +89,7 @@ class Memo final : public QPlainTextEdit {
   void Insert(const QString& text);
 };
 
-/// A place that the logic paints; an empty frame as long as it paints nothing.
+/// A place that the logic paints. One for more than a symbol has a frame, also as long as nothing is painted.
 class Place final : public QWidget {
  public:
   Place(QWidget* parent, QSize size);

@@ -64,9 +64,8 @@ TEST(Help, ReadsParagraphsAndRefusesWhatIsIncomplete) {
   EXPECT_EQ(help->entries[0].controls, (std::vector<platform::ControlId>{7, 8}));
   EXPECT_EQ(help->entries[1].group, QStringLiteral("A \"title\""));
   EXPECT_EQ(help->entries[1].text, QStringLiteral("five"));
-  for (const char* const source :
-       {"", "# remark", "[7]\ntext", "text\n[7]", "text\n[]\nx", "text\n[0]\nx", "text\n[7\nx", "text\n[70000]\nx",
-        "text\n[seven]\nx", "text\n[7]\n\n[8]\nx"}) {
+  for (const char* const source : {"", "# remark", "[7]\ntext", "text\n[7]", "text\n[]\nx", "text\n[0]\nx",
+                                   "text\n[7\nx", "text\n[70000]\nx", "text\n[seven]\nx", "text\n[7]\n\n[8]\nx"}) {
     EXPECT_FALSE(ParseHelp(source, &error).has_value()) << source;
     EXPECT_TRUE(error.startsWith(QStringLiteral("line "))) << source;
   }

@@ -223,7 +223,9 @@ TEST_F(Panels, ATabInARowOfAListBoxBringsToTheMiddleUnderItsHeading) {
     const QImage shown = list->viewport()->grab().toImage();
     const auto half = [&](int row, bool right) {
       const QRect area = list->visualRect(list->model()->index(row, 0));
-      return shown.copy(QRect(right ? shown.width() / 2 : 0, area.y(), shown.width() / 2, area.height()));
+      const auto ratio = static_cast<int>(shown.devicePixelRatio());
+      const int width = shown.width() / 2;
+      return shown.copy(right ? width : 0, area.y() * ratio, width, area.height() * ratio);
     };
     EXPECT_EQ(half(0, true), half(1, true));
     EXPECT_NE(half(0, true), half(2, true));
