@@ -189,7 +189,7 @@ Printer::~Printer() {
   platform::ClosePrinter(handle_);
 }
 
-std::optional<bool> Answer(Consent consent) {
+std::optional<bool> AnswerOf(Consent consent) {
   if (consent != Consent::kAsk) return consent == Consent::kYes;
   if (isatty(STDIN_FILENO) == 0) return std::nullopt;
   std::string line;

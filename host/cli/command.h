@@ -96,7 +96,7 @@ class Printer {
 enum class Consent { kAsk, kYes, kNo };
 /// What `consent` says, or what is typed on the terminal; nothing if there is no terminal. The question stands on
 /// stderr already.
-std::optional<bool> Answer(Consent consent);
+std::optional<bool> AnswerOf(Consent consent);
 
 /// Folder that this program lies in, with a separator at its end; empty if it can't be told.
 std::string ProgramFolder();

@@ -11,7 +11,7 @@ namespace heron::cli {
 namespace {
 
 constexpr size_t kLineWidth = 110;
-constexpr size_t kLabelWidth = 42;
+constexpr size_t kSettingWidth = 42;
 constexpr size_t kKeyWidth = 28;
 
 /// Text of the setting's first control.
@@ -101,7 +101,7 @@ void PrintChoices(const Setting& setting) {
 
 void PrintLine(const Setting& setting, const std::string& remark) {
   const std::string name = setting.key.empty() ? std::to_string(setting.parameter) : setting.key;
-  std::cout << "  " << Padded(setting.label, kLabelWidth) << ' ' << Padded(name, kKeyWidth) << ' '
+  std::cout << "  " << Padded(setting.label, kSettingWidth) << ' ' << Padded(name, kKeyWidth) << ' '
             << setting.ValueText(setting.value) << remark << '\n';
 }
 

@@ -19,7 +19,7 @@ uint16_t TerminalView::ReadControl(uint16_t id) {
 
 /// Without a terminal nobody can say yes.
 bool TerminalView::Ask() {
-  const std::optional<bool> yes = Answer(consent_);
+  const std::optional<bool> yes = AnswerOf(consent_);
   wanted_consent_ |= !yes.has_value();
   return yes.value_or(false);
 }

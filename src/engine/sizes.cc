@@ -6,7 +6,6 @@
 
 #include "catalog/catalog.h"
 #include "engine/setting.h"
-#include "settings/binding.h"
 #include "settings/zoom.h"
 
 namespace heron::engine {
@@ -14,9 +13,8 @@ namespace {
 
 constexpr uint16_t kFamilyF = 0x1000;
 constexpr uint16_t kDocumentPapers = 0;  ///< the catalogue's feature
-constexpr int kMillimetre = 1;
-constexpr int64_t kTolerance = 5;  ///< sizes closer than this count as equal
-constexpr uint16_t kReduce = 2;    ///< of lpMarginMode
+constexpr int64_t kTolerance = 5;        ///< sizes closer than this count as equal
+constexpr uint16_t kReduce = 2;          ///< of lpMarginMode
 
 constexpr uint32_t HundredthMm(uint32_t thou) {
   return static_cast<uint32_t>(uint64_t{thou} * 254 / 100);
@@ -204,6 +202,10 @@ CustomArea ComputeCustomInsets(const UiState& ui, int32_t code) {
   return area;
 }
 
+const SourceLimit& LimitOfSource(const UiState& ui, int unit) {
+  return FindSourceLimit(Setting<u"lpMediaSource">(ui), Setting<u"lpSourceUnit">(ui), static_cast<uint16_t>(unit));
+}
+
 uint16_t PrintedPaper(const UiState& ui) {
   const uint16_t output = Setting<u"lpOutputPaper">(ui);
   return output == kSameAsDocument ? Setting<u"lpMediaSize">(ui) : output;
@@ -213,15 +215,27 @@ bool CustomPaperFits(const UiState& ui) {
   const uint16_t paper = PrintedPaper(ui);
   if (!IsCustomPaper(paper)) return true;
   const CustomPaperEntry entry = EntryOf(ui, paper);
-  const bool metric = entry.unit == kMillimetre;
-  const SourceLimit& limit =
-      FindSourceLimit(Setting<u"lpMediaSource">(ui), Setting<u"lpSourceUnit">(ui), static_cast<uint16_t>(entry.unit));
-  const int64_t scale = metric ? 10 : 1;
-  const auto fits = [scale](int64_t size, int64_t min, int64_t max) {
-    return size >= min * scale && size <= max * scale;
+  const SourceLimit& limit = LimitOfSource(ui, entry.unit);
+  const auto lies = [&limit](uint32_t thou, int64_t min, int64_t max) {
+    const int64_t shown = ThouToTenthMm(limit.unit, thou);
+    return shown >= min && shown <= max;
   };
-  return fits(metric ? HundredthMm(entry.width) : entry.width, limit.minWidth, limit.maxWidth) &&
-         fits(metric ? HundredthMm(entry.height) : entry.height, limit.minLength, limit.maxLength);
+  return lies(entry.width, limit.minWidth, limit.maxWidth) && lies(entry.height, limit.minLength, limit.maxLength);
+}
+
+BindingChoice BindingOf(const UiState& ui) {
+  return {.position = Setting<u"lpBindPosit">(ui),
+          .paper = PrintedPaper(ui),
+          .orientation = Setting<u"lpOrientation">(ui),
+          .printType = Setting<u"lpPRNType">(ui),
+          .layout = IsOn<u"Nup_Check">(ui) ? Setting<u"lpLayout">(ui) : uint16_t{0},
+          .fold = IsOn<u"Fold_Check">(ui) ? Setting<u"lpFold">(ui) : uint16_t{0},
+          .onePerSheet = IsOn<u"POD_OnePerSheet_Check">(ui),
+          .adhesive = IsOn<u"AdhesiveBind_Check">(ui)};
+}
+
+uint8_t ResolveBindingEdge(const UiState& ui) {
+  return BindingSide(BindingOf(ui));
 }
 
 int MaxZoomForPaper(const UiState& ui, int32_t code) {

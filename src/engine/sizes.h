@@ -7,6 +7,7 @@
 
 #include <cstdint>
 
+#include "settings/binding.h"
 #include "settings/papers.h"
 #include "uistate/ui_state.h"
 
@@ -27,11 +28,19 @@ struct CustomArea {
 /// Size of the custom paper `code` in the state's own list, with the insets of the current paper source.
 CustomArea ComputeCustomInsets(const UiState& ui, int32_t code);
 
+/// Limits of the current paper source in a unit, as FindSourceLimit has them.
+const SourceLimit& LimitOfSource(const UiState& ui, int unit);
+
 /// The paper that is printed on: `lpOutputPaper`, or `lpMediaSize` where that says "same as document".
 uint16_t PrintedPaper(const UiState& ui);
 
-/// Whether that paper is no custom paper, or lies within the limits of the current paper source.
+/// Whether that paper is no custom paper, or lies within the limits of the current paper source. What is compared is
+/// the size as it is shown and typed: the smallest that may be typed is stored a fraction below its limit.
 bool CustomPaperFits(const UiState& ui);
+
+/// How the job is bound: the settings that decide on it, and the side they come to (2 left, 3 right, 4 top).
+BindingChoice BindingOf(const UiState& ui);
+uint8_t ResolveBindingEdge(const UiState& ui);
 
 /// The largest zoom that the renderer can do on a paper, percent: 400 down to 100 in steps of 50.
 int MaxZoomForPaper(const UiState& ui, int32_t code);

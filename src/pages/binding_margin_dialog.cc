@@ -13,18 +13,10 @@ using engine::Setting;
 
 namespace {
 
-constexpr ControlId kParallel = 2301;
-constexpr ControlId kReduce = 2302;
-constexpr ControlId kFront = 2306;
-constexpr ControlId kFrontSpin = 2307;
-constexpr ControlId kFrontRange = 2308;
-constexpr ControlId kBackLabel = 2309;
-constexpr ControlId kBack = 2310;
-constexpr ControlId kBackSpin = 2311;
-constexpr ControlId kBackRange = 2312;
-constexpr ControlId kPicture = 2313;
-constexpr ControlId kEqual = 2315;
-constexpr ControlId kFirstPaint = 2316;
+constexpr ControlId kParallel = 2301, kReduce = 2302;
+constexpr ControlId kFront = 2306, kFrontSpin = 2307, kFrontRange = 2308;
+constexpr ControlId kBackLabel = 2309, kBack = 2310, kBackSpin = 2311, kBackRange = 2312;
+constexpr ControlId kPicture = 2313, kEqual = 2315, kFirstPaint = 2316;
 constexpr uint16_t kParallelMove = 1;
 constexpr size_t kMostDigits = 2;
 
@@ -112,18 +104,16 @@ void BindingMarginDialog::OnDraw(ControlId id, platform::Canvas&, const platform
 void BindingMarginDialog::OnChanged(ControlId id) {
   Store(id);
   if (id == kEqual) {
-    if (engine::IsOn<u"MarginEqual_Check">(ui())) CopyFrontToBack();
+    CopyFrontToBack();
     return ShowGroup(kEquality);
   }
   dialog().Repaint(kPicture);
   TellCorrections(UpdateRanges());
 }
 
-bool BindingMarginDialog::IsFront(ControlId id) const {
-  return id == kFront;
-}
-
+/// While both sides are to have the same margin.
 void BindingMarginDialog::CopyFrontToBack() {
+  if (!engine::IsOn<u"MarginEqual_Check">(ui())) return;
   const std::u16string text = dialog().Text(kFront);
   const uint16_t margin = std::min<uint16_t>(ParseNumber(text), static_cast<uint16_t>(ranges_.maxBack));
   dialog().SetText(kBack, text);
@@ -131,21 +121,15 @@ void BindingMarginDialog::CopyFrontToBack() {
   Setting<u"bMargin">(ui()) = margin;
 }
 
-void BindingMarginDialog::OnTextChanged(ControlId id) {
-  SettingsView::OnTextChanged(id);
-  // Behind the clamp, so that the back follows the corrected number.
-  if (id == kFront && engine::IsOn<u"MarginEqual_Check">(ui())) CopyFrontToBack();
-}
-
 /// A 0 isn't stored while it is typed, as more digits may follow; it passes when the field is left.
 void BindingMarginDialog::OnNumber(ControlId id, uint16_t number) {
-  if (number == 0) return;
-  const auto highest = static_cast<uint16_t>(IsFront(id) ? ranges_.maxFront : ranges_.maxBack);
+  const auto highest = static_cast<uint16_t>(id == kFront ? ranges_.maxFront : ranges_.maxBack);
   if (number > highest) {
     dialog().SetText(id, NumberText(highest));
     dialog().SelectText(id, 0, std::u16string::npos);
   }
-  engine::SetControlValue(engine(), id, std::min(number, highest));
+  if (number != 0) engine::SetControlValue(engine(), id, std::min(number, highest));
+  if (id == kFront) CopyFrontToBack();
   dialog().Repaint(kPicture);
 }
 
@@ -166,8 +150,8 @@ bool BindingMarginDialog::MayLeave(ControlId id, ControlId to) {
 
 bool BindingMarginDialog::Validate(ControlId field) {
   const std::u16string text = dialog().Text(field);
-  const int minimum = IsFront(field) ? ranges_.minFront : ranges_.minBack;
-  const int maximum = IsFront(field) ? ranges_.maxFront : ranges_.maxBack;
+  const int minimum = field == kFront ? ranges_.minFront : ranges_.minBack;
+  const int maximum = field == kFront ? ranges_.maxFront : ranges_.maxBack;
   const int typed = ParseNumber(text);
   if (IsNumber(text) && typed <= maximum) {
     engine::SetControlValue(engine(), field, static_cast<uint16_t>(typed));
@@ -176,6 +160,7 @@ bool BindingMarginDialog::Validate(ControlId field) {
   const int replacement = IsNumber(text) ? maximum : minimum;
   dialog().Beep();
   dialog().SetText(field, NumberText(replacement));
+  if (field == kFront) CopyFrontToBack();
   return Refuse(field, RangeText(21480, minimum, maximum), TextOf(21009));
 }
 

@@ -14,7 +14,6 @@ class BindingMarginDialog : public SettingsView {
  protected:
   void OnInitialise() override;
   void OnChanged(ControlId id) override;
-  void OnTextChanged(ControlId id) override;
   void OnNumber(ControlId id, uint16_t number) override;
   void OnButton(ControlId id) override;
   void OnDraw(ControlId id, platform::Canvas& canvas, const platform::RECT& place) override;
@@ -34,7 +33,6 @@ class BindingMarginDialog : public SettingsView {
     bool back = false;
   };
 
-  bool IsFront(ControlId id) const;
   void CopyFrontToBack();
   Corrections UpdateRanges();
   void TellCorrections(const Corrections& corrections);

@@ -1,7 +1,6 @@
 #include "pages/custom_papers.h"
 
 #include "catalog/strings.h"
-#include "engine/setting.h"
 #include "engine/sizes.h"
 #include "pages/size_text.h"
 #include "platform/text.h"
@@ -9,28 +8,11 @@
 namespace heron::pages {
 namespace {
 
-using engine::Setting;
-
 /// "(210.0 x 297.0mm)"
 std::u16string SizeInParentheses(const CustomPaperEntry& entry) {
   const int unit = UnitOf(entry);
-  const int64_t scale = unit == kInch ? 1000 : 10;
-  const int64_t width = ShownFromThou(unit, entry.width);
-  const int64_t length = ShownFromThou(unit, entry.height);
-  return platform::ExpandText(unit == kInch ? u"(%ld.%03ld x %ld.%03ldinch)" : u"(%ld.%01ld x %ld.%01ldmm)",
-                              {width / scale, width % scale, length / scale, length % scale});
-}
-
-std::u16string SpacedSize(int unit, uint32_t thou) {
-  const int64_t shown = ShownFromThou(unit, thou);
-  const int64_t scale = unit == kInch ? 1000 : 10;
-  return platform::ExpandText(unit == kInch ? u" %ld.%03ld inch " : u" %ld.%01ld mm", {shown / scale, shown % scale});
-}
-
-std::u16string RangeOfSizes(int unit, int64_t minimum, int64_t maximum) {
-  const int64_t scale = unit == kInch ? 1000 : 10;
-  return platform::ExpandText(GetUiString(unit == kInch ? 21571 : 21570),
-                              {minimum / scale, minimum % scale, maximum / scale, maximum % scale});
+  return ExpandSizes(unit, {u"(%ld.%01ld x %ld.%01ldmm)", u"(%ld.%03ld x %ld.%03ldinch)"},
+                     ShownFromThou(unit, entry.width), ShownFromThou(unit, entry.height));
 }
 
 }  // namespace
@@ -63,14 +45,18 @@ Warning CustomPaperWarning(const UiState& ui) {
   const CustomPaperEntry* entry = CustomEntry(ui, number);
   if (entry == nullptr) return {};
   const int unit = UnitOf(*entry);
-  const SourceLimit& limit =
-      FindSourceLimit(Setting<u"lpMediaSource">(ui), Setting<u"lpSourceUnit">(ui), static_cast<uint16_t>(unit));
-  const std::u16string width = SpacedSize(unit, entry->width);
-  const std::u16string length = SpacedSize(unit, entry->height);
-  const std::u16string widths = RangeOfSizes(unit, limit.minWidth, limit.maxWidth);
-  const std::u16string lengths = RangeOfSizes(unit, limit.minLength, limit.maxLength);
-  return {platform::ExpandText(GetUiString(25007), {FormatCustomName(ui, number, CustomName::kName), width, length,
-                                                    GetUiString(limit.label), widths, lengths}),
+  const SourceLimit& limit = engine::LimitOfSource(ui, unit);
+  const auto size = [unit](uint32_t thou) {
+    return ExpandSize(unit, {u" %ld.%01ld mm", u" %ld.%03ld inch "}, ShownFromThou(unit, thou));
+  };
+  const auto range = [unit](int32_t minimum, int32_t maximum) {
+    return ExpandSizes(unit, {GetUiString(21570), GetUiString(21571)}, static_cast<uint32_t>(minimum),
+                       static_cast<uint32_t>(maximum));
+  };
+  return {platform::ExpandText(GetUiString(25007),
+                               {FormatCustomName(ui, number, CustomName::kName), size(entry->width),
+                                size(entry->height), GetUiString(limit.label), range(limit.minWidth, limit.maxWidth),
+                                range(limit.minLength, limit.maxLength)}),
           TextOf(25006)};
 }
 

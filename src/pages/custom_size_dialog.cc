@@ -4,6 +4,7 @@
 
 #include "catalog/strings.h"
 #include "engine/setting.h"
+#include "engine/sizes.h"
 #include "pages/size_text.h"
 #include "platform/spooler.h"
 #include "platform/text.h"
@@ -16,38 +17,22 @@ using platform::kOkButton;
 
 namespace {
 
-constexpr ControlId kList = 2201;
-constexpr ControlId kName = 2215;
-constexpr ControlId kMillimetres = 2218;
-constexpr ControlId kInches = 2219;
-constexpr ControlId kSourceNote = 2212;
-constexpr ControlId kPicture = 2213;
+constexpr ControlId kList = 2201, kName = 2215;
+constexpr ControlId kMillimetres = 2218, kInches = 2219;
+constexpr ControlId kSourceNote = 2212, kPicture = 2213;
 constexpr uint32_t kTitle = 21008;
 constexpr size_t kNameLimit = 31;
 
-/// The parameters of one target's custom paper.
-void WriteTarget(const UiState& ui, PaperTarget target, int number, const CustomPaperEntry& entry) {
-  const auto width = static_cast<uint16_t>(ShownFromThou(kMillimetre, entry.width));
-  const auto length = static_cast<uint16_t>(ShownFromThou(kMillimetre, entry.height));
-  if (target == PaperTarget::kOriginal) {
-    Setting<u"lpUDPaperType">(ui) = static_cast<uint16_t>(number);
-    Setting<u"UDPaperWidth">(ui) = width;
-    Setting<u"UDPaperLength">(ui) = length;
-    Setting<u"lpUDPaperUnit">(ui) = static_cast<uint16_t>(UnitOf(entry));
-  } else {
-    Setting<u"lpUDMediaType">(ui) = static_cast<uint16_t>(number);
-    Setting<u"UDMediaWidth">(ui) = width;
-    Setting<u"UDMediaLength">(ui) = length;
-    Setting<u"lpUDMediaUnit">(ui) = static_cast<uint16_t>(UnitOf(entry));
-  }
-}
-
-uint16_t& NumberOf(const UiState& ui, PaperTarget target) {
-  return target == PaperTarget::kOriginal ? Setting<u"lpUDPaperType">(ui) : Setting<u"lpUDMediaType">(ui);
-}
-
-uint16_t& PaperOf(const UiState& ui, PaperTarget target) {
-  return target == PaperTarget::kOriginal ? Setting<u"lpMediaSize">(ui) : Setting<u"lpOutputPaper">(ui);
+/// The settings of a target: its paper, and number, size (tenths of a millimetre) and unit of its custom paper.
+struct TargetSettings {
+  uint16_t &paper, &number, &width, &length, &unit;
+};
+TargetSettings SettingsOf(const UiState& ui, PaperTarget target) {
+  if (target == PaperTarget::kOriginal)
+    return {Setting<u"lpMediaSize">(ui), Setting<u"lpUDPaperType">(ui), Setting<u"UDPaperWidth">(ui),
+            Setting<u"UDPaperLength">(ui), Setting<u"lpUDPaperUnit">(ui)};
+  return {Setting<u"lpOutputPaper">(ui), Setting<u"lpUDMediaType">(ui), Setting<u"UDMediaWidth">(ui),
+          Setting<u"UDMediaLength">(ui), Setting<u"lpUDMediaUnit">(ui)};
 }
 
 /// Which paper sources a custom paper can come from.
@@ -57,7 +42,7 @@ struct Sources {
 };
 
 Sources SourcesForCustom(engine::Engine& engine, PaperTarget target) {
-  uint16_t& paper = PaperOf(*engine.ui, target);
+  uint16_t& paper = SettingsOf(*engine.ui, target).paper;
   const uint16_t before = std::exchange(paper, static_cast<uint16_t>(kLastUserPaper));
   constexpr uint16_t kSource = engine::ControlId(u"lpMediaSource");
   engine::ComputeItemStatus(engine, kSource);
@@ -72,20 +57,10 @@ Sources SourcesForCustom(engine::Engine& engine, PaperTarget target) {
   return sources;
 }
 
-std::u16string RangeOfSizes(int unit, int64_t minimum, int64_t maximum) {
-  const int64_t scale = unit == kInch ? 1000 : 10;
-  return platform::ExpandText(unit == kInch ? u"( %ld.%ld - %ld.%03ldinch )" : u"( %ld.%01ld - %ld.%01ldmm )",
-                              {minimum / scale, minimum % scale, maximum / scale, maximum % scale});
-}
-
-const SourceLimit& LimitOf(const UiState& ui, int unit) {
-  return FindSourceLimit(Setting<u"lpMediaSource">(ui), Setting<u"lpSourceUnit">(ui), static_cast<uint16_t>(unit));
-}
-
 }  // namespace
 
 uint16_t& CustomSizeDialog::Number() const {
-  return NumberOf(ui(), target_);
+  return SettingsOf(ui(), target_).number;
 }
 
 CustomPaperEntry& CustomSizeDialog::Entry() const {
@@ -106,7 +81,7 @@ CustomSizeDialog::Side* CustomSizeDialog::SideOf(ControlId control) {
 // -- opening and showing
 
 void CustomSizeDialog::OnInitialise() {
-  const uint16_t paper = PaperOf(ui(), target_);
+  const uint16_t paper = SettingsOf(ui(), target_).paper;
   if (IsCustomPaper(paper)) Number() = static_cast<uint16_t>(CustomPaperNumber(paper));
   Number() = std::clamp<uint16_t>(Number(), 1, kUserPaperCount);
   if (CustomEntry(ui(), Number()) == nullptr) return dialog().End(platform::IDCANCEL);
@@ -119,7 +94,7 @@ void CustomSizeDialog::OnInitialise() {
 /// Takes unit, limits and shown sizes from the selected entry.
 void CustomSizeDialog::LoadEntry() {
   const CustomPaperEntry& entry = Entry();
-  const SourceLimit& limit = LimitOf(ui(), UnitOf(entry));
+  const SourceLimit& limit = engine::LimitOfSource(ui(), UnitOf(entry));
   width_.minimum = static_cast<uint32_t>(limit.minWidth);
   width_.maximum = static_cast<uint32_t>(limit.maxWidth);
   length_.minimum = static_cast<uint32_t>(limit.minLength);
@@ -139,11 +114,13 @@ void CustomSizeDialog::ShowEntry() {
   dialog().SetChecked(kInches, UnitOf(entry) == kInch);
   for (const Side* side : {&width_, &length_}) {
     ShowSide(*side);
-    dialog().SetText(side->range, RangeOfSizes(UnitOf(entry), side->minimum, side->maximum));
+    dialog().SetText(side->range,
+                     ExpandSizes(UnitOf(entry), {u"( %ld.%01ld - %ld.%01ldmm )", u"( %ld.%ld - %ld.%03ldinch )"},
+                                 side->minimum, side->maximum));
   }
   std::u16string note;
   if (SourcesForCustom(sheet_.engine(), target_).current)
-    note = platform::ExpandText(GetUiString(25005), {GetUiString(LimitOf(ui(), UnitOf(entry)).label)});
+    note = platform::ExpandText(GetUiString(25005), {GetUiString(engine::LimitOfSource(ui(), UnitOf(entry)).label)});
   dialog().SetText(kSourceNote, note);
   dialog().Repaint(kPicture);
 }
@@ -236,7 +213,8 @@ void CustomSizeDialog::ChangeUnit(int unit) {
 void CustomSizeDialog::StoreName() {
   const std::u16string name = dialog().Text(kName);
   CustomPaperEntry& entry = Entry();
-  const size_t length = std::min(name.size(), std::size(entry.name) - 1);
+  size_t length = std::min(name.size(), kNameLimit);
+  if (length > 0 && (name[length - 1] & 0xFC00) == 0xD800) --length;  // the limit split a character
   std::fill(std::copy_n(name.begin(), length, entry.name), std::end(entry.name), u'\0');
   ShowList();
 }
@@ -273,11 +251,17 @@ bool CustomSizeDialog::CheckName() {
   return Refuse(kName, TextOf(name(Number()).empty() ? 25003 : 25004), TextOf(kTitle));
 }
 
+/// The other target may have the same entry selected.
 void CustomSizeDialog::Confirm() {
   if (!CheckSize(width_) || !CheckSize(length_) || !CheckName()) return;
-  const PaperTarget other = target_ == PaperTarget::kOriginal ? PaperTarget::kOutput : PaperTarget::kOriginal;
-  WriteTarget(ui(), target_, Number(), Entry());
-  if (NumberOf(ui(), other) == Number()) WriteTarget(ui(), other, Number(), Entry());
+  const uint16_t number = Number();
+  for (const PaperTarget target : {PaperTarget::kOriginal, PaperTarget::kOutput}) {
+    const TargetSettings settings = SettingsOf(ui(), target);
+    if (settings.number != number) continue;
+    settings.width = static_cast<uint16_t>(ShownFromThou(kMillimetre, Entry().width));
+    settings.length = static_cast<uint16_t>(ShownFromThou(kMillimetre, Entry().height));
+    settings.unit = static_cast<uint16_t>(Unit());
+  }
   engine::LoadPaperTable(ui());
   dialog().End(platform::IDOK);
 }

@@ -1,7 +1,5 @@
 #include "pages/layout_dialog.h"
 
-#include "engine/sizes.h"
-
 namespace heron::pages {
 
 using engine::Setting;
@@ -16,6 +14,10 @@ enum Group : uint8_t { kLayoutGroup, kOrderGroup, kBorderGroup };
 constexpr ShownControl kControls[] = {{kLayout, kLayoutGroup}, {kOrder, kOrderGroup}, {kBorder, kBorderGroup}};
 
 constexpr uint16_t kLandscape = 2;
+
+/// As kLayoutPictures, of the other lists.
+constexpr uint32_t kOrderPictures = 17010;
+constexpr uint32_t kBorderPictures = 17020;
 
 bool IsTwoPages(uint16_t layout) {
   return layout == 1 || layout == 8;
@@ -44,12 +46,16 @@ bool LayoutDialog::Offers(ControlId list, size_t item) {
   return item >= rows.first && item <= rows.last;
 }
 
+uint32_t LayoutDialog::RowPicture(ControlId list, size_t item) {
+  const auto place = static_cast<uint32_t>(item);
+  return place + (list == kLayout ? kLayoutPictures : list == kOrder ? kOrderPictures : kBorderPictures);
+}
+
 void LayoutDialog::OnChanged(ControlId id) {
   Store(id);
   if (id != kLayout) return ShowGroup(id == kOrder ? kOrderGroup : kBorderGroup);
   const uint16_t layout = Setting<u"lpLayout">(ui());
   uint16_t& order = Setting<u"lpOrder">(ui());
-  order = engine::OrderForLayout(layout, order);
   const OrderRows rows = OrderRowsOf(ui());
   const auto items = engine::GetControlBlock(engine(), kOrder)->Items();
   bool stands = false;

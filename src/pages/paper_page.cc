@@ -153,10 +153,6 @@ void PaperPage::OnInitialise() {
 
 void PaperPage::OnActivate() {
   closing_ = false;
-  if (Editable()) {
-    ClampCopies();
-    ClampZoom();
-  }
   Page::OnActivate();
 }
 
@@ -177,17 +173,25 @@ std::u16string PaperPage::RowText(ControlId list, const ListItem& item) {
   return Page::RowText(list, item);
 }
 
+uint32_t PaperPage::RowPicture(ControlId list, size_t item) {
+  if (list != kLayoutList || engine::GetControlBlock(engine(), list)->Items()[item].value == kLayoutDetails) return 0;
+  return kLayoutPictures + static_cast<uint32_t>(item);
+}
+
 void PaperPage::OnGroupShown(uint8_t group) {
   const auto show = [this](ControlId place, const StatePictures& pictures, bool on) {
     dialog().SetPicture(place, on ? pictures.on : pictures.off, pictures.mask);
   };
   switch (group) {
+    case kCopies:
+      return Clamp(kCopiesField);
     case kOrientation:
       return show(kOrientationPicture, kOrientationPictures, Setting<u"lpOrientation">(ui()) == kLandscape);
+    case kOriginal:
     case kPrint:
-      return dialog().SetRange(kZoomSpin, SlotAs<u"Zoom", NumericBlock>(ui()).min,
-                               engine::MaxZoomForPaper(ui(), Setting<u"lpMediaSize">(ui())));
+      return dialog().SetRange(kZoomSpin, SlotAs<u"Zoom", NumericBlock>(ui()).min, Highest(kZoomField));
     case kZoom:
+      Clamp(kZoomField);
       for (const ControlId id : {kZoomLabel, kZoomField, kZoomSpin, kZoomUnit}) EnableControl(id, ZoomIsFree());
       return;
     case kSort:
@@ -288,37 +292,30 @@ void PaperPage::OnNumber(ControlId id, uint16_t number) {
     engine::SetControlValue(engine(), id, number);
     MarkChanged();
   }
-  if (id == kCopiesField)
-    ClampCopies();
-  else
-    ClampZoom();
+  Clamp(id);
   if (changes) RepaintPictures();
 }
 
-void PaperPage::ClampCopies() {
-  const NumericBlock& range = SlotAs<u"Copies", NumericBlock>(ui());
-  const uint16_t copies = Setting<u"Copies">(ui());
-  if (copies == 0 || copies > range.max) Correct(kCopiesField, copies == 0 ? uint16_t{1} : range.max);
-  if (Setting<u"lpOutput">(ui()) == kFax) Setting<u"Copies">(ui()) = 1;
+/// The largest number that the field of the copies or of the zoom may hold now. A fax has one copy.
+uint16_t PaperPage::Highest(ControlId field) const {
+  if (field == kZoomField) return static_cast<uint16_t>(engine::MaxZoomForPaper(ui(), Setting<u"lpMediaSize">(ui())));
+  return Setting<u"lpOutput">(ui()) == kFax ? uint16_t{1} : SlotAs<u"Copies", NumericBlock>(ui()).max;
 }
 
-/// The lower limit counts only when the field is left: a 2 may become a 25.
-void PaperPage::ClampZoom() {
-  const uint16_t zoom = Setting<u"Zoom">(ui());
-  const auto highest = static_cast<uint16_t>(engine::MaxZoomForPaper(ui(), Setting<u"lpMediaSize">(ui())));
-  if (zoom == 0 || zoom > highest) Correct(kZoomField, zoom == 0 ? uint16_t{1} : highest);
-}
-
-void PaperPage::Correct(ControlId field, uint16_t number) {
-  engine::SetControlValue(engine(), field, number);
-  dialog().SetText(field, NumberText(number));
+/// The lowest zoom counts only when the field is left: a 2 may become a 25.
+void PaperPage::Clamp(ControlId field) {
+  const uint16_t number = engine::GetControlValue(engine(), field);
+  const uint16_t fitting = std::clamp<uint16_t>(number, 1, Highest(field));
+  if (fitting == number || !Editable()) return;
+  engine::SetControlValue(engine(), field, fitting);
+  dialog().SetText(field, NumberText(fitting));
   FocusControl(field);
 }
 
 bool PaperPage::CheckZoom() {
   const int zoom = Setting<u"Zoom">(ui());
   const int lowest = SlotAs<u"Zoom", NumericBlock>(ui()).min;
-  const int highest = engine::MaxZoomForPaper(ui(), Setting<u"lpMediaSize">(ui()));
+  const int highest = Highest(kZoomField);
   if (closing_ || (zoom >= lowest && zoom <= highest)) return true;
   return Refuse(kZoomField, RangeText(21016, lowest, highest), TextOf(21016));
 }

@@ -27,6 +27,7 @@ class PaperPage : public Page {
   bool MayLeave(ControlId id, ControlId to) override;
   bool Offers(ControlId list, size_t item) override;
   std::u16string RowText(ControlId list, const ListItem& item) override;
+  uint32_t RowPicture(ControlId list, size_t item) override;
   void OnGroupShown(uint8_t group) override;
   void ResetUnshown() override { ResetTrayMedia(ui()); }
 
@@ -36,9 +37,8 @@ class PaperPage : public Page {
   bool AskPrintPosition();
   void WarnCustomPaperLimits();
 
-  void ClampCopies();
-  void ClampZoom();
-  void Correct(ControlId field, uint16_t number);
+  uint16_t Highest(ControlId field) const;
+  void Clamp(ControlId field);
   bool CheckZoom();
   bool ZoomIsFree() const;
 

@@ -210,7 +210,7 @@ void SettingsView::FillList(const ShownControl& control) {
   for (size_t i = 0; i < block.count; ++i) {
     if (!Offers(control.id, i)) continue;
     values.push_back(block.Items()[i].value);
-    rows.push_back({.text = RowText(control.id, block.Items()[i]), .cells = {}, .picture = 0});
+    rows.push_back({.text = RowText(control.id, block.Items()[i]), .cells = {}, .picture = RowPicture(control.id, i)});
   }
   dialog().SetRows(control.id, rows);
   auto row = std::ranges::find(values, block.value);

@@ -78,6 +78,8 @@ class SettingsView : public LogicBase, public engine::EngineView {
   /// Whether a list shows the item (by its place), whose status was just computed.
   virtual bool Offers(ControlId list, size_t item);
   virtual std::u16string RowText(ControlId list, const ListItem& item);
+  /// Number of the small picture before an item (by its place), 0 for none.
+  virtual uint32_t RowPicture(ControlId, size_t) { return 0; }
   /// What is shown with a group besides its controls.
   virtual void OnGroupShown(uint8_t) {}
 

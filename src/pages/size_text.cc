@@ -35,6 +35,11 @@ bool IsSelected(const TypedKey& key) {
   return key.selection_start != key.selection_end;
 }
 
+/// Shown values in a millimetre, or in an inch.
+int64_t ScaleOf(int unit) {
+  return unit == kInch ? 1000 : 10;
+}
+
 /// A second point, or one digit more behind the point than the unit has.
 bool IsBeyondFraction(int unit, char16_t key, const Remainder& field) {
   const size_t digits = unit == kMillimetre ? 1 : 3;
@@ -59,10 +64,19 @@ uint32_t ShownFromThou(int unit, uint32_t thou) {
   return ThouToTenthMm(unit, thou);
 }
 
+std::u16string ExpandSize(int unit, const SizeFormat& format, uint32_t shown) {
+  const int64_t scale = ScaleOf(unit);
+  return platform::ExpandText(unit == kInch ? format.inch : format.mm, {shown / scale, shown % scale});
+}
+
+std::u16string ExpandSizes(int unit, const SizeFormat& format, uint32_t first, uint32_t second) {
+  const int64_t scale = ScaleOf(unit);
+  return platform::ExpandText(unit == kInch ? format.inch : format.mm,
+                              {first / scale, first % scale, second / scale, second % scale});
+}
+
 std::u16string FormatSize(int unit, uint32_t shown) {
-  const uint32_t scale = unit == kMillimetre ? 10 : 1000;
-  return platform::ExpandText(unit == kMillimetre ? u"%ld.%01ldmm" : u"%ld.%03ldinch",
-                              {int64_t{shown / scale}, int64_t{shown % scale}});
+  return ExpandSize(unit, {u"%ld.%01ldmm", u"%ld.%03ldinch"}, shown);
 }
 
 uint32_t ParseSize(int unit, std::u16string_view text) {

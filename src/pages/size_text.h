@@ -18,6 +18,13 @@ inline constexpr int kInch = 2;
 uint32_t ThouFromShown(int unit, uint32_t shown);
 uint32_t ShownFromThou(int unit, uint32_t thou);
 
+/// A text for each unit, with places for the whole and the fraction of a shown value, or of two.
+struct SizeFormat {
+  std::u16string_view mm, inch;
+};
+std::u16string ExpandSize(int unit, const SizeFormat& format, uint32_t shown);
+std::u16string ExpandSizes(int unit, const SizeFormat& format, uint32_t first, uint32_t second);
+
 /// "210.0mm" or "8.267inch".
 std::u16string FormatSize(int unit, uint32_t shown);
 /// The shown value of a typed text, rounded to nearest; 0 for a text without a number or of 32 characters and more.

@@ -12,7 +12,7 @@
 namespace heron::engine {
 namespace {
 
-std::string NameOf(const ControlRow& row) {
+std::string RowName(const ControlRow& row) {
   return {row.name.begin(), row.name.end()};
 }
 
@@ -51,13 +51,13 @@ TEST(Controls, ShowTheirSettingAsItIs) {
   for (ControlIndex i = 0; i < kControlCount; ++i) {
     const ControlRow& row = kControls[i];
     const uint16_t param = ParamIndexOfControl(i);
-    ASSERT_EQ(param == kNoParam, row.Kind() == 2) << NameOf(row);
+    ASSERT_EQ(param == kNoParam, row.Kind() == 2) << RowName(row);
     if (param == kNoParam) continue;
-    EXPECT_EQ(kParamRows[param].kind, KindOf(row.type)) << NameOf(row);
+    EXPECT_EQ(kParamRows[param].kind, KindOf(row.type)) << RowName(row);
     // Controls of one setting share its value; no setting is reached under two names.
     for (ControlIndex j = 0; j < kControlCount; ++j) {
       EXPECT_EQ(ParamIndexOfControl(j) == param, kControls[j].firstOfSetting == row.firstOfSetting)
-          << NameOf(row) << " and " << NameOf(kControls[j]);
+          << RowName(row) << " and " << RowName(kControls[j]);
     }
   }
   EXPECT_EQ(ParamIndexOfControl(kNoControl), kNoParam);
@@ -75,7 +75,7 @@ TEST(Controls, RestoreButtonsReachTheirPages) {
   };
   std::map<uint16_t, std::set<int>> reached;
   for (const ControlRow& row : kControls) {
-    EXPECT_EQ((row.pageMask & kButtonMask) != 0, row.Kind() == 2) << NameOf(row);
+    EXPECT_EQ((row.pageMask & kButtonMask) != 0, row.Kind() == 2) << RowName(row);
     if (row.Kind() == 2) reached[row.id] = DialogsReached(row);
   }
   // What is chosen for one visit or shown elsewhere stays.
@@ -91,13 +91,13 @@ TEST(RadioButtons, StandForOptionsOfTheirSetting) {
   for (ControlIndex i = 0; i < kControlCount; ++i) {
     const ControlRow& row = kControls[i];
     const int value = RadioMemberValue(row.id);
-    ASSERT_EQ(value >= 0, row.type == ControlType::kRadio) << NameOf(row);
+    ASSERT_EQ(value >= 0, row.type == ControlType::kRadio) << RowName(row);
     if (value < 0) continue;
-    EXPECT_TRUE(taken.insert({row.firstOfSetting, value}).second) << NameOf(row);
+    EXPECT_TRUE(taken.insert({row.firstOfSetting, value}).second) << RowName(row);
     // The shift mode's feature has no options, and the interleave buttons, which no template shows, count from 1 where
     // their setting counts from 0.
     if (row.key == u"lpImgShiftMode" || row.key == u"lpOhpIntlvType") continue;
-    EXPECT_NE(ValueLabel(i, value), 0) << NameOf(row);
+    EXPECT_NE(ValueLabel(i, value), 0) << RowName(row);
   }
 }
 
@@ -113,9 +113,9 @@ TEST(RadioButtons, OfPagesHaveNoValueInTheEngine) {
 TEST(ValueLabels, NameTheStatesOfEveryCheckBox) {
   for (ControlIndex i = 0; i < kControlCount; ++i) {
     if (kControls[i].type != ControlType::kCheck) continue;
-    EXPECT_EQ(ValueLabels(i).size(), 2U) << NameOf(kControls[i]);
-    EXPECT_EQ(ValueLabel(i, 0), 21204) << NameOf(kControls[i]);
-    EXPECT_EQ(ValueLabel(i, 1), 21203) << NameOf(kControls[i]);
+    EXPECT_EQ(ValueLabels(i).size(), 2U) << RowName(kControls[i]);
+    EXPECT_EQ(ValueLabel(i, 0), 21204) << RowName(kControls[i]);
+    EXPECT_EQ(ValueLabel(i, 1), 21203) << RowName(kControls[i]);
   }
 }
 

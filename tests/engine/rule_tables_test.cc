@@ -12,6 +12,7 @@
 #include "engine/combination_tables.h"
 #include "engine/control_tables.h"
 #include "engine/dependency_tables.h"
+#include "engine/engine_fixture.h"
 #include "engine/finishing_tables.h"
 #include "engine/paper_checks_table.h"
 #include "engine/paper_rule_tables.h"
@@ -21,11 +22,6 @@
 
 namespace heron::engine {
 namespace {
-
-std::string NameOf(ControlIndex control) {
-  const auto name = kControls[control].name;
-  return {name.begin(), name.end()};
-}
 
 std::string TextOf(const RuleTerm& term) {
   return NameOf(term.control) + "=" + std::to_string(term.value);

@@ -38,9 +38,10 @@ TEST_F(SizesTest, MarginReducesThePage) {
   const std::string on =
       "lpMediaSize=9 lpOutputPaper=257 BindMargin_Check=1 Layout_Check2=1 lpMarginMode=2 fMargin=10 ";
   Fields<u"lpBindMargin">() = 1;
-  EXPECT_EQ(ZoomOf(on), "95");                             // 19152 of 20152
-  EXPECT_EQ(ZoomOf("bMargin=20"), "95");                   // one-sided: the back has no say
-  EXPECT_EQ(ZoomOf("lpPRNType=2"), "90");                  // 18152 of 20152
+  EXPECT_EQ(ZoomOf(on), "95");             // 19152 of 20152
+  EXPECT_EQ(ZoomOf("bMargin=20"), "95");   // one-sided: the back has no say
+  EXPECT_EQ(ZoomOf("lpPRNType=2"), "90");  // 18152 of 20152
+  EXPECT_EQ(ZoomOf("lpPRNType=3"), "90");
   EXPECT_EQ(ZoomOf("lpPRNType=1 lpOrientation=2"), "96");  // 27852 of 28852
   EXPECT_EQ(ZoomOf("Nup_Check=1 lpLayout=8"), "95");       // two pages turn the sheet back
   Fields<u"lpBindMargin">() = 3;
@@ -48,6 +49,9 @@ TEST_F(SizesTest, MarginReducesThePage) {
   EXPECT_EQ(ZoomOf("lpOutputPaper=8"), "139");  // 28852 - 0 of 20152 is 143, 40152 of 28852
   EXPECT_EQ(ZoomOf("lpMarginMode=1"), "142");
   EXPECT_EQ(ZoomOf("lpMarginMode=2 BindMargin_Check=0"), "142");
+  Custom(1).width = Custom(1).height = 400;  // 168 of which are printable
+  EXPECT_EQ(ZoomOf("lpMediaSize=513 BindMargin_Check=1"), "400");
+  EXPECT_EQ(BindingMarginRanges(*ui).bits, 0x1400u);  // the back follows the front
 }
 
 TEST_F(SizesTest, ChangesThatAskForANewZoom) {
@@ -77,6 +81,12 @@ TEST_F(SizesTest, ChangesThatAskForANewZoom) {
     UpdateAutoZoom(*ui, row.id);
     EXPECT_EQ(Value("Zoom") != 77, row.computed) << row.settings << " " << row.id;
   }
+  for (const uint16_t mode : {uint16_t{1}, uint16_t{2}}) {
+    Fields<u"lpGraphicsMode">() = mode;
+    Put("lpMarginMode=1 Zoom=77");
+    UpdateAutoZoom(*ui, 612);
+    EXPECT_EQ(Value("Zoom") != 77, mode == 1);
+  }
 }
 
 TEST_F(SizesTest, LargestZoomIsWhatTheRendererCanAddress) {
@@ -99,8 +109,11 @@ TEST_F(SizesTest, CustomPaperFitsItsTray) {
   Put("lpMediaSize=9 lpOutputPaper=257");
   EXPECT_TRUE(fits(1, 1, 1)) << "not chosen";
   Put("lpMediaSize=513");
-  EXPECT_TRUE(fits(3623, 8267, 1));   // 9202 of 9200
-  EXPECT_FALSE(fits(3621, 8267, 1));  // 9197
+  EXPECT_TRUE(fits(3622, 5826, 1));   // 92.0 x 148.0 mm as they are stored: 9199 and 14798 hundredths
+  EXPECT_FALSE(fits(3618, 5826, 1));  // 91.9 mm
+  EXPECT_TRUE(fits(11692, 17000, 1));
+  EXPECT_FALSE(fits(11694, 17000, 1));  // 297.1 mm
+  EXPECT_FALSE(fits(11692, 17001, 1));
   EXPECT_TRUE(fits(3622, 5826, 2));
   EXPECT_FALSE(fits(3621, 5826, 2));
   EXPECT_FALSE(fits(8267, 17001, 2));
@@ -130,6 +143,9 @@ TEST_F(SizesTest, MarginRanges) {
   EXPECT_EQ(ranges.front, 19);
   EXPECT_EQ(ranges.back, 10);
   EXPECT_EQ(ranges.bits, 0x2105u);  // 6152 of 28852 would be 21 %
+  Fields<u"lpBindMargin">() = 3;
+  EXPECT_EQ(BindingMarginRanges(*ui).maxFront, 19) << "the width limits a margin at the top too";
+  Fields<u"lpBindMargin">() = 1;
   Put("MarginEqual_Check=1");
   EXPECT_EQ(BindingMarginRanges(*ui).back, 19);
   EXPECT_EQ(BindingMarginRanges(*ui).bits, 0x2505u);

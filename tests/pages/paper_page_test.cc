@@ -43,6 +43,10 @@ TEST_F(PaperPageTest, CopiesAreCutWhileTheyAreTyped) {
   EXPECT_EQ(page->TextOf(103), "1");
   page->Put(103, u"99999999999999999999x");
   EXPECT_EQ(Value("Copies"), 999);
+  for (int copies = 0; copies <= 1001; ++copies) {
+    page->Put(103, platform::FromUtf8(std::to_string(copies)));
+    ASSERT_EQ(Value("Copies"), std::clamp(copies, 1, 999));
+  }
   page->Spin(104, 12);
   EXPECT_EQ(page->TextOf(103), "12");
   EXPECT_EQ(Value("Copies"), 12);
@@ -52,7 +56,8 @@ TEST_F(PaperPageTest, CopiesAreCutWhileTheyAreTyped) {
   EXPECT_EQ(page->beeps, 3);
   Put("lpOutput=1");
   page->Type(103, u"5");
-  EXPECT_EQ(Value("Copies"), 1) << "a fax has one";
+  EXPECT_EQ(page->TextOf(103), "1") << "a fax has one";
+  EXPECT_EQ(Value("Copies"), 1);
 }
 
 TEST_F(PaperPageTest, TheZoomFollowsThePapersAndIsCheckedWhenItIsLeft) {
@@ -68,16 +73,39 @@ TEST_F(PaperPageTest, TheZoomFollowsThePapersAndIsCheckedWhenItIsLeft) {
   EXPECT_EQ(page->TextOf(116), "400");
   page->Type(116, u"5");
   EXPECT_EQ(Value("Zoom"), 5) << "more digits may follow";
-  EXPECT_TRUE(page->MoveFocus(0)) << "another window";
+  for (const ControlId to : {ControlId{0}, kCancelButton}) {
+    page->Focus(116);
+    EXPECT_TRUE(page->MoveFocus(to)) << "another window, and who cancels";
+  }
   page->Focus(116);
   EXPECT_FALSE(page->Check(157, !(*page)[157].checked));
   EXPECT_EQ(desk.Told(), "[21016]|[21016] 25-400");
+  for (int zoom = 1; zoom <= 402; ++zoom) {
+    page->Put(116, platform::FromUtf8(std::to_string(zoom)));
+    ASSERT_EQ(Value("Zoom"), std::min(zoom, 400));
+    ASSERT_EQ(sheet->pages[0].logic->Deactivate(), zoom >= 25) << zoom;
+  }
+  desk.Told();
+  page->Type(116, u"5");
   EXPECT_TRUE(page->Click(151)) << "the defaults set the zoom anyhow";
   EXPECT_EQ(Zoom(), "100 locked to 400");
   Choose(114, 8);
   page->Type(116, u"5");
   sheet->pages[0].logic->Reset();
   EXPECT_TRUE(sheet->pages[0].logic->Deactivate()) << "who cancels isn't asked";
+}
+
+TEST_F(PaperPageTest, TheZoomIsLimitedByThePaper) {
+  OpenPage("lpMediaSize=9");
+  UserPaperStore& papers = *ui().stores.userPapers;
+  papers[0].height = 17000;
+  Choose(111, 513);
+  EXPECT_EQ(Zoom(), "100 locked to 300");
+  papers[1].width = papers[1].height = 400;  // all but 1.68 mm of which are margins
+  Choose(111, 514);
+  Choose(114, 9);
+  EXPECT_EQ(Zoom(), "400 to 400");
+  EXPECT_EQ(Value("Zoom"), 400);
 }
 
 TEST_F(PaperPageTest, ALayoutOrAReducingMarginTakesTheZoomAway) {
@@ -92,18 +120,26 @@ TEST_F(PaperPageTest, ALayoutOrAReducingMarginTakesTheZoomAway) {
 }
 
 TEST_F(PaperPageTest, PaperListsOfferWhatExistsAsASheet) {
-  OpenPage();
-  const auto offers = [this](uint16_t list, int value) {
-    const std::u16string label = PaperLabel(value);
+  OpenPage("lpPRNType=0 lpMediaSource=4 lpOutputTray=31");  // of which no rule forbids a paper
+  // Whether the page shows any paper in the place of B4.
+  const auto offers = [this, place = ToUtf8(PaperLabel(12))](uint16_t list, uint16_t paper) {
+    engine::GetControlBlock(engine(), list)->Items()[list == 111 ? 3 : 4].value = paper;
+    sheet->Show(100);
     const auto rows = page->RowsOf(list);
-    return std::ranges::count(rows, ToUtf8(label)) != 0;
+    return std::ranges::count(rows, place) != 0;
   };
-  EXPECT_TRUE(offers(111, 8));
-  EXPECT_TRUE(offers(111, kCustomEntry));
-  EXPECT_FALSE(offers(111, 333)) << "produced on a larger sheet";
-  EXPECT_TRUE(offers(114, kCustomEntry));
+  struct Case {
+    uint16_t paper;
+    bool original, output;
+  };
+  // A plain form, a rotated one, one that is produced on a larger sheet, one that is never offered.
+  constexpr Case kCases[] = {
+      {8, true, true}, {2057, false, true}, {333, false, true}, {0x40C, false, false}, {kCustomEntry, true, true}};
+  for (const Case& c : kCases) {
+    EXPECT_EQ(offers(111, c.paper), c.original) << c.paper;
+    EXPECT_EQ(offers(114, c.paper), c.output) << c.paper;
+  }
   engine::Setting<u"lpGraphicsMode">(ui()) = 1;
-  sheet->Show(100);
   EXPECT_TRUE(offers(111, kCustomEntry));
   EXPECT_FALSE(offers(114, kCustomEntry));
 }
@@ -111,6 +147,14 @@ TEST_F(PaperPageTest, PaperListsOfferWhatExistsAsASheet) {
 TEST_F(PaperPageTest, LayoutDetailsAreTakenOrPutBack) {
   OpenPage("lpLayout=8 lpOrder=1");
   page->Check(124, true);
+  for (const bool landscape : {true, false}) {
+    page->Press(landscape ? 107 : 106);
+    desk.Expect(2900, [landscape](ScriptedDialog& dialog) {
+      EXPECT_EQ(dialog.SelectedText(2904), landscape ? "[21429]" : "[21427]") << "the first of two";
+      dialog.Click(kCancelButton);
+    });
+    Choose(125, 20);
+  }
   desk.Expect(2900, [&](ScriptedDialog& dialog) {
     EXPECT_EQ(dialog.RowsOf(2902).size(), 5U) << "without the entry that opens the dialog";
     EXPECT_EQ(dialog.RowsOf(2904).size(), 2U);
@@ -121,10 +165,14 @@ TEST_F(PaperPageTest, LayoutDetailsAreTakenOrPutBack) {
     EXPECT_EQ(Value("lpOrder"), 5);
     Choose(dialog, 2902, 8);
     EXPECT_EQ(Value("lpOrder"), 1);
+    Choose(dialog, 2902, 10);
+    dialog.Select(2906, 1);
     dialog.Click(kCancelButton);
   });
   Choose(125, 20);
   EXPECT_EQ(Value("lpLayout"), 8);
+  EXPECT_EQ(Value("lpOrder"), 1);
+  EXPECT_EQ(engine::Setting<u"lpBorder2">(ui()), 0);
   EXPECT_EQ(page->SelectedText(125), "[40007]");
 
   desk.Expect(2900, [&](ScriptedDialog& dialog) {

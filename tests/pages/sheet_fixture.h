@@ -73,6 +73,14 @@ class SheetTest : public DriverTest {
   }
   void Choose(uint16_t list, int value) { Choose(*page, list, value); }
 
+  /// Fills a field of a dialog past its filter, confirms, and gives what was told and which field has the focus.
+  std::string Confirm(ScriptedDialog& dialog, ControlId field = 0, std::u16string_view text = {}) {
+    if (field != 0) dialog.Put(field, text);
+    dialog.Focus(0);
+    dialog.Click(platform::kOkButton);
+    return dialog.ended() ? "closed" : desk.Told() + " at " + std::to_string(dialog.Focused());
+  }
+
   /// All bytes of the settings, to see that nothing changed.
   std::vector<uint8_t> Bytes() {
     std::vector<uint8_t> bytes(ui().fixed.get(), ui().fixed.get() + ui().fixedSize);

@@ -18,13 +18,6 @@ class SubDialogsTest : public SheetTest {
     page->Click(179);
   }
   std::string Margins() { return std::to_string(Value("fMargin")) + " " + std::to_string(Value("bMargin")); }
-  /// Fills fields past the filter, confirms, and gives what was told and which field has the focus.
-  std::string Confirm(ScriptedDialog& dialog, ControlId field, std::u16string_view text) {
-    if (field != 0) dialog.Put(field, text);
-    dialog.Focus(0);
-    dialog.Click(kOkButton);
-    return dialog.ended() ? "closed" : desk.Told() + " at " + std::to_string(dialog.Focused());
-  }
 };
 
 // -- binding margin
@@ -36,10 +29,16 @@ TEST_F(SubDialogsTest, MarginsAreTypedCheckedAndResolved) {
     dialog.Type(2306, u"a99");
     EXPECT_EQ(dialog.TextOf(2306), "50") << "cut at the maximum";
     dialog.Type(2306, u"25");
-    dialog.Type(2310, u"0");
-    EXPECT_EQ(Margins(), "25 10") << "a 0 may go on";
+    dialog.Type(2310, u"05");
+    EXPECT_EQ(dialog.TextOf(2310), "0");
+    EXPECT_EQ(Margins(), "25 10") << "a 0 is stored when it is left";
+    EXPECT_TRUE(dialog.MoveFocus(2306));
+    EXPECT_EQ(Margins(), "25 0");
     dialog.Put(2310, u"");
-    EXPECT_EQ(Confirm(dialog, 0, u""), "[21009]|[21480] 0-50 at 2310");
+    EXPECT_FALSE(dialog.MoveFocus(2306));
+    EXPECT_EQ(desk.Told(), "[21009]|[21480] 0-50");
+    dialog.Put(2310, u"");
+    EXPECT_EQ(Confirm(dialog), "[21009]|[21480] 0-50 at 2310");
     EXPECT_EQ(dialog.TextOf(2310), "0");
     EXPECT_EQ(Confirm(dialog, 2306, u"7x"), "[21009]|[21480] 0-50 at 2306");
     dialog.Check(2315, true);
@@ -47,6 +46,10 @@ TEST_F(SubDialogsTest, MarginsAreTypedCheckedAndResolved) {
     dialog.Type(2306, u"33");
     EXPECT_EQ(dialog.TextOf(2310), "33");
     EXPECT_EQ(Margins(), "33 33");
+    dialog.Spin(2307, 34);
+    EXPECT_EQ(Margins(), "34 34");
+    EXPECT_EQ(Confirm(dialog, 2306, u"7x"), "[21009]|[21480] 0-50 at 2306");
+    EXPECT_EQ(dialog.TextOf(2310), "0") << "or what was refused would stay in a field that can't be reached";
     EXPECT_EQ(Confirm(dialog, 2306, u"99"), "closed") << "cut to 50 while it was typed";
   });
   EXPECT_EQ(Margins(), "50 50");
@@ -60,6 +63,7 @@ TEST_F(SubDialogsTest, CancelTakesTheMarginsBackWithTheirMode) {
     dialog.Press(2302);
     dialog.Check(2315, true);
     dialog.Type(2306, u"44");
+    dialog.Put(2306, u"");
     dialog.Click(kCancelButton);
   });
   EXPECT_TRUE(Bytes() == before);
@@ -97,6 +101,11 @@ TEST_F(SubDialogsTest, ATighterRangeLowersTheMarginAndSaysSo) {
   EXPECT_EQ(Value("lpMarginMode"), 2);
   EXPECT_EQ(Value("fMargin"), 19);
   EXPECT_EQ(Value("Zoom"), 29) << "what is left beside the margin";
+  Margin([](ScriptedDialog& dialog) {
+    dialog.Press(2301);
+    dialog.Click(kOkButton);
+  });
+  EXPECT_EQ(Value("Zoom"), 31) << "the rules see what the dialog changed";
 }
 
 // -- identity
@@ -106,7 +115,7 @@ TEST_F(SubDialogsTest, SecurePrintChecksInItsOrder) {
   desk.Expect(1800, [this](ScriptedDialog& dialog) {
     EXPECT_TRUE(dialog[1802].visible);
     EXPECT_FALSE(dialog[1808].visible);
-    EXPECT_EQ(Confirm(dialog, 0, u""), "[20025]|[21701] at 2931");
+    EXPECT_EQ(Confirm(dialog), "[20025]|[21701] at 2931");
     dialog.Put(1802, u"p+");
     EXPECT_EQ(Confirm(dialog, 2931, u"caf\u00e9"), "[21700]|[21013][25203] at 2931");
     EXPECT_EQ(dialog.TextOf(2931), "");
@@ -117,7 +126,7 @@ TEST_F(SubDialogsTest, SecurePrintChecksInItsOrder) {
     EXPECT_EQ(dialog.TextOf(1802), "pw123456") << "eight characters, without the two";
     EXPECT_EQ(dialog.beeps, 5);
     EXPECT_EQ(GetText(ui(), TextSetting::kSecureId), u"") << "nothing is stored before the last check";
-    EXPECT_EQ(Confirm(dialog, 0, u""), "closed");
+    EXPECT_EQ(Confirm(dialog), "closed");
   });
   Choose(172, 2);
   const std::u16string kept = GetText(ui(), TextSetting::kSecurePassword);
@@ -169,7 +178,7 @@ TEST_F(SubDialogsTest, AuthenticationChecksInItsOrder) {
     EXPECT_EQ(Confirm(dialog, 2956, u"a+"), "[21723]|[21013] at 2956");
     dialog.Put(2966, u"+");
     EXPECT_EQ(Confirm(dialog, 2956, u"ada"), "[21712]|[21013][25203] at 2966");
-    EXPECT_EQ(Confirm(dialog, 0, u""), "[21710]|[21013][25203] at 2964");
+    EXPECT_EQ(Confirm(dialog), "[21710]|[21013][25203] at 2964");
     EXPECT_TRUE(Bytes() == before) << "it works on a copy";
     EXPECT_EQ(Confirm(dialog, 2964, u"lab"), "closed");
   });
@@ -184,7 +193,7 @@ TEST_F(SubDialogsTest, AuthenticationChecksInItsOrder) {
     EXPECT_EQ(dialog.TextOf(2958), "pw");
     dialog.Put(2956, u"");
     dialog.Press(2953);
-    EXPECT_EQ(Confirm(dialog, 0, u""), "closed") << "a shared user has no name";
+    EXPECT_EQ(Confirm(dialog), "closed") << "a shared user has no name";
   });
   page->Click(181);
 }

@@ -1,0 +1,121 @@
+// What dialogs draw themselves: what their pictures show, and that they stay on their sheet.
+#include "pages/dialog_pictures.h"
+
+#include <algorithm>
+#include <ostream>
+
+#include "pages/sheet_fixture.h"
+#include "support/recording_canvas.h"
+
+namespace heron::pages {
+
+void PrintTo(const MarginPicture& p, std::ostream* out) {
+  *out << (p.landscape ? "landscape" : "portrait") << " class " << int{p.layoutClass} << " margin " << p.marginOn << ' '
+       << p.marginMode << ' ' << int{p.marginEdge} << " booklet " << p.booklet << ' ' << int{p.bookletEdge};
+}
+
+}  // namespace heron::pages
+
+namespace heron::test {
+namespace {
+
+using pages::MarginPicture;
+using platform::RECT;
+
+class DialogPicturesTest : public SheetTest {};
+
+/// Keeps what is filled, cut to its clip.
+class FillCanvas : public RecordingCanvas {
+ public:
+  void FillRect(const RECT& area, platform::COLORREF color, const std::optional<RECT>& clip) override {
+    const RECT within = clip.value_or(area);
+    const RECT seen = {std::max(area.left, within.left), std::max(area.top, within.top),
+                       std::min(area.right, within.right), std::min(area.bottom, within.bottom)};
+    if (!clip || (seen.left < seen.right && seen.top < seen.bottom)) fills.push_back({seen, color});
+  }
+  std::vector<std::pair<RECT, platform::COLORREF>> fills;
+};
+
+TEST_F(DialogPicturesTest, AMarginIsDescribedByTheJob) {
+  OpenPage();
+  const auto described = [&](const std::string& settings) {
+    Put("lpOrientation=1 Nup_Check=0 POD_OnePerSheet_Check=0 BindMargin_Check=0 lpPRNType=1 lpBindPosit=1 " + settings);
+    return pages::DescribeMargin(ui());
+  };
+  const uint16_t mode = described("").marginMode;
+  EXPECT_EQ(described(""), (MarginPicture{false, 0, false, mode, 0, false, 0}));
+  engine::Setting<u"lpBindMargin">(ui()) = 3;
+  EXPECT_EQ(described("BindMargin_Check=1 lpMarginMode=2 lpOrientation=2"),
+            (MarginPicture{true, 0, true, 2, 3, false, 0}));
+  Put("lpMarginMode=1");
+  // Layouts of 2 and 6 pages turn the sheet, and so does one sheet for two.
+  EXPECT_EQ(described("Nup_Check=1 lpLayout=8"), (MarginPicture{true, 1, false, 1, 0, false, 0}));
+  EXPECT_EQ(described("Nup_Check=1 lpLayout=10"), (MarginPicture{false, 2, false, 1, 0, false, 0}));
+  EXPECT_EQ(described("Nup_Check=1 lpLayout=5 POD_OnePerSheet_Check=1"),
+            (MarginPicture{false, 11, false, 1, 0, false, 0}));
+  EXPECT_EQ(described("Nup_Check=1 lpLayout=7 lpOrientation=2"), (MarginPicture{true, 5, false, 1, 0, false, 0}));
+  // A booklet folds at a side of a portrait sheet and at the top of a landscape one, wherever it is bound.
+  EXPECT_EQ(described("lpPRNType=3 lpBindPosit=3"), (MarginPicture{false, 0, false, 1, 0, true, 3}));
+  EXPECT_EQ(described("lpPRNType=3 lpBindPosit=4"), (MarginPicture{false, 0, false, 1, 0, true, 2}));
+  EXPECT_EQ(described("lpPRNType=3 lpBindPosit=2 lpOrientation=2"), (MarginPicture{true, 0, false, 1, 0, true, 4}));
+}
+
+TEST(DialogPictures, AMarginKeepsToItsSheet) {
+  constexpr size_t kPagesOfClass[] = {1, 2, 4, 6, 9, 16};
+  const RECT place = {0, 0, pages::kMarginPictureSize, pages::kMarginPictureSize};
+  for (int n = 0; n < 2 * 12 * 2 * 5; ++n) {
+    const MarginPicture picture{.landscape = n % 2 != 0,
+                                .layoutClass = static_cast<uint8_t>(n / 2 % 12 < 6 ? n / 2 % 12 : n / 2 % 12 + 2),
+                                .marginOn = n / 48 > 0,
+                                .marginMode = static_cast<uint16_t>(1 + n / 24 % 2),
+                                .marginEdge = static_cast<uint8_t>(n / 48),
+                                .booklet = true,
+                                .bookletEdge = static_cast<uint8_t>(n % 2 != 0 ? 4 : 2)};
+    SCOPED_TRACE(::testing::PrintToString(picture));
+    FillCanvas canvas;
+    DrawMargin(picture, canvas, place);
+    const RECT sheet = picture.landscape ? RECT{14, 28, 126, 112} : RECT{28, 14, 112, 126};
+    std::map<platform::COLORREF, size_t> count;
+    for (const auto& [area, color] : canvas.fills) {
+      ++count[color];
+      EXPECT_TRUE(area.left >= sheet.left && area.top >= sheet.top && area.right <= sheet.right &&
+                  area.bottom <= sheet.bottom);
+      EXPECT_TRUE(area.left < area.right && area.top < area.bottom);
+    }
+    const auto& page = canvas.fills.front();
+    // A page that is moved may leave its sheet.
+    if (picture.marginMode == 2) {
+      EXPECT_EQ(count[page.second], kPagesOfClass[picture.layoutClass % 8] * (picture.layoutClass >= 8 ? 2 : 1));
+    }
+    if (picture.marginEdge == 0) continue;
+    const RECT band = canvas.fills[canvas.fills.size() - 2].first;
+    const bool upright = band.bottom - band.top > band.right - band.left;
+    EXPECT_EQ(upright, picture.marginEdge <= 2);
+    EXPECT_EQ(band.left + band.top < 140 - band.right + 140 - band.bottom, picture.marginEdge % 2 != 0);
+    if (picture.marginMode != 2) continue;
+    for (const auto& [area, color] : canvas.fills) {
+      const bool beside = area.left >= band.right || area.right <= band.left || area.top >= band.bottom || area.bottom <= band.top;
+      EXPECT_TRUE(color != page.second || beside) << "a reduced page stands beside its margin";
+    }
+  }
+}
+
+TEST(DialogPictures, APaperIsDrawnInItsProportions) {
+  const RECT place = {0, 0, 180, 140};
+  for (const auto& [width, length] : {std::pair(3622U, 17000U), {11692U, 5826U}, {8267U, 11692U}, {1U, 4000000000U}}) {
+    FillCanvas canvas;
+    pages::DrawPaper(width, length, canvas, place);
+    ASSERT_FALSE(canvas.fills.empty());
+    for (const auto& [area, color] : canvas.fills)
+      EXPECT_TRUE(area.left >= 0 && area.top >= 0 && area.right <= 180 && area.bottom <= 140);
+    const RECT sheet = canvas.fills.front().first;
+    const double drawn = static_cast<double>(sheet.right - sheet.left) / static_cast<double>(sheet.bottom - sheet.top);
+    EXPECT_NEAR(drawn, static_cast<double>(width) / length, 0.03);
+  }
+  FillCanvas nothing;
+  pages::DrawPaper(0, 100, nothing, place);
+  EXPECT_TRUE(nothing.fills.empty());
+}
+
+}  // namespace
+}  // namespace heron::test
