@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "catalog/strings.h"
+#include "pages/dialog_pictures.h"
 #include "pages/size_text.h"
 #include "platform/text.h"
 
@@ -44,6 +45,7 @@ void BindingMarginDialog::OnInitialise() {
            Setting<u"fMargin">(ui()), Setting<u"bMargin">(ui())};
   dialog().SetTextLimit(kFront, kMostDigits);
   dialog().SetTextLimit(kBack, kMostDigits);
+  dialog().SetPicture(kPicture, MarginFrame(DescribeMargin(ui())), 0);
   waiting_ = UpdateRanges();
   ShowAll();
 }
@@ -95,8 +97,9 @@ void BindingMarginDialog::TellCorrections(const Corrections& corrections) {
   if (!text.empty()) Tell(text, TextOf(21019), platform::MB_OK | platform::MB_ICONINFORMATION);
 }
 
-void BindingMarginDialog::OnDraw(ControlId id, platform::Canvas&, const platform::RECT&) {
+void BindingMarginDialog::OnDraw(ControlId id, platform::Canvas& canvas, const platform::RECT& place) {
   if (id == kFirstPaint) TellCorrections(std::exchange(waiting_, {}));
+  if (id == kPicture) DrawMargin(DescribeMargin(ui()), canvas, place);
 }
 
 // -- editing

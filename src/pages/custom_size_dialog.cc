@@ -5,6 +5,7 @@
 #include "catalog/strings.h"
 #include "engine/setting.h"
 #include "engine/sizes.h"
+#include "pages/dialog_pictures.h"
 #include "pages/size_text.h"
 #include "platform/spooler.h"
 #include "platform/text.h"
@@ -123,6 +124,10 @@ void CustomSizeDialog::ShowEntry() {
     note = platform::ExpandText(GetUiString(25005), {GetUiString(engine::LimitOfSource(ui(), UnitOf(entry)).label)});
   dialog().SetText(kSourceNote, note);
   dialog().Repaint(kPicture);
+}
+
+void CustomSizeDialog::OnDraw(ControlId id, platform::Canvas& canvas, const platform::RECT& place) {
+  if (id == kPicture) DrawPaper(Entry().width, Entry().height, canvas, place);
 }
 
 void CustomSizeDialog::ShowSide(const Side& side) {

@@ -21,6 +21,7 @@ class CustomSizeDialog : public LogicBase {
   void OnRowSelected(ControlId id) override;
   void OnTextChanged(ControlId id) override;
   void OnPositionChanged(ControlId id) override;
+  void OnDraw(ControlId id, platform::Canvas& canvas, const platform::RECT& place) override;
   bool AcceptsKey(ControlId id, const platform::TypedKey& key) override;
   bool MayLeave(ControlId id, ControlId to) override;
 

@@ -174,7 +174,8 @@ void DrawPaper(uint32_t width, uint32_t length, Canvas& canvas, const RECT& plac
   const bool by_width = room_x * length < room_y * width;
   const LONG drawn_x = static_cast<LONG>(std::max<int64_t>(1, by_width ? room_x : room_y * width / length));
   const LONG drawn_y = static_cast<LONG>(std::max<int64_t>(1, by_width ? room_x * length / width : room_y));
-  const RECT sheet = Centred({place.left + kMeasure, place.top + kMeasure, place.right, place.bottom}, drawn_x, drawn_y);
+  const RECT sheet =
+      Centred({place.left + kMeasure, place.top + kMeasure, place.right, place.bottom}, drawn_x, drawn_y);
   canvas.FillRect(sheet, kPaper, {});
   for (const Edge edge : {kLeft, kRight, kTop, kBottom}) canvas.FillRect(Strip(sheet, edge, 1), kLine, {});
   const RECT above = {sheet.left, sheet.top - kMeasure, sheet.right, sheet.top - kMeasure / 2};

@@ -94,7 +94,8 @@ TEST(DialogPictures, AMarginKeepsToItsSheet) {
     EXPECT_EQ(band.left + band.top < 140 - band.right + 140 - band.bottom, picture.marginEdge % 2 != 0);
     if (picture.marginMode != 2) continue;
     for (const auto& [area, color] : canvas.fills) {
-      const bool beside = area.left >= band.right || area.right <= band.left || area.top >= band.bottom || area.bottom <= band.top;
+      const bool beside =
+          area.left >= band.right || area.right <= band.left || area.top >= band.bottom || area.bottom <= band.top;
       EXPECT_TRUE(color != page.second || beside) << "a reduced page stands beside its margin";
     }
   }
