@@ -146,6 +146,27 @@ TEST_F(SubDialogsTest, ASecuredDeviceTakesNoPassword) {
   Choose(172, 2);
 }
 
+TEST_F(SubDialogsTest, APasswordIsPlainOnlyForAnOwnerWithAName) {
+  OpenPage("lpCopierHardDisk=2");
+  const auto shown = [this](std::u16string_view owner, uint16_t hides) {
+    pages::SetText(ui(), TextSetting::kOwnerName, owner);
+    engine::Setting<u"UnDisplayPW">(ui()) = hides;
+    std::string fields;
+    desk.Expect(1800, [&](ScriptedDialog& dialog) {
+      for (const ControlId id : {ControlId{1802}, ControlId{1808}})
+        fields += dialog[id].visible ? std::to_string(id) : "";
+      dialog.Click(kCancelButton);
+    });
+    Choose(172, 2);
+    return fields;
+  };
+  EXPECT_EQ(shown(u"ada", 0), "1808");
+  EXPECT_EQ(shown(u"ada", 1), "1802");
+  EXPECT_EQ(shown(u"", 0), "1802");
+  EXPECT_EQ(shown(std::u16string(32, u'x'), 0), "1808");
+  EXPECT_EQ(shown(std::u16string(33, u'x'), 0), "1802");
+}
+
 TEST_F(SubDialogsTest, BoxChecksInItsOrder) {
   OpenPage("lpCopierHardDisk=2");
   desk.Expect(2001, [this](ScriptedDialog& dialog) {
