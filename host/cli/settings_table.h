@@ -47,7 +47,7 @@ inline constexpr auto kCustomSizeSettings = std::to_array<SettingRow>({
 inline constexpr auto kPerPageSettings = std::to_array<SettingRow>({
     {20, "Front cover in use"}, {21, "Front cover"}, {109, nullptr}, {22, "Back cover in use"}, {23, "Back cover"},
     {110, nullptr}, {24, "Cover tray"}, {76, nullptr}, {66, "Per-page list in use"}, {114, "Per-page list"},
-    {133, nullptr}, {135, nullptr}, {316, "Paper type of the row"}, {92, "One-sided and two-sided pages mixed"},
+    {133, nullptr}, {135, nullptr}, {92, "One-sided and two-sided pages mixed"},
 });
 
 inline constexpr auto kSpecialSettings = std::to_array<SettingRow>({
@@ -118,8 +118,9 @@ inline constexpr auto kInnerSettings = std::to_array<SettingRow>({
 inline constexpr auto kDialogSettings = std::to_array<SettingRow>({
     {142, "Custom size being edited"}, {155, "Custom width being edited (0.1 mm)"},
     {156, "Custom length being edited (0.1 mm)"}, {581, "Mark of the document's custom size"},
-    {582, "Mark of the custom print size"}, {500, "Tray being edited"}, {510, "Paper type of the paper tray"},
-    {530, "Paper type of the front cover tray"}, {550, "Paper type of the back cover tray"},
+    {582, "Mark of the custom print size"}, {316, "Paper type of the per-page row being edited"},
+    {500, "Tray being edited"}, {510, "Paper type of the paper tray"}, {530, "Paper type of the front cover tray"},
+    {550, "Paper type of the back cover tray"},
 });
 
 inline constexpr auto kSettingPages = std::to_array<SettingPage>({

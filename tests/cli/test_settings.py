@@ -79,7 +79,7 @@ class Listing(support.Journey):
         for row in answer["settings"]:
             self.assertTrue(row["label"] and row["page"], row)
             self.assertTrue(all(option["label"] for option in row["options"]), row["key"])
-            if row["options"] and row["page"] not in unfilled and row["key"] != "lpInterSheetListMediaType":
+            if row["options"] and row["page"] not in unfilled:
                 self.assertIn(True, [option["current"] for option in row["options"]], row["key"])
             if row["min"] is not None and row["page"] not in unfilled:
                 self.assertLessEqual(row["min"], row["value"])
