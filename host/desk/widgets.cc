@@ -187,7 +187,7 @@ Place::Place(QWidget* parent, QSize size) : QWidget(parent) {
 }
 
 void Place::paintEvent(QPaintEvent*) {
-  constexpr int kSymbol = 32;
+  constexpr int kSymbol = 48;
   QStylePainter painter(this);
   if (width() > kSymbol || height() > kSymbol) {
     QStyleOptionFrame frame;

@@ -106,6 +106,16 @@ inline void Photograph(QWidget& window, const std::string& name) {
   EXPECT_TRUE(window.grab().save(QDir(folder).filePath(QString::fromStdString(name + ".png"))));
 }
 
+/// Closes the balloon that tells about a control; false if there is none.
+inline bool CloseBalloon() {
+  for (QWidget* const window : QApplication::topLevelWidgets()) {
+    if (!window->inherits("QWhatsThat") || !window->isVisible()) continue;
+    Photograph(*window, "balloon");
+    return window->close();
+  }
+  return false;
+}
+
 inline void Click(const Panel& panel, int id) {
   QTest::mouseClick(WidgetOf(panel, id), Qt::LeftButton);
 }

@@ -74,14 +74,8 @@ TEST(Help, ReadsParagraphsAndRefusesWhatIsIncomplete) {
 
 /// What the balloon of a control shows; empty without one.
 std::string Balloon(const Panel& panel, int id) {
-  for (QWidget* const window : QApplication::topLevelWidgets()) {
-    if (!window->inherits("QWhatsThat") || !window->isVisible()) continue;
-    Photograph(*window, "help-balloon-" + std::to_string(id));
-    window->close();
-    const QWidget* const control = WidgetOf(panel, id);
-    return control == nullptr ? std::string() : control->whatsThis().toStdString();
-  }
-  return {};
+  const QWidget* const control = WidgetOf(panel, id);
+  return !CloseBalloon() || control == nullptr ? std::string() : control->whatsThis().toStdString();
 }
 
 TEST(Help, IsAskedForByKeyByClickAndByButton) {

@@ -269,6 +269,12 @@ TEST_F(Journeys, EveryDialogOfThePageOpensOverItAndCanBeCancelled) {
       EXPECT_EQ(CutRows(dialog), "") << number;
       steps(dialog.panel());
       EXPECT_NE(dialog.panel().Focused(), 0) << number;
+      const auto has_help = [&] {
+        dialog.activateWindow();
+        QTest::keyClick(&dialog, Qt::Key_F1);
+        return CloseBalloon();
+      };
+      EXPECT_TRUE(QTest::qWaitFor(has_help)) << number;
       QTest::keyClick(&dialog, Qt::Key_Escape);
     };
   };
