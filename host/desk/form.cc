@@ -6,6 +6,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <algorithm>
+#include <span>
 
 #include "form_widgets.h"
 #include "text.h"
@@ -19,6 +20,23 @@ using platform::Area;
 using platform::ControlTemplate;
 using platform::DialogTemplate;
 using platform::SizeClass;
+
+/// Whether a line holds nothing but labels with texts, of which none names another.
+bool AreHeadings(std::span<const FormControl> line) {
+  const auto is_heading = [&](const FormControl& control) {
+    const ControlTemplate& plan = *control.plan;
+    const bool names = plan.buddy != 0 && std::ranges::any_of(line, [&](const FormControl& other) {
+                         return other.plan->id == plan.buddy;
+                       });
+    return plan.kind == Kind::kLabel && !plan.label.empty() && !names;
+  };
+  return line.size() > 1 && std::ranges::all_of(line, is_heading);
+}
+
+/// A scroll bar that stands at the edge of a place, and is laid out with it.
+bool StandsAtPlace(const ControlTemplate& plan) {
+  return plan.kind == Kind::kScrollBar && plan.buddy != 0;
+}
 
 /// Lays controls out line by line; a group's lines go into its own grid.
 class Layouter {
@@ -39,6 +57,7 @@ class Layouter {
   QVBoxLayout* ColumnFor(const ControlTemplate& control);
   void PlaceButton(const FormControl& control);
   void PlaceGroup(const FormControl& control, Grid& grid);
+  void PlaceWithBars(const FormControl& place, Grid& grid);
   QBoxLayout* LineOf(size_t first, size_t end);
   void AlignLabels();
   void Finish();
@@ -108,14 +127,31 @@ void Layouter::PlaceGroup(const FormControl& control, Grid& grid) {
   ColumnFor(*control.plan)->addWidget(control.widget);
 }
 
+/// A place in the middle of its line, with the scroll bars that belong to it along its edges.
+void Layouter::PlaceWithBars(const FormControl& place, Grid& grid) {
+  auto* const frame = new QGridLayout();
+  frame->setSpacing(1);
+  frame->addWidget(place.widget, 0, 0);
+  for (const FormControl& control : controls_) {
+    if (!StandsAtPlace(*control.plan) || control.plan->buddy != place.plan->id) continue;
+    const bool beside = control.plan->vertical;
+    const auto along = QSizePolicy::Ignored;  // as long as the place
+    control.widget->setSizePolicy(beside ? QSizePolicy::Fixed : along, beside ? along : QSizePolicy::Fixed);
+    frame->addWidget(control.widget, beside ? 0 : 1, beside ? 1 : 0);
+  }
+  grid.layout->addLayout(frame, grid.row++, 0, 1, 2, Qt::AlignHCenter);
+}
+
 /// The controls from `first` on side by side; a field that grows takes the room that is left.
 QBoxLayout* Layouter::LineOf(size_t first, size_t end) {
   auto* const line = new QHBoxLayout();
+  const bool headings = AreHeadings({&controls_[first], end - first});
+  if (headings) line->setSpacing(0);
   bool grows = false;
   for (size_t at = first; at < end; ++at) {
     const FormControl& control = controls_[at];
     if (control.widget == nullptr || control.plan->kind == Kind::kSpin) continue;
-    const bool wide = GrowsWide(*control.plan) && control.pair == nullptr;
+    const bool wide = headings || (GrowsWide(*control.plan) && control.pair == nullptr);
     line->addWidget(control.widget, wide ? 1 : 0);
     grows = grows || wide;
   }
@@ -138,17 +174,17 @@ void Layouter::PlaceButton(const FormControl& control) {
 void Layouter::Place(size_t first, size_t end) {
   const FormControl& control = controls_[first];
   const ControlTemplate& plan = *control.plan;
-  if (control.widget == nullptr) return;
+  if (control.widget == nullptr || StandsAtPlace(plan)) return;
   if (plan.area == Area::kButtons) return PlaceButton(control);
   if (plan.kind == Kind::kGroup && plan.group < 0) return PlaceGroup(control, pane_grid_);
   Grid& grid = GridFor(plan);
   if (plan.kind == Kind::kGroup) return PlaceGroup(control, grid);
-  if (end - first > 1 && LeadsLine(plan)) {
+  if (end - first == 1 && plan.kind == Kind::kPlace) return PlaceWithBars(control, grid);
+  if (end - first > 1 && LeadsLine(plan) && !AreHeadings({&controls_[first], end - first})) {
     grid.layout->addWidget(control.widget, grid.row, 0);
     grid.layout->addLayout(LineOf(first + 1, end), grid.row, 1);
   } else if (end - first == 1 && (GrowsWide(plan) || plan.kind == Kind::kLabel || plan.area == Area::kPane)) {
-    grid.layout->addWidget(control.widget, grid.row, 0, 1, 2,
-                           plan.kind == Kind::kPlace ? Qt::AlignHCenter : Qt::Alignment());
+    grid.layout->addWidget(control.widget, grid.row, 0, 1, 2);
   } else {
     grid.layout->addLayout(LineOf(first, end), grid.row, 0, 1, 2);
   }
@@ -213,28 +249,36 @@ void Layouter::Finish() {
   area->addStrut(least.height());
 }
 
-/// Labels and checks name their fields, for the Alt key and for assistive tools.
+/// For the Alt key, and for assistive tools where the template hasn't a name for them.
+void Name(const FormControl& label, const FormControl& named) {
+  if (auto* const widget = qobject_cast<QLabel*>(label.widget)) widget->setBuddy(named.widget);
+  if (named.plan->name.empty()) named.widget->setAccessibleName(Spoken(ToQt(label.plan->label)));
+}
+
+/// A spin is a part of its field's widget.
+void JoinSpin(FormControl& spin, const FormControl& field) {
+  spin.widget = field.widget;
+  spin.pair = field.pair;
+  if (spin.pair != nullptr) spin.pair->wraps = spin.plan->wraps;
+}
+
 void JoinBuddies(std::vector<FormControl>& controls) {
-  const auto find = [&](platform::ControlId id) {
-    return std::ranges::find_if(controls, [&](const FormControl& control) { return control.plan->id == id; });
-  };
   for (FormControl& control : controls) {
-    const ControlTemplate& plan = *control.plan;
-    if (plan.buddy == 0) continue;
-    const auto buddy = find(plan.buddy);
-    if (buddy == controls.end()) continue;
-    if (plan.kind == Kind::kSpin) {
-      control.widget = buddy->widget;
-      control.pair = buddy->pair;
-      if (control.pair != nullptr) control.pair->wraps = plan.wraps;
-      continue;
-    }
-    if (auto* const label = qobject_cast<QLabel*>(control.widget)) label->setBuddy(buddy->widget);
-    if (buddy->plan->name.empty()) buddy->widget->setAccessibleName(Spoken(ToQt(plan.label)));
+    const platform::ControlId id = control.plan->buddy;
+    const auto buddy = std::ranges::find_if(controls, [id](const FormControl& other) { return other.plan->id == id; });
+    if (id == 0 || buddy == controls.end() || StandsAtPlace(*control.plan)) continue;
+    control.plan->kind == Kind::kSpin ? JoinSpin(control, *buddy) : Name(control, *buddy);
   }
 }
 
 }  // namespace
+
+void NameByLabel(const std::vector<FormControl>& controls, const FormControl& shown) {
+  auto at = controls.begin() + (&shown - controls.data());
+  while (at != controls.begin() && at->plan->beside) --at;
+  auto* const label = qobject_cast<QLabel*>(at->widget);
+  if (label != nullptr && label->buddy() != nullptr && label->buddy()->isHidden()) Name(*at, shown);
+}
 
 std::vector<FormControl> BuildForm(QWidget* parent, const DialogTemplate& plan, const Resources& resources) {
   FormParts parts{.parent = parent, .resources = resources, .plan = plan, .sets = {}};

@@ -28,4 +28,7 @@ struct FormControl {
 /// Fills `parent` with the controls of `plan`, which must outlive it, in the template's order.
 std::vector<FormControl> BuildForm(QWidget* parent, const platform::DialogTemplate& plan, const Resources& resources);
 
+/// Fields that take turns at one place share a label: it names `shown` from now on, if what it named is hidden.
+void NameByLabel(const std::vector<FormControl>& controls, const FormControl& shown);
+
 }  // namespace heron::desk

@@ -10,6 +10,7 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QSlider>
+#include <QStyledItemDelegate>
 #include <QTabBar>
 #include <QTreeView>
 #include <QWheelEvent>
@@ -25,13 +26,16 @@ namespace {
 using Kind = platform::ControlKind;
 using platform::ControlTemplate;
 
+/// As many as most labels of options have.
+constexpr int kUsualLetters = 20;
+
 /// A drop-down whose list is as wide as its rows, and that a wheel rolling by doesn't change.
 class DropDown final : public QComboBox {
  public:
   explicit DropDown(QWidget* parent) : QComboBox(parent) {
     setFocusPolicy(Qt::StrongFocus);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    setMinimumContentsLength(12);
+    setMinimumContentsLength(kUsualLetters);
     setInsertPolicy(QComboBox::NoInsert);
     setMaxVisibleItems(20);
   }
@@ -44,6 +48,43 @@ class DropDown final : public QComboBox {
 
  protected:
   void wheelEvent(QWheelEvent* event) override { hasFocus() ? QComboBox::wheelEvent(event) : event->ignore(); }
+};
+
+/// Rows of a list box: a tab parts a row into halves of equal width.
+class HalvedRows final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    const QStringList halves = index.data().toString().split(u'\t');
+    if (halves.size() != 2) return QStyledItemDelegate::paint(painter, option, index);
+    QStyleOptionViewItem half = option;
+    initStyleOption(&half, index);
+    const QStyle* const style = option.widget->style();
+    half.state &= ~QStyle::State_HasFocus;
+    half.rect.setWidth(option.rect.width() / 2);
+    for (const QString& text : halves) {
+      half.text = text;
+      style->drawControl(QStyle::CE_ItemViewItem, &half, painter, option.widget);
+      half.rect.setLeft(half.rect.right() + 1);
+      half.rect.setRight(option.rect.right());
+    }
+    if ((option.state & QStyle::State_HasFocus) == 0) return;
+    QStyleOptionFocusRect focus;
+    focus.QStyleOption::operator=(option);
+    style->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, option.widget);
+  }
+
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    QSize size = QStyledItemDelegate::sizeHint(option, index);
+    const QStringList halves = index.data().toString().split(u'\t');
+    if (halves.size() != 2) return size;
+    const int margin = 2 * (option.widget->style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1);
+    for (const QString& half : halves) {
+      size.setWidth(std::max(size.width(), 2 * (option.fontMetrics.horizontalAdvance(half) + margin)));
+    }
+    return size;
+  }
 };
 
 RowModel* MakeRows(const FormParts& parts, QWidget* owner) {
@@ -81,7 +122,6 @@ QComboBox* MakeDropDown(const FormParts& parts, const ControlTemplate& plan, For
   list->setEditable(true);
   list->setCompleter(nullptr);
   control->field = list->lineEdit();
-  if (plan.limit > 0) control->field->setMaxLength(plan.limit);
   return list;
 }
 
@@ -90,7 +130,7 @@ QListView* MakeListBox(const FormParts& parts, FormControl* control) {
   control->rows = MakeRows(parts, box);
   box->setModel(control->rows);
   box->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  box->setUniformItemSizes(true);
+  box->setItemDelegate(new HalvedRows(box));
   return box;
 }
 
@@ -131,7 +171,6 @@ QWidget* MakeField(const FormParts& parts, const ControlTemplate& plan, FormCont
   } else {
     widget = control->field = new QLineEdit(parts.parent);
   }
-  if (plan.limit > 0) control->field->setMaxLength(plan.limit);
   control->field->setReadOnly(plan.read_only);
   if (plan.kind == Kind::kPassword) control->field->setEchoMode(QLineEdit::Password);
   return widget;

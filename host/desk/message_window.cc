@@ -59,11 +59,11 @@ QWidget* TextArea(QWidget* parent, const QString& text) {
   label->setTextFormat(Qt::RichText);
   label->setText(ReportHtml(text));
   label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  label->setWordWrap(true);
   label->setAccessibleName(text);
   const QSize screen = parent->screen()->availableSize();
   const int width = std::min(72 * label->fontMetrics().averageCharWidth(), screen.width() / 2);
-  label->setMinimumWidth(std::min(width, std::max(label->sizeHint().width(), width / 2)));
+  label->setMinimumWidth(std::min(width, label->sizeHint().width()));  // on one line, if it isn't too long for it
+  label->setWordWrap(true);
   const int height = label->heightForWidth(width);
   if (height <= screen.height() / 2) return label;
   auto* const area = new QScrollArea(parent);

@@ -7,15 +7,18 @@
 #include <QComboBox>
 #include <QEvent>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QLineEdit>
 #include <QListView>
 #include <QPainter>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QTabBar>
 #include <QTimer>
 #include <QTreeView>
+#include <QWhatsThis>
 
 #include "screen_canvas.h"
 #include "text.h"
@@ -29,10 +32,14 @@ using platform::DialogLogic;
 
 Panel::Panel(QWidget* parent, Resources& resources, const platform::DialogTemplate& plan, DialogLogic& logic,
              PanelFrame& frame)
-    : QWidget(parent), resources_(resources), logic_(logic), frame_(frame) {
+    : QWidget(parent), resources_(resources), plan_(plan), logic_(logic), frame_(frame) {
   controls_ = BuildForm(this, plan, resources);
   for (const FormControl& control : controls_) Connect(control);
   connect(qApp, &QApplication::focusChanged, this, &Panel::FocusMoved);
+  connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+          [this] { AskHelp(window()->focusWidget()); });
+  connect(new QShortcut(QKeySequence::WhatsThis, this), &QShortcut::activated, this,
+          [] { QWhatsThis::enterWhatsThisMode(); });
 }
 
 Panel::~Panel() {
@@ -119,11 +126,14 @@ void Panel::ConnectText(const FormControl& control) {
     return TakesKey(id, character, text, first, last);
   };
   if (control.field != nullptr) {
-    filters_[id] = new KeyFilter(control.field, takes);
-    control.field->setValidator(filters_[id]);
+    auto* const filter = filters_[id] = new KeyFilter(control.field, takes);
+    filter->limit = control.plan->limit;
+    filter->full = [this] { Beep(); };
+    control.field->setValidator(filter);
     connect(control.field, &QLineEdit::textEdited, this, changed);
   } else if (auto* const memo = dynamic_cast<Memo*>(control.widget)) {
     memo->takes = takes;
+    memo->full = [this] { Beep(); };
     connect(memo, &QPlainTextEdit::textChanged, this, changed);
   }
 }
@@ -207,6 +217,29 @@ bool Panel::eventFilter(QObject* watched, QEvent* event) {
     }
   }
   return QWidget::eventFilter(watched, event);
+}
+
+// -- help
+
+/// Asks the logic, which knows the topic. A label stands for what it names.
+void Panel::AskHelp(const QWidget* widget) {
+  ControlId id = NumberOf(widget);
+  for (const FormControl& control : controls_) {
+    if (control.widget == widget && control.plan->kind == Kind::kLabel && control.plan->buddy != 0) {
+      id = control.plan->buddy;
+    }
+  }
+  Tell([id](DialogLogic& logic) { logic.Help(id); });
+}
+
+/// A click that asks what something is comes here from whatever is under it, also from what is disabled.
+bool Panel::event(QEvent* event) {
+  if (event->type() != QEvent::WhatsThis && event->type() != QEvent::QueryWhatsThis) return QWidget::event(event);
+  event->accept();
+  if (event->type() == QEvent::QueryWhatsThis) return true;
+  QWhatsThis::leaveWhatsThisMode();
+  AskHelp(childAt(static_cast<QHelpEvent*>(event)->pos()));
+  return true;
 }
 
 // -- first paint

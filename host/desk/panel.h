@@ -74,10 +74,11 @@ class Panel final : public QWidget, public platform::Dialog {
   uint16_t PopupMenu(platform::ControlId below, std::span<const platform::MenuItem> items) override;
   std::optional<std::u16string> AskFileName(const platform::FileQuestion& question) override;
   void Beep() override;
-  void ShowHelp(uint32_t topic) override;
+  void ShowHelp(uint32_t topic, platform::ControlId control) override;
   void MarkChanged() override { frame_.MarkChanged(); }
 
  protected:
+  bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
@@ -97,8 +98,10 @@ class Panel final : public QWidget, public platform::Dialog {
   bool MayLeave(platform::ControlId from, platform::ControlId to);
   void HoldFocus(QWidget* widget);
   void PaintFirst();
+  void AskHelp(const QWidget* widget);
 
   Resources& resources_;
+  const platform::DialogTemplate& plan_;
   platform::DialogLogic& logic_;
   PanelFrame& frame_;
   std::vector<FormControl> controls_;
@@ -107,6 +110,7 @@ class Panel final : public QWidget, public platform::Dialog {
   int quiet_ = 0;  ///< changes of the logic's in progress
   bool initialised_ = false;
   bool painted_ = false;
+  bool beeped_ = false;
   bool leaving_ = false;  ///< a check on leaving a control is running
   bool swallows_press_ = false;
   std::optional<int> result_;

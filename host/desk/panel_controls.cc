@@ -8,7 +8,9 @@
 #include <QListView>
 #include <QScrollBar>
 #include <QTabBar>
+#include <QTimer>
 #include <QTreeView>
+#include <QWhatsThis>
 #include <algorithm>
 
 #include "modal_window.h"
@@ -84,6 +86,7 @@ void Panel::Show(ControlId id, bool visible) {
   if (control == nullptr || control->widget == nullptr || control->plan->kind == Kind::kSpin) return;
   const Quiet quiet(this);
   control->widget->setVisible(visible);
+  if (visible) NameByLabel(controls_, *control);
 }
 
 void Panel::Focus(ControlId id) {
@@ -141,9 +144,8 @@ void Panel::SetTextLimit(ControlId id, size_t characters) {
   const FormControl* const control = Find(id);
   if (control == nullptr) return;
   constexpr size_t kMost = 32767;
-  const Quiet quiet(this);
   const int limit = static_cast<int>(std::min(characters, kMost));
-  if (control->field != nullptr) control->field->setMaxLength(limit);
+  if (control->field != nullptr) filters_.at(id)->limit = limit;
   if (auto* const memo = dynamic_cast<Memo*>(control->widget)) memo->limit = limit;
 }
 
@@ -312,12 +314,22 @@ std::optional<std::u16string> Panel::AskFileName(const platform::FileQuestion& q
   return RunFileQuestion(window(), question);
 }
 
+/// Once for all that is refused at one go, as of a pasted text.
 void Panel::Beep() {
+  if (std::exchange(beeped_, true)) return;
   QApplication::beep();
+  QTimer::singleShot(0, this, [this] { beeped_ = false; });
 }
 
-void Panel::ShowHelp(uint32_t topic) {
-  TellHelp(window(), topic);
+void Panel::ShowHelp(uint32_t topic, ControlId id) {
+  const DialogHelp* const help = resources_.Help(plan_.number);
+  const FormControl* const control = Find(id);
+  if (help == nullptr || control == nullptr || control->widget == nullptr) return TellHelp(window(), help, topic);
+  const HelpEntry* const entry = EntryOf(*help, plan_, id);
+  QWidget* const widget = control->widget;
+  const QString& text = entry == nullptr ? help->topic : entry->text;
+  widget->setWhatsThis(Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal));
+  QWhatsThis::showText(widget->mapToGlobal(widget->rect().bottomLeft()), widget->whatsThis(), widget);
 }
 
 }  // namespace heron::desk

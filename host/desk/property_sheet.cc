@@ -103,8 +103,6 @@ void PropertySheet::MakeShortcuts() {
   add(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab), -1);
   add(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab), -1);
   add(QKeySequence(Qt::CTRL | Qt::Key_PageUp), -1);
-  connect(new QShortcut(QKeySequence(QKeySequence::HelpContents), this), &QShortcut::activated,
-          buttons_->button(QDialogButtonBox::Help), &QPushButton::click);
 }
 
 bool PropertySheet::AddPage(const platform::PropertyPage& page) {

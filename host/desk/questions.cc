@@ -53,8 +53,14 @@ std::optional<std::u16string> RunFileQuestion(QWidget* window, const platform::F
   return name.isEmpty() ? std::nullopt : std::optional(FromQt(name));
 }
 
-void TellHelp(QWidget* window, uint32_t topic) {
-  MessageWindow(window, QStringLiteral("Help"), QStringLiteral("There is no help text for topic %1 yet.").arg(topic),
+void TellHelp(QWidget* window, const DialogHelp* help, uint32_t topic) {
+  QString text = help != nullptr ? help->topic : QStringLiteral("There is no help here yet (topic %1).").arg(topic);
+  if (help != nullptr && !help->entries.empty()) {
+    text += QStringLiteral(
+        "\n\nPress F1 on a setting to read about it, or Shift+F1 and click on one, also on one that can't be changed "
+        "now.");
+  }
+  MessageWindow(window, QStringLiteral("%1 - Help").arg(window->windowTitle()), text,
                 platform::MB_OK | platform::MB_ICONINFORMATION)
       .Run();
 }

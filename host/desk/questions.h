@@ -17,7 +17,7 @@ uint16_t RunMenu(QWidget* button, std::span<const platform::MenuItem> items, con
 /// The full path chosen, or nothing.
 std::optional<std::u16string> RunFileQuestion(QWidget* window, const platform::FileQuestion& question);
 
-/// There are no help texts yet: says so, with the topic's number.
-void TellHelp(QWidget* window, uint32_t topic);
+/// Tells of a dialog as a whole, or that there is nothing to tell; `topic` as of ShowHelp.
+void TellHelp(QWidget* window, const DialogHelp* help, uint32_t topic);
 
 }  // namespace heron::desk

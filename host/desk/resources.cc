@@ -26,6 +26,14 @@ const DialogTemplate* Resources::Template(uint16_t dialog) {
   return &templates_.emplace(dialog, std::move(*read)).first->second;
 }
 
+const DialogHelp* Resources::Help(uint16_t dialog) {
+  if (const auto known = help_.find(dialog); known != help_.end()) return &known->second;
+  const std::span<const uint8_t> source = platform::FindModuleData(module_, platform::RT_HELP, dialog);
+  QString error;
+  auto read = ParseHelp({reinterpret_cast<const char*>(source.data()), source.size()}, &error);
+  return read ? &help_.emplace(dialog, std::move(*read)).first->second : nullptr;
+}
+
 QString Resources::Text(uint32_t number) const {
   std::array<char16_t, 1000> text{};
   const int length = platform::LoadStringW(module_, number, text.data(), static_cast<int>(text.size()));

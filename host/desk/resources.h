@@ -1,11 +1,11 @@
-// What the desk shows out of the driver's resource module: templates, texts, small pictures.
+// What the desk shows out of the driver's resource module: templates, texts, help, small pictures.
 #pragma once
 
 #include <QPixmap>
 #include <map>
 #include <string>
 
-#include "platform/dialog_template.h"
+#include "help.h"
 
 namespace heron::desk {
 
@@ -19,6 +19,8 @@ class Resources {
 
   /// The template of a dialog, or null; stays where it is.
   const platform::DialogTemplate* Template(uint16_t dialog);
+  /// The help of a dialog, or null; stays where it is.
+  const DialogHelp* Help(uint16_t dialog);
   QString Text(uint32_t number) const;
   /// Picture `number` at its normal scale, sharp on a screen of `ratio` pixels a point; null if there is none.
   QPixmap Picture(uint32_t number, qreal ratio) const;
@@ -26,6 +28,7 @@ class Resources {
  private:
   platform::HMODULE module_;
   std::map<uint16_t, platform::DialogTemplate> templates_;
+  std::map<uint16_t, DialogHelp> help_;
 };
 
 }  // namespace heron::desk

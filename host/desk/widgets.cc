@@ -64,6 +64,29 @@ QSize SpinField::sizeHint() const {
 
 // -- characters
 
+namespace {
+
+/// The first character of a text, whole.
+QStringView FirstCharacter(QStringView text) {
+  return text.first(text.size() > 1 && text[0].isHighSurrogate() && text[1].isLowSurrogate() ? 2 : 1);
+}
+
+/// A lone half isn't text.
+bool TakesWhole(const KeyFilter::Takes& takes, QStringView character, const QString& text, qsizetype first,
+                qsizetype last) {
+  const bool pair = character.size() == 2;
+  if ((character[0].isSurrogate() && !pair) || !takes(character[0].unicode(), text, first, last)) return false;
+  if (!pair) return true;
+  const QString with_half = QString(text).replace(first, last - first, character[0]);
+  return takes(character[1].unicode(), with_half, first + 1, first + 1);
+}
+
+bool Fits(int limit, qsizetype length, QStringView more) {
+  return limit == 0 || length + more.size() <= limit;
+}
+
+}  // namespace
+
 KeyFilter::KeyFilter(QLineEdit* field, Takes takes) : QValidator(field), field_(field), takes_(std::move(takes)) {
   connect(field, &QLineEdit::selectionChanged, this, &KeyFilter::Remember);
   connect(field, &QLineEdit::cursorPositionChanged, this, &KeyFilter::Remember);
@@ -91,10 +114,17 @@ QValidator::State KeyFilter::validate(QString& text, int& caret) const {
   QString result = text_;
   qsizetype first = first_;
   qsizetype last = last_;
-  for (const QChar c : text.sliced(first_, added)) {
-    if (!takes_(c.unicode(), result, first, last)) continue;
-    result.replace(first, last - first, c);
-    last = ++first;
+  const QString all = text.sliced(first_, added);
+  for (QStringView rest = all; !rest.empty();) {
+    const QStringView character = FirstCharacter(rest);
+    rest = rest.sliced(character.size());
+    if (!Fits(limit, result.size() - (last - first), character)) {
+      if (full) full();
+      break;
+    }
+    if (!TakesWhole(takes_, character, result, first, last)) continue;
+    result.replace(first, last - first, character.data(), character.size());
+    last = first += character.size();
   }
   asking_ = false;
   if (first == first_ && last == last_) return Invalid;  // nothing was taken: the field undoes the change
@@ -112,14 +142,20 @@ Memo::Memo(QWidget* parent) : QPlainTextEdit(parent) {
 }
 
 void Memo::Insert(const QString& text) {
-  for (const QChar c : text) {
+  for (QStringView rest = text; !rest.empty();) {
+    const QStringView character = FirstCharacter(rest);
+    rest = rest.sliced(character.size());
     const QTextCursor cursor = textCursor();
     const QString now = toPlainText();
-    const qsizetype chosen = cursor.selectionEnd() - cursor.selectionStart();
-    if (limit > 0 && now.size() - chosen >= limit) return;
-    const bool line_end = c == u'\n' || c == QChar::ParagraphSeparator;
-    if (!line_end && takes && !takes(c.unicode(), now, cursor.selectionStart(), cursor.selectionEnd())) continue;
-    insertPlainText(line_end ? QStringLiteral("\n") : QString(c));
+    const int first = cursor.selectionStart();
+    const int last = cursor.selectionEnd();
+    if (!Fits(limit, now.size() - (last - first), character)) {
+      if (full) full();
+      return;
+    }
+    const bool line_end = character[0] == u'\n' || character[0] == QChar::ParagraphSeparator;
+    if (!line_end && takes && !TakesWhole(takes, character, now, first, last)) continue;
+    insertPlainText(line_end ? QStringLiteral("\n") : character.toString());
   }
 }
 
@@ -151,14 +187,17 @@ Place::Place(QWidget* parent, QSize size) : QWidget(parent) {
 }
 
 void Place::paintEvent(QPaintEvent*) {
+  constexpr int kSymbol = 48;
   QStylePainter painter(this);
-  QStyleOptionFrame frame;
-  frame.initFrom(this);
-  frame.lineWidth = 1;
-  frame.state |= QStyle::State_Sunken;
-  frame.frameShape = QFrame::StyledPanel;
-  painter.drawControl(QStyle::CE_ShapedFrame, frame);
-  painter.setClipRect(rect().adjusted(1, 1, -1, -1));
+  if (width() > kSymbol || height() > kSymbol) {
+    QStyleOptionFrame frame;
+    frame.initFrom(this);
+    frame.lineWidth = 1;
+    frame.state |= QStyle::State_Sunken;
+    frame.frameShape = QFrame::StyledPanel;
+    painter.drawControl(QStyle::CE_ShapedFrame, frame);
+    painter.setClipRect(rect().adjusted(1, 1, -1, -1));
+  }
   if (!picture_.isNull()) style()->drawItemPixmap(&painter, rect(), Qt::AlignCenter, picture_);
   if (draw) draw(painter, rect());
 }

@@ -48,7 +48,7 @@ class SpinField final : public QAbstractSpinBox {
 };
 
 /// Asks `takes` for each character that is typed, pasted, dropped or composed into a field. What is refused never
-/// shows.
+/// shows; of a character in two halves both are taken or none.
 class KeyFilter final : public QValidator {
  public:
   /// The character, the text of the field, the selection.
@@ -56,8 +56,10 @@ class KeyFilter final : public QValidator {
 
   KeyFilter(QLineEdit* field, Takes takes);
   State validate(QString& text, int& caret) const override;
-  /// Texts set by the logic pass unasked.
+  std::function<void()> full;  ///< nothing more is taken
+  /// Texts set by the logic pass unasked, also longer ones.
   bool passes = false;
+  int limit = 0;  ///< characters, 0 for no limit
 
  private:
   void Remember();
@@ -75,6 +77,7 @@ class Memo final : public QPlainTextEdit {
  public:
   explicit Memo(QWidget* parent);
   KeyFilter::Takes takes;
+  std::function<void()> full;
   int limit = 0;
 
  protected:
@@ -86,7 +89,7 @@ class Memo final : public QPlainTextEdit {
   void Insert(const QString& text);
 };
 
-/// A place that the logic paints; an empty frame as long as it paints nothing.
+/// A place that the logic paints. One for more than a symbol has a frame, also as long as nothing is painted.
 class Place final : public QWidget {
  public:
   Place(QWidget* parent, QSize size);

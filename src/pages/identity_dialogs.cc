@@ -47,6 +47,12 @@ constexpr IdentityField kAuthenticationFields[] = {{kUserName, FieldClass::kName
                                                    {2967, FieldClass::kPrintable, 8}};
 constexpr ControlId kUserPicture = 2969;
 constexpr ControlId kDepartmentPicture = 2970;
+/// The symbols of the status panel.
+struct Symbol {
+  uint32_t image, mask;
+};
+constexpr Symbol kUserInUse = {15642, 15641};
+constexpr Symbol kDepartmentInUse = {15644, 15643};
 enum Group : uint8_t { kUserGroup, kDepartmentGroup };
 constexpr ShownControl kAuthenticationControls[] = {
     {2952, kUserGroup}, {2953, kUserGroup}, {2954, kUserGroup}, {2962, kDepartmentGroup}};
@@ -62,27 +68,28 @@ const uint16_t* HidesDepartmentPassword(const UiState& ui) {
 
 }  // namespace
 
-// -- secure print
-
-void SecurePrintDialog::OnInitialise() {
-  const UiState& ui = sheet_.ui();
-  LimitFields(dialog(), kSecureFields);
-  password_.Open(dialog(), ui, IsOn<u"UnDisplayPW">(ui));
-  dialog().SetText(kSecureId, GetText(ui, TextSetting::kSecureId));
-  if (Setting<u"lpOutput">(ui) != kFax && !IsOn<u"Secur_Check">(ui)) return;
-  for (const ControlId id : {kSecureLabel, password_.Hiding(), password_.Plain()}) dialog().Enable(id, false);
-}
-
-void SecurePrintDialog::OnClicked(ControlId id) {
+void IdentityDialog::OnClicked(ControlId id) {
   if (id == kCancelButton) return dialog().End(id);
   if (id != kOkButton || !Check()) return;
-  SetText(sheet_.ui(), TextSetting::kSecureId, FieldText(dialog(), kSecureFields, kSecureId));
-  password_.Store(dialog(), sheet_.ui());
+  Store();
   dialog().End(id);
 }
 
-bool SecurePrintDialog::AcceptsKey(ControlId id, const platform::TypedKey& key) {
-  return AcceptsIdentityKey(kSecureFields, id, key);
+// -- secure print
+
+SecurePrintDialog::SecurePrintDialog(SheetContext& sheet) : IdentityDialog(sheet, kSecureFields) {}
+
+void SecurePrintDialog::OnInitialise() {
+  IdentityDialog::OnInitialise();
+  password_.Open(dialog(), ui(), IsOn<u"UnDisplayPW">(ui()));
+  ShowText(kSecureId, TextSetting::kSecureId);
+  if (Setting<u"lpOutput">(ui()) != kFax && !IsOn<u"Secur_Check">(ui())) return;
+  for (const ControlId id : {kSecureLabel, password_.Hiding(), password_.Plain()}) dialog().Enable(id, false);
+}
+
+void SecurePrintDialog::Store() {
+  StoreText(kSecureId, TextSetting::kSecureId);
+  password_.Store(dialog(), ui());
 }
 
 bool SecurePrintDialog::Check() {
@@ -96,22 +103,17 @@ bool SecurePrintDialog::Check() {
 
 // -- box
 
+BoxDialog::BoxDialog(SheetContext& sheet) : IdentityDialog(sheet, kBoxFields) {}
+
 void BoxDialog::OnInitialise() {
-  LimitFields(dialog(), kBoxFields);
-  dialog().SetText(kBoxNumber, GetText(sheet_.ui(), TextSetting::kBoxNumber));
-  dialog().SetText(kBoxFile, GetText(sheet_.ui(), TextSetting::kBoxFileName));
+  IdentityDialog::OnInitialise();
+  ShowText(kBoxNumber, TextSetting::kBoxNumber);
+  ShowText(kBoxFile, TextSetting::kBoxFileName);
 }
 
-void BoxDialog::OnClicked(ControlId id) {
-  if (id == kCancelButton) return dialog().End(id);
-  if (id != kOkButton || !Check()) return;
-  SetText(sheet_.ui(), TextSetting::kBoxNumber, FieldText(dialog(), kBoxFields, kBoxNumber));
-  SetText(sheet_.ui(), TextSetting::kBoxFileName, FieldText(dialog(), kBoxFields, kBoxFile));
-  dialog().End(id);
-}
-
-bool BoxDialog::AcceptsKey(ControlId id, const platform::TypedKey& key) {
-  return AcceptsIdentityKey(kBoxFields, id, key);
+void BoxDialog::Store() {
+  StoreText(kBoxNumber, TextSetting::kBoxNumber);
+  StoreText(kBoxFile, TextSetting::kBoxFileName);
 }
 
 /// Both fields may stay empty.
@@ -152,8 +154,10 @@ void AuthenticationDialog::OnChanged(ControlId id) {
   EvaluateAndApply();
 }
 
-void AuthenticationDialog::OnGroupShown(uint8_t group) {
-  dialog().Repaint(group == kUserGroup ? kUserPicture : kDepartmentPicture);
+void AuthenticationDialog::OnGroupShown(uint8_t) {
+  dialog().SetPicture(kUserPicture, IsOn<u"UserAuth_Check">(ui()) ? kUserInUse.image : 0, kUserInUse.mask);
+  dialog().SetPicture(kDepartmentPicture, IsOn<u"SecMana_Check">(ui()) ? kDepartmentInUse.image : 0,
+                      kDepartmentInUse.mask);
 }
 
 void AuthenticationDialog::OnButton(ControlId id) {

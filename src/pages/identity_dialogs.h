@@ -8,37 +8,51 @@
 
 namespace heron::pages {
 
-class SecurePrintDialog : public LogicBase {
+/// A dialog of typed fields alone: OK checks them all, then stores them and ends.
+class IdentityDialog : public LogicBase {
+ protected:
+  /// `fields` outlives the dialog.
+  IdentityDialog(SheetContext& sheet, std::span<const IdentityField> fields) : sheet_(sheet), fields_(fields) {}
+
+  void OnInitialise() override { LimitFields(dialog(), fields_); }
+  void OnClicked(ControlId id) override;
+  bool AcceptsKey(ControlId id, const platform::TypedKey& key) override { return AcceptsIdentityKey(fields_, id, key); }
+
+  virtual bool Check() = 0;
+  virtual void Store() = 0;
+
+  const UiState& ui() const { return sheet_.ui(); }
+  void ShowText(ControlId field, TextSetting setting) { dialog().SetText(field, GetText(ui(), setting)); }
+  void StoreText(ControlId field, TextSetting setting) { SetText(ui(), setting, FieldText(dialog(), fields_, field)); }
+
+ private:
+  SheetContext& sheet_;
+  std::span<const IdentityField> fields_;
+};
+
+class SecurePrintDialog : public IdentityDialog {
  public:
   static constexpr uint16_t kNumber = 1800;
-  explicit SecurePrintDialog(SheetContext& sheet) : sheet_(sheet) {}
+  explicit SecurePrintDialog(SheetContext& sheet);
 
  protected:
   void OnInitialise() override;
-  void OnClicked(ControlId id) override;
-  bool AcceptsKey(ControlId id, const platform::TypedKey& key) override;
+  bool Check() override;
+  void Store() override;
 
  private:
-  bool Check();
-
-  SheetContext& sheet_;
   PasswordFields password_{1802, 1808, TextSetting::kSecurePassword, SecretKind::kSecurePrint};
 };
 
-class BoxDialog : public LogicBase {
+class BoxDialog : public IdentityDialog {
  public:
   static constexpr uint16_t kNumber = 2001;
-  explicit BoxDialog(SheetContext& sheet) : sheet_(sheet) {}
+  explicit BoxDialog(SheetContext& sheet);
 
  protected:
   void OnInitialise() override;
-  void OnClicked(ControlId id) override;
-  bool AcceptsKey(ControlId id, const platform::TypedKey& key) override;
-
- private:
-  bool Check();
-
-  SheetContext& sheet_;
+  bool Check() override;
+  void Store() override;
 };
 
 class AuthenticationDialog : public SettingsView {

@@ -38,7 +38,10 @@ bool AcceptsIdentityKey(std::span<const IdentityField> fields, ControlId id, con
   if (!SelectsNothing(key)) return true;
   if (key.text.size() >= field->limit) return false;
   if (field->fieldClass != FieldClass::kName) return true;
-  return ByteLength(key.text) + ByteLength({&key.character, 1}) <= field->limit;
+  // Of the whole text, as half of a surrogate pair has no length of its own.
+  std::u16string text(key.text);
+  text.insert(std::min(key.selection_end, text.size()), 1, key.character);
+  return ByteLength(text) <= field->limit;
 }
 
 void LimitFields(platform::Dialog& dialog, std::span<const IdentityField> fields) {

@@ -64,8 +64,8 @@ void LogicBase::Activate() {
 void LogicBase::Reset() {
   Try([&] { OnReset(); });
 }
-void LogicBase::Help(ControlId) {
-  Try([&] { OnHelp(); });
+void LogicBase::Help(ControlId id) {
+  Try([&] { OnHelp(id); });
 }
 
 bool LogicBase::TakesKey(ControlId id, const TypedKey& key) {

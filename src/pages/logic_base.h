@@ -48,7 +48,7 @@ class LogicBase : public platform::DialogLogic {
   virtual bool OnDeactivate() { return true; }
   virtual bool OnApply() { return true; }
   virtual void OnReset() {}
-  virtual void OnHelp() {}
+  virtual void OnHelp(ControlId id) { dialog().ShowHelp(0, id); }  ///< 0: of the dialog
 
   platform::Dialog& dialog() const { return *dialog_; }
 

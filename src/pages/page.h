@@ -48,7 +48,7 @@ class Page : public SettingsView {
   void OnInitialise() override;
   void OnActivate() override;
   bool OnApply() override;
-  void OnHelp() override { dialog().ShowHelp(row_.helpTopic); }
+  void OnHelp(ControlId id) override { dialog().ShowHelp(row_.helpTopic, id); }
   void OnDraw(ControlId id, platform::Canvas& canvas, const platform::RECT& place) override;
   void OnChanged(ControlId id) override;
   void OnButton(ControlId id) override;

@@ -60,11 +60,14 @@ void PaperTypeDialog::FillTrays() {
   const auto selected = std::ranges::find(trays_, engine::GetControlValue(engine(), kSelectedTray));
   dialog().SelectRow(kTrayList,
                      selected == trays_.end() ? platform::kNoRow : static_cast<int>(selected - trays_.begin()));
+  dialog().Enable(kEdit, selected != trays_.end());
 }
 
 void PaperTypeDialog::OnRowSelected(platform::ControlId id) {
-  const auto row = static_cast<size_t>(dialog().SelectedRow(kTrayList));
-  if (id == kTrayList && row < trays_.size()) engine::SetControlValue(engine(), kSelectedTray, trays_[row]);
+  const auto row = static_cast<size_t>(dialog().SelectedRow(kTrayList));  // kNoRow is beyond every list
+  if (id != kTrayList || row >= trays_.size()) return;
+  engine::SetControlValue(engine(), kSelectedTray, trays_[row]);
+  dialog().Enable(kEdit, true);
 }
 
 void PaperTypeDialog::OnRowActivated(platform::ControlId id) {
@@ -72,8 +75,8 @@ void PaperTypeDialog::OnRowActivated(platform::ControlId id) {
 }
 
 void PaperTypeDialog::OnButton(platform::ControlId id) {
-  if (id == kEdit) EditTray();
-  if (id == kInterleaveSettings) EditInterleave();
+  if (id == kEdit) return EditTray();
+  if (id == kInterleaveSettings) return EditInterleave();
   if (id != platform::kOkButton && id != platform::kCancelButton) return;
   dialog().SetRows(kTrayList, {});
   dialog().End(id);
@@ -85,7 +88,9 @@ void PaperTypeDialog::EditTray() {
   if (dialog().SelectedRow(kTrayList) < 0) return;
   Setting<u"lpMediaType">(ui()) = engine::MediaOfTray(engine(), tray).mediaType;
   PaperTypeEditDialog edit(sheet());
-  if (RunOnClone(PaperTypeEditDialog::kNumber, edit) == platform::IDOK) {
+  const int result = RunOnClone(PaperTypeEditDialog::kNumber, edit);
+  if (result == 0) return;
+  if (result == platform::IDOK) {
     StoreMediaType(ui(), tray);
     FillTrays();
   }
@@ -113,14 +118,15 @@ bool PaperTypeDialog::HasTransparencyTray() const {
 
 void PaperTypeDialog::OnChanged(platform::ControlId id) {
   engine::ResolveChange(sheet().resolver(), this, id);
-  if (engine::IsOn<u"OHPInterLeave_Check">(ui())) EditInterleave();
+  if (engine::IsOn<u"OHPInterLeave_Check">(ui())) return EditInterleave();
   EvaluateAndApply();
 }
 
-/// Cancelling leaves the check on.
+/// Cancelling leaves the check on. The rules were last asked for the dialog's copy.
 void PaperTypeDialog::EditInterleave() {
   InterleaveDialog interleave(sheet());
   RunOnClone(InterleaveDialog::kNumber, interleave);
+  EvaluateAndApply();
 }
 
 // -- 2920 and 2020

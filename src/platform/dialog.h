@@ -106,7 +106,8 @@ class Dialog {
   virtual uint16_t PopupMenu(ControlId below, std::span<const MenuItem> items) = 0;
   virtual std::optional<std::u16string> AskFileName(const FileQuestion& question) = 0;
   virtual void Beep() = 0;
-  virtual void ShowHelp(uint32_t topic) = 0;
+  /// Shows what the help tells of a control, or with 0 of the dialog. `topic` is the dialog's, 0 if it has none.
+  virtual void ShowHelp(uint32_t topic, ControlId control) = 0;
   /// Tells the sheet that this page holds a change: its Apply button is enabled.
   virtual void MarkChanged() = 0;
 };
@@ -136,7 +137,7 @@ class DialogLogic {
   virtual bool Deactivate() { return true; }
   virtual bool Apply() { return true; }
   virtual void Reset() {}
-  virtual void Help(ControlId) {}  ///< 0: the sheet's own help button
+  virtual void Help(ControlId) {}  ///< of a control, or with 0 of the whole, as the sheet's own help button asks for
 };
 
 /// A page as the sheet's host gets it.

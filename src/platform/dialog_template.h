@@ -47,7 +47,7 @@ struct ControlTemplate {
   ControlKind kind = ControlKind::kLabel;
   ControlId id = 0;      ///< 0 for a label or a group without a number
   std::u16string label;  ///< with & before its mnemonic
-  ControlId buddy = 0;   ///< the control that this label or check names, or that this spin belongs to
+  ControlId buddy = 0;   ///< the control that this label or check names, or that this spin or scroll bar belongs to
   std::string set;       ///< radios of one set exclude each other, wherever they stand
   std::u16string name;   ///< for assistive tools, where no label names the control
   int limit = 0;         ///< characters of a text, 0 for no limit

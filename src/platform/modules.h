@@ -28,6 +28,7 @@ HERON_PLATFORM_API int LoadStringW(HMODULE module, uint32_t id, char16_t* buffer
 /// Kinds of data in a module.
 inline constexpr uint32_t RT_DIALOG = 5;   ///< a dialog's template (dialog_template.h)
 inline constexpr uint32_t RT_RCDATA = 10;  ///< a picture, as SVG
+inline constexpr uint32_t RT_HELP = 256;   ///< a dialog's help; a kind of our own
 
 /// Data number `id` of a kind, empty if there is none. Valid as long as the module is loaded. One call of our own for
 /// what is documented as finding, loading and locking a resource.

@@ -64,7 +64,10 @@ class RecordingLogic : public platform::DialogLogic {
     return applies;
   }
   void Reset() override { Note("reset"); }
-  void Help(platform::ControlId) override { Note("help"); }
+  void Help(platform::ControlId id) override {
+    Note("help", id);
+    dialog->ShowHelp(0, id);
+  }
 
   /// The events since the last call, joined by blanks.
   std::string Take() {
@@ -101,6 +104,16 @@ inline void Photograph(QWidget& window, const std::string& name) {
   const QString folder = qEnvironmentVariable("HERON_SCREENSHOTS");
   if (folder.isEmpty()) return;
   EXPECT_TRUE(window.grab().save(QDir(folder).filePath(QString::fromStdString(name + ".png"))));
+}
+
+/// Closes the balloon that tells about a control; false if there is none.
+inline bool CloseBalloon() {
+  for (QWidget* const window : QApplication::topLevelWidgets()) {
+    if (!window->inherits("QWhatsThat") || !window->isVisible()) continue;
+    Photograph(*window, "balloon");
+    return window->close();
+  }
+  return false;
 }
 
 inline void Click(const Panel& panel, int id) {

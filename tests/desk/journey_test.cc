@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QProcess>
 #include <QPushButton>
+#include <QStyle>
+#include <QStyleOptionComboBox>
 #include <QTemporaryDir>
 #include <QTextDocument>
 
@@ -39,8 +41,15 @@ class Journeys : public ::testing::Test {
     wide_name_ = name_.toStdU16String();
     printer_ = platform::OpenPrinterFor(wide_name_.c_str(), platform::PRINTER_ACCESS_USE);
     watch_.setInterval(2);
+    watch_.setSingleShot(true);
     QObject::connect(&watch_, &QTimer::timeout, &watch_, [this] { Look(); });
     watch_.start();
+  }
+
+  /// Sets an option of the device.
+  void Install(const QString& option) {
+    Command({QStringLiteral("settings"), QStringLiteral("-p"), name_, QStringLiteral("--device"), QStringLiteral("-o"),
+             option});
   }
 
   /// Runs the document sheet; `steps` must close it.
@@ -109,6 +118,7 @@ class Journeys : public ::testing::Test {
  private:
   /// Looks whether a window has come up that wasn't met yet, and does what the test wants with it.
   void Look() {
+    watch_.start();  // anew, so that it goes off in a window over this one, too
     QWidget* const window = QApplication::activeModalWidget();
     if (window == nullptr || window == met_) return;
     QWidget* const before = std::exchange(met_, window);
@@ -150,6 +160,22 @@ class Journeys : public ::testing::Test {
   QTimer watch_;
   QWidget* met_ = nullptr;  ///< the window that is being answered
 };
+
+/// The rows of drop-downs that don't fit into them, in what stands on `window`.
+std::string CutRows(QWidget& window) {
+  std::string cut;
+  for (const QComboBox* const list : window.findChildren<QComboBox*>()) {
+    QStyleOptionComboBox option;
+    option.initFrom(list);
+    const int room =
+        list->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, list).width();
+    for (int row = 0; row < list->count() && list->isVisible(); ++row) {
+      const QString text = list->itemText(row);
+      if (list->fontMetrics().horizontalAdvance(text) > room) cut += text.toStdString() + "; ";
+    }
+  }
+  return cut;
+}
 
 constexpr int kOneSided = 1;
 constexpr int kBooklet = 3;
@@ -232,6 +258,56 @@ TEST_F(Journeys, KeysAlone) {
             SheetEnd::kConfirmed);
   EXPECT_EQ(Field("dmCopies"), 13);
   EXPECT_EQ(Field("lpPRNType"), 2);
+}
+
+TEST_F(Journeys, EveryDialogOfThePageOpensOverItAndCanBeCancelled) {
+  std::string opened;
+  const auto expect = [&](
+                          int number, std::function<void(Panel&)> steps = [](Panel&) {}) {
+    in_dialog[number] = [&opened, number, steps](ModalWindow& dialog) {
+      opened += std::to_string(number) + " ";
+      EXPECT_EQ(CutRows(dialog), "") << number;
+      steps(dialog.panel());
+      EXPECT_NE(dialog.panel().Focused(), 0) << number;
+      const auto has_help = [&] {
+        dialog.activateWindow();
+        QTest::keyClick(&dialog, Qt::Key_F1);
+        return CloseBalloon();
+      };
+      EXPECT_TRUE(QTest::qWaitFor(has_help)) << number;
+      QTest::keyClick(&dialog, Qt::Key_Escape);
+    };
+  };
+  for (const int number : {1800, 2001, 2020, 2200, 2300, 2900}) expect(number);
+  expect(2950, [](Panel& who) {
+    for (const int check : {2952, 2962}) Click(who, check);
+    Photograph(*who.window(), "authentication");
+  });
+  in_dialog[2920] = [](ModalWindow& dialog) {
+    Choose(dialog.panel(), 2921, QStringLiteral("Transparency"));
+    Click(dialog.panel(), platform::kOkButton);
+  };
+  expect(2910, [&](Panel& trays) {
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_End}) QTest::keyClick(WidgetOf(trays, 2911), key);
+    Click(trays, 2912);
+    Click(trays, 2913);
+    Photograph(*trays.window(), "trays");
+  });
+  Install(QStringLiteral("lpCopierHardDisk=2"));
+  Run([&] {
+    EXPECT_EQ(CutRows(Paper()), "");
+    Choose(Paper(), 120, QStringLiteral("Bypass tray"));
+    Click(Paper(), 182);
+    Click(Paper(), 155);
+    Click(Paper(), 179);
+    Click(Paper(), 124);
+    Choose(Paper(), 125, QStringLiteral("Details..."));
+    Choose(Paper(), 172, QStringLiteral("Secure print"));
+    Choose(Paper(), 172, QStringLiteral("Save to box"));
+    Click(Paper(), 181);
+    Choose(Paper(), 111, QStringLiteral("Custom size..."));
+  });
+  EXPECT_EQ(opened, "2910 2020 2300 2900 1800 2001 2950 2200 ");
 }
 
 TEST_F(Journeys, ABadNumberKeepsThePageAndTheFocus) {

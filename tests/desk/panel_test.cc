@@ -1,6 +1,7 @@
 // What a person does to a dialog, as its logic hears of it.
 #include <QClipboard>
 #include <QLineEdit>
+#include <QListView>
 
 #include "desk/widgets.h"
 #include "desk_test.h"
@@ -47,6 +48,38 @@ TEST_F(Panels, CharactersPassOneByOneHoweverTheyCome) {
     QApplication::clipboard()->setText(QString(5000, u'z') + u'x');
     QTest::keyClick(field, Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(Text(2443), std::string(16, 'z'));
+  });
+}
+
+TEST_F(Panels, ALimitHoldsForWhatAPersonPutsInAndCutsNoCharacterInTwo) {
+  Run(2440, [&](Panel& panel) {
+    platform::Dialog& dialog = panel;
+    QWidget* const field = KeysOf(panel, 2443);
+    dialog.SetTextLimit(2443, 4);
+    const QString face = QString::fromUtf16(u"\U0001F600");
+    const auto paste = [&](const QString& text) {
+      QApplication::clipboard()->setText(text);
+      QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
+      QTest::keyClick(field, Qt::Key_V, Qt::ControlModifier);
+    };
+    paste(QStringLiteral("abc") + face);
+    EXPECT_EQ(Text(2443), "abc");
+    logic.takes = [](char16_t c) { return !QChar(c).isLowSurrogate(); };
+    paste(QStringLiteral("a") + face + QStringLiteral("b"));
+    EXPECT_EQ(Text(2443), "ab") << "half of a character is none";
+    dialog.SetText(2443, u"longer");
+    QTest::keyClicks(field, QStringLiteral("x"));
+    EXPECT_EQ(Text(2443), "longer") << "what was set stays as it is";
+  });
+}
+
+TEST_F(Panels, ALabelNamesTheFieldThatIsShownInItsPlace) {
+  Run(1800, [&](Panel& panel) {
+    panel.Show(1802, false);
+    panel.Show(1808, true);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_P, Qt::AltModifier);
+    EXPECT_EQ(panel.Focused(), 1808);
+    EXPECT_EQ(WidgetOf(panel, 1808)->accessibleName(), QStringLiteral("Password"));
   });
 }
 
@@ -177,6 +210,28 @@ TEST_F(Panels, RowsOfAListViewCanBeActivatedAndItsHeadingsClicked) {
     logic.Take();
     QTest::keyClick(WidgetOf(panel, 2911), Qt::Key_Return);
     EXPECT_EQ(logic.Take(), "activated 2911") << "and the dialog stays";
+  });
+}
+
+TEST_F(Panels, ATabInARowOfAListBoxBringsToTheMiddleUnderItsHeading) {
+  Run(700, [&](Panel& panel) {
+    const platform::ListRow rows[] = {{u"Arial\tCG Times", {}}, {u"A longer name\tCG Times", {}}, {u"Arial\t", {}}};
+    panel.SetRows(705, rows);
+    const auto* const list = qobject_cast<QListView*>(WidgetOf(panel, 705));
+    ASSERT_NE(list, nullptr);
+    QApplication::processEvents();
+    const QImage shown = list->viewport()->grab().toImage();
+    const auto half = [&](int row, bool right) {
+      const QRect area = list->visualRect(list->model()->index(row, 0));
+      const auto ratio = static_cast<int>(shown.devicePixelRatio());
+      const int width = shown.width() / 2;
+      return shown.copy(right ? width : 0, area.y() * ratio, width, area.height() * ratio);
+    };
+    EXPECT_EQ(half(0, true), half(1, true));
+    EXPECT_NE(half(0, true), half(2, true));
+    EXPECT_EQ(half(0, false), half(2, false));
+    const int heading = WidgetOf(panel, 703)->mapTo(&panel, QPoint()).x();
+    EXPECT_NEAR(heading, list->mapTo(&panel, list->rect().center()).x(), 4);
   });
 }
 

@@ -299,8 +299,8 @@ TEST_F(SheetTest, ThePaneAndTheVersion) {
   EXPECT_EQ(Value("previewMode"), 2);
   EXPECT_EQ(page->changes, 0) << "what the pictures show is no change of the job";
   EXPECT_GE((*page)[166].repaints, 2);
-  sheet->pages[0].logic->Help(0);
-  EXPECT_EQ(page->help, 2002U);
+  sheet->pages[0].logic->Help(111);
+  EXPECT_EQ(page->help, std::pair(2002U, ControlId{111}));
   ScriptedDialog* version = sheet->Show(1000);
   EXPECT_EQ(version->TextOf(1001), "Varnell 70/36MX-2 PCL");
   EXPECT_EQ(version->TextOf(1003), "Version : 02.00.00.00");

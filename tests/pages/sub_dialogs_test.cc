@@ -2,6 +2,7 @@
 #include "pages/identity_fields.h"
 #include "pages/sheet_fixture.h"
 #include "platform/text.h"
+#include "support/failing_new.h"
 
 namespace heron::test {
 namespace {
@@ -145,6 +146,27 @@ TEST_F(SubDialogsTest, ASecuredDeviceTakesNoPassword) {
   Choose(172, 2);
 }
 
+TEST_F(SubDialogsTest, APasswordIsPlainOnlyForAnOwnerWithAName) {
+  OpenPage("lpCopierHardDisk=2");
+  const auto shown = [this](std::u16string_view owner, uint16_t hides) {
+    pages::SetText(ui(), TextSetting::kOwnerName, owner);
+    engine::Setting<u"UnDisplayPW">(ui()) = hides;
+    std::string fields;
+    desk.Expect(1800, [&](ScriptedDialog& dialog) {
+      for (const ControlId id : {ControlId{1802}, ControlId{1808}})
+        fields += dialog[id].visible ? std::to_string(id) : "";
+      dialog.Click(kCancelButton);
+    });
+    Choose(172, 2);
+    return fields;
+  };
+  EXPECT_EQ(shown(u"ada", 0), "1808");
+  EXPECT_EQ(shown(u"ada", 1), "1802");
+  EXPECT_EQ(shown(u"", 0), "1802");
+  EXPECT_EQ(shown(std::u16string(32, u'x'), 0), "1808");
+  EXPECT_EQ(shown(std::u16string(33, u'x'), 0), "1802");
+}
+
 TEST_F(SubDialogsTest, BoxChecksInItsOrder) {
   OpenPage("lpCopierHardDisk=2");
   desk.Expect(2001, [this](ScriptedDialog& dialog) {
@@ -208,6 +230,7 @@ TEST_F(SubDialogsTest, ANameCountsItsBytesInTheSystemsCodePage) {
   EXPECT_FALSE(takes(wide, u'x'));
   EXPECT_FALSE(takes(wide.substr(1) + u"x", u'\u00e9'));
   EXPECT_TRUE(takes(wide.substr(1) + u"x", u'y'));
+  EXPECT_TRUE(takes(std::u16string(13, u'\u00e9') + u"\xD83D", u'\xDE00')) << "a pair is one character of four bytes";
   EXPECT_TRUE(takes(wide, 8)) << "control keys pass";
   EXPECT_FALSE(takes(u"", u'+'));
 }
@@ -219,6 +242,7 @@ TEST_F(SubDialogsTest, EachTrayHasItsPaper) {
   desk.Expect(2910, [this](ScriptedDialog& dialog) {
     EXPECT_EQ(dialog.RowsOf(2911).at(1).substr(0, 8), "[21531]|");
     EXPECT_FALSE(dialog.IsEnabled(2913)) << "there are no transparencies";
+    EXPECT_FALSE(dialog.IsEnabled(2912)) << "no tray is selected";
     desk.Expect(2920, [this](ScriptedDialog& edit) {
       Choose(edit, 2921, 2);
       edit.Click(kOkButton);
@@ -261,6 +285,20 @@ TEST_F(SubDialogsTest, EachTrayHasItsPaper) {
   });
   page->Click(182);
   EXPECT_EQ(engine::MediaOfTray(engine(), 4).mediaType, 2) << "the copy was dropped";
+}
+
+TEST_F(SubDialogsTest, ATrayIsLeftAloneIfNoCopyCanBeMadeToEditIt) {
+  OpenPage("OHPInterLeave_Check=1");
+  desk.Expect(2910, [](ScriptedDialog& dialog) {
+    dialog.Select(2911, 0);
+    {
+      const FailingNew none(0);
+      dialog.Click(2912);
+    }
+    EXPECT_TRUE(dialog[2913].checked) << "nothing was edited that could have ended it";
+    dialog.Click(kCancelButton);
+  });
+  page->Click(182);
 }
 
 }  // namespace

@@ -62,8 +62,8 @@ class ScriptedDialog : public platform::Dialog {
   const std::set<ControlId>& strangers() const { return strangers_; }
   bool ended() const { return ended_; }
   int result() const { return result_; }
-  int changes = 0;  ///< times that the logic marked the sheet as changed
-  uint32_t help = 0;
+  int changes = 0;                      ///< times that the logic marked the sheet as changed
+  std::pair<uint32_t, ControlId> help;  ///< what was last shown: topic and control
   int beeps = 0;
   std::vector<platform::MenuItem> menu;
   uint16_t menu_choice = 0;
@@ -99,7 +99,7 @@ class ScriptedDialog : public platform::Dialog {
   uint16_t PopupMenu(ControlId, std::span<const platform::MenuItem> items) override;
   std::optional<std::u16string> AskFileName(const platform::FileQuestion&) override { return std::nullopt; }
   void Beep() override { ++beeps; }
-  void ShowHelp(uint32_t topic) override { help = topic; }
+  void ShowHelp(uint32_t topic, ControlId control) override { help = {topic, control}; }
   void MarkChanged() override { ++changes; }
 
  private:
