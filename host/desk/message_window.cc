@@ -84,7 +84,7 @@ QString ReportHtml(const QString& text) {
     const qsizetype at = line.indexOf(arrow);
     const bool row = at > 0;
     if (row && !in_table) html += QStringLiteral("<table cellspacing=\"0\" cellpadding=\"1\">");
-    if (!row && in_table) html += QStringLiteral("</table>");
+    if (!row && in_table) html += QStringLiteral("</table><p style=\"margin-top:%1px\">").arg(line.isEmpty() ? 0 : 10);
     if (!row && !in_table && !html.isEmpty()) html += QStringLiteral("<br>");
     in_table = row;
     if (row) {

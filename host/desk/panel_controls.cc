@@ -217,6 +217,9 @@ void Panel::SetRows(ControlId id, std::span<const ListRow> rows) {
   }
   if (control->rows == nullptr) return;
   control->rows->SetRows(rows);
+  const auto pictured = std::ranges::find_if(rows, [](const ListRow& row) { return row.picture != 0; });
+  if (auto* const list = qobject_cast<QComboBox*>(control->widget); list != nullptr && pictured != rows.end())
+    list->setIconSize(resources_.Picture(pictured->picture, 1).size());
   SelectRow(id, platform::kNoRow);
 }
 
