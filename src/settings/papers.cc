@@ -21,7 +21,7 @@ using papers_internal::kPaperTable;
 using papers_internal::kRotatedTwins;
 using papers_internal::kSubstitutePapers;
 
-constexpr size_t kLabelLength = 31;  ///< characters of a name taken from the texts
+constexpr size_t kLongestLabel = 31;  ///< characters of a name taken from the texts
 
 struct Size {
   uint32_t width = 0;
@@ -169,7 +169,7 @@ void LoadPaperLabels() {
   const std::scoped_lock lock(runtime.mutex);
   for (size_t i = 0; i < kPaperRows; ++i) {
     std::u16string label = GetUiString(kPaperTable[i].label);
-    if (label.size() > kLabelLength) label.resize(kLabelLength);
+    if (label.size() > kLongestLabel) label.resize(kLongestLabel);
     runtime.labels[i] = runtime.Keep(std::move(label));
   }
 }
