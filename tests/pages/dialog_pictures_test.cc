@@ -2,6 +2,7 @@
 #include "pages/dialog_pictures.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <ostream>
 
 #include "pages/sheet_fixture.h"
@@ -58,6 +59,47 @@ TEST_F(DialogPicturesTest, AMarginIsDescribedByTheJob) {
   EXPECT_EQ(described("lpPRNType=3 lpBindPosit=3"), (MarginPicture{false, 0, false, 1, 0, true, 3}));
   EXPECT_EQ(described("lpPRNType=3 lpBindPosit=4"), (MarginPicture{false, 0, false, 1, 0, true, 2}));
   EXPECT_EQ(described("lpPRNType=3 lpBindPosit=2 lpOrientation=2"), (MarginPicture{true, 0, false, 1, 0, true, 4}));
+}
+
+/// Pictures before the rows of a list; fails for one that doesn't exist.
+std::vector<uint32_t> RowPictures(const ScriptedDialog& dialog, uint16_t list) {
+  std::vector<uint32_t> pictures;
+  for (const platform::ListRow& row : dialog[list].rows) {
+    pictures.push_back(row.picture);
+    const std::string prefix = std::to_string(row.picture) + '-';
+    const auto files = std::filesystem::directory_iterator(std::filesystem::path(HERON_RESOURCES) / "pictures");
+    EXPECT_TRUE(row.picture == 0 ||
+                std::any_of(begin(files), end(files),
+                            [&](const auto& file) { return file.path().filename().string().starts_with(prefix); }))
+        << row.picture;
+  }
+  return pictures;
+}
+
+TEST_F(DialogPicturesTest, DialogsAndListsShowThem) {
+  using Pictures = std::vector<uint32_t>;
+  OpenPage("Nup_Check=1 lpLayout=8 lpOrientation=1 BindMargin_Check=1");
+  EXPECT_EQ(RowPictures(*page, 125), (Pictures{17000, 17001, 17002, 17003, 17004, 0})) << "none for the details";
+  desk.Expect(2900, [](ScriptedDialog& dialog) {
+    EXPECT_EQ(RowPictures(dialog, 2902), (Pictures{17000, 17001, 17002, 17003, 17004}));
+    EXPECT_EQ(RowPictures(dialog, 2904), (Pictures{17010, 17011}));
+    EXPECT_EQ(RowPictures(dialog, 2906), (Pictures{17020, 17021, 17022}));
+    dialog.Click(platform::kCancelButton);
+  });
+  Choose(125, 20);
+  const auto paints = [](ScriptedDialog& dialog, uint16_t place) {
+    FillCanvas canvas;
+    dialog.Paint(place, canvas, {0, 0, 140, 140});
+    EXPECT_FALSE(canvas.fills.empty()) << place;
+    dialog.Click(platform::kCancelButton);
+  };
+  desk.Expect(2300, [&](ScriptedDialog& dialog) {
+    EXPECT_EQ(dialog[2313].picture, 15281U) << "two pages turn the sheet";
+    paints(dialog, 2313);
+  });
+  page->Click(179);
+  desk.Expect(2200, [&](ScriptedDialog& dialog) { paints(dialog, 2213); });
+  Choose(111, 0x200);
 }
 
 TEST(DialogPictures, AMarginKeepsToItsSheet) {

@@ -148,7 +148,7 @@ void ScriptedDialog::Spin(ControlId id, int position) {
 
 void ScriptedDialog::Paint(ControlId id) {
   BlankCanvas canvas;
-  logic_->Draw(id, canvas, platform::RECT{0, 0, 1, 1});
+  Paint(id, canvas, platform::RECT{0, 0, 1, 1});
 }
 
 std::string ScriptedDialog::TextOf(ControlId id) const {

@@ -52,7 +52,8 @@ class ScriptedDialog : public platform::Dialog {
   void Put(ControlId id, std::u16string_view text);     ///< text that came past the filter
   void Spin(ControlId id, int position);
   bool MoveFocus(ControlId to);
-  void Paint(ControlId id);
+  void Paint(ControlId id);  ///< on nothing
+  void Paint(ControlId id, platform::Canvas& canvas, const platform::RECT& place) { logic_->Draw(id, canvas, place); }
 
   std::string TextOf(ControlId id) const;
   std::vector<std::string> RowsOf(ControlId id) const;
