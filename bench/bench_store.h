@@ -9,9 +9,9 @@
 #include <string>
 
 #include "catalog/strings.h"
-#include "platform/handles.h"
-#include "platform/queues.h"
-#include "store/store.h"
+#include "platform/api/handles.h"
+#include "platform/api/queues.h"
+#include "platform/sqlite/store.h"
 
 namespace heron {
 

@@ -1,4 +1,4 @@
-// A view that nobody looks at: it hands out one pending value and says yes.
+// A view without a user: it returns one pending value and answers yes.
 #pragma once
 
 #include <benchmark/benchmark.h>

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "bench_store.h"
-#include "engine/change.h"
+#include "changes/change.h"
 #include "settings/defaults.h"
 
 namespace heron::engine {
@@ -46,7 +46,7 @@ const Settings& Busy() {
 void Evaluate(benchmark::State& state) {
   BenchSheet sheet(state.range(0) != 0 ? Busy() : Settings{});
   Engine& engine = sheet.engine();
-  if (state.range(0) != 0) StoreTrayMedia(engine, Control(u"trayMediaType.3310"), 2);
+  if (state.range(0) != 0) StoreTrayMedia(engine, Control(u"trayMediaType.page"), 2);
   for (auto _ : state) {
     EvaluateRules(engine, nullptr);
     benchmark::ClobberMemory();

@@ -8,8 +8,8 @@
 #include "bench_store.h"
 #include "bench_view.h"
 #include "catalog/catalog.h"
-#include "library/library_file.h"
-#include "library/settings_library.h"
+#include "presets/preset_file.h"
+#include "presets/preset_library.h"
 #include "settings/defaults.h"
 #include "uistate/ui_state.h"
 

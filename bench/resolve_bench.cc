@@ -1,5 +1,5 @@
 // Changes, each with its report and the refresh of all lists: every control with every option from three records. The
-// counters tell the median and the 99th percentile of single changes, microseconds of processor time.
+// counters give the median and the 99th percentile of single changes, microseconds of processor time.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -9,8 +9,8 @@
 #include "bench_store.h"
 #include "bench_view.h"
 #include "catalog/strings.h"
-#include "engine/opening.h"
-#include "engine/resolve.h"
+#include "changes/opening.h"
+#include "changes/resolve.h"
 #include "settings/defaults.h"
 
 namespace heron::engine {

@@ -1,14 +1,14 @@
-// Reads any bytes as a settings file, writes what came out of it into the same file, and reads that: the third file
-// must equal the second, for a state that was repaired once is written as it is.
+// Fuzzes the reader of settings files: reads any bytes, writes the result, and reads and writes again. The third file
+// must equal the second, since a state that was repaired once is written unchanged.
 #include <cstdlib>
 #include <memory>
 
 #include "catalog/catalog.h"
 #include "catalog/strings.h"
-#include "library/library_file.h"
-#include "platform/handles.h"
-#include "platform/memory_backend.h"
-#include "platform/queues.h"
+#include "platform/api/handles.h"
+#include "platform/api/queues.h"
+#include "platform/memory/memory_backend.h"
+#include "presets/preset_file.h"
 #include "settings/defaults.h"
 #include "uistate/ui_state.h"
 

@@ -1,3 +1,5 @@
+// What each escape does to the job, except for fax (answers.h).
+
 #include "renderdriver/answers.h"
 
 #include <algorithm>
@@ -81,6 +83,7 @@ bool GetPageState(Job& job, In, Out out) {
 }
 
 bool SetPageState(Job& job, In in, Out) {
+  // Byte by byte: an error of the driver in a field that isn't its own would otherwise change the device's page unseen.
   for (size_t i = 0; i < in.size(); ++i)
     if (in[i] != job.pageState[i] && !MayChange(job.setup.path, i)) return false;
   job.pageState.assign(in.begin(), in.end());
@@ -105,7 +108,7 @@ bool SetJobId(Job& job, In in, Out) {
 }
 
 bool SetCancelFlag(Job& job, In in, Out) {
-  if (in[0] > 1) return false;
+  if (in[0] > 1) return false;  // a flag: any other value is an error of the driver
   job.steps = in[0] == 1 ? job.steps | kMayCancel : job.steps & ~uint32_t{kMayCancel};
   return true;
 }
@@ -188,6 +191,7 @@ std::optional<std::vector<FontMapRow>> FontMapRows(DrawPath path, In map) {
     const auto text = [&](size_t n) -> std::optional<std::string> {
       const auto offset = Read<uint32_t>(map, i * index + 4 * n);
       if (offset == 0) return std::string();
+      // Offsets are the driver's: they must point behind the index and leave room for a whole text.
       if (offset < count * index || offset > map.size() - kFontText) return std::nullopt;
       const In slot = map.subspan(offset, kFontText);
       return std::string(slot.begin(), std::ranges::find(slot, uint8_t{0}));
@@ -202,6 +206,7 @@ std::optional<std::vector<FontMapRow>> FontMapRows(DrawPath path, In map) {
 }
 
 bool SetFontMap(Job& job, In in, Out) {
+  // Kept as bytes and read again for the ticket; refused here if it can't be read.
   if (!FontMapRows(job.setup.path, in)) return false;
   job.fontMap.assign(in.begin(), in.end());
   return true;

@@ -1,3 +1,5 @@
+// Fills the blocks that are returned to the driver (blocks.h).
+
 #include "renderdriver/blocks.h"
 
 #include <algorithm>
@@ -13,7 +15,7 @@ constexpr uint8_t kBoxOutput = 3;
 constexpr uint8_t kBoxAndPrintOutput = 4;
 constexpr uint8_t kMonochrome = 2;  ///< colour mode
 
-/// Where the device fields of the job record stand.
+/// Offsets of the device fields in the job record.
 constexpr size_t kDeviceOrientation = 84;  ///< u16
 constexpr size_t kDevicePrintable = 128;   ///< four u32, dots
 constexpr size_t kDeviceMargins = 144;     ///< four u32, hundredths of a millimetre
@@ -31,7 +33,7 @@ void WritePublicPart(std::span<uint8_t> state, size_t offset, const DriverEnv& r
   std::copy_n(record.bytes.begin(), kPublicSize, state.begin() + static_cast<ptrdiff_t>(offset));
 }
 
-// The pages of this printing side are plain ones at full size, so both states tell no layout and 100 percent.
+// The pages of this printing side are plain ones at full size, so both states report no layout and 100 percent.
 
 std::vector<uint8_t> NewState556(const DriverEnv& record, const Sheet& sheet) {
   using S = PageState556;
@@ -51,6 +53,7 @@ std::vector<uint8_t> NewState488(const DriverEnv& record, const Sheet& sheet) {
   WritePublicPart(state, S::kDevMode, record);
   WriteSheet(state, S::kPrintable, S::kPhysical, sheet);
   const uint8_t color = Get<"lpColorMode">(record);
+  // The driver draws in the mode of the state, so an invalid mode of a record must not get there.
   Write<uint8_t>(state, S::kColorMode, color >= 1 && color <= 3 ? color : kMonochrome);
   Write<uint8_t>(state, S::kDrawingOrder, Get<"lpWatermarkOrder">(record));
   Write<uint8_t>(state, S::kFirstPageOnly, Get<"FirstPageOnly">(record));
@@ -90,6 +93,7 @@ std::optional<Sheet> SheetOf(const DriverEnv& record) {
   const bool sized = sheet.width > 0 && sheet.width <= kMostDots && sheet.height > 0 && sheet.height <= kMostDots;
   const bool inside = sheet.left < sheet.right && sheet.right <= sheet.width && sheet.top < sheet.bottom &&
                       sheet.bottom <= sheet.height;
+  // The record is the caller's. Sizes of a page are allocated and drawn from it, so they are bounded here once.
   if (sheet.dpi < 72 || sheet.dpi > 2400 || !sized || !inside) return std::nullopt;
   if (OrientationOf(record) != 2) return sheet;
   // A turn to the left: the sheet's right edge becomes the page's top.
@@ -113,7 +117,7 @@ void FillDevice(const DriverEnv& record, std::span<uint8_t, kDeviceSize> device)
 }
 
 std::vector<uint8_t> NewPageState(const JobSetup& setup) {
-  const Sheet sheet = *SheetOf(setup.record);
+  const Sheet sheet = *SheetOf(setup.record);  // OpenJob refused records without a sheet
   return setup.path == DrawPath::k488 ? NewState488(setup.record, sheet) : NewState556(setup.record, sheet);
 }
 
@@ -154,6 +158,7 @@ void FillFaxStatus(const Job& job, std::span<uint8_t> block) {
 }
 
 uint32_t RecipientCount(const Job& job) {
+  // The count is the driver's; the block has room for kRecipientCount.
   if (job.faxDropped || !job.addresses) return 0;
   return std::min<uint32_t>(job.addresses->count, kRecipientCount);
 }

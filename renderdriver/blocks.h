@@ -1,5 +1,5 @@
-// The blocks that the printing side hands to the driver, filled from the job's record and from what was sent before.
-// Where their fields stand is told by escapes/escape_blocks.h; every other byte is 0.
+// The blocks that the printing half returns to the driver, filled from the job's record and from what was sent before.
+// escapes/escape_blocks.h defines the offsets of their fields; every other byte is 0.
 #pragma once
 
 #include <optional>

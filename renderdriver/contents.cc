@@ -1,9 +1,11 @@
+// What an escape carried, as JSON for the ticket (contents.h).
+
 #include "renderdriver/contents.h"
 
 #include <algorithm>
 #include <cstdio>
 
-#include "platform/text.h"
+#include "platform/api/text.h"
 #include "renderdriver/answers.h"
 #include "renderdriver/blocks.h"
 #include "renderdriver/bytes.h"
@@ -17,28 +19,29 @@ std::string Utf8At(In bytes, size_t offset, size_t room) {
 }
 
 Json Rectangle(In bytes, size_t offset) {
-  return TellNumbers32(bytes.subspan(offset, 16));
+  return DescribeNumbers32(bytes.subspan(offset, 16));
 }
 
-Json Tell556(In state) {
+Json Describe556(In state) {
   using S = PageState556;
-  Json told = {{"order", Read<uint16_t>(state, S::kDrawingOrder)},
-               {"physical", Rectangle(state, S::kPhysical)},
-               {"overlaySkipped", Read<uint8_t>(state, S::kOverlaySkipped)}};
+  Json state_json = {{"order", Read<uint16_t>(state, S::kDrawingOrder)},
+                     {"physical", Rectangle(state, S::kPhysical)},
+                     {"overlaySkipped", Read<uint8_t>(state, S::kOverlaySkipped)}};
+  // The fields of a stamp mean nothing without its text.
   const std::string text = Utf8At(state, S::kStampText, kStampTextRoom);
-  if (text.empty()) return told;
-  told["stamp"] = {{"text", text},
-                   {"font", Utf8At(state, S::kStampFont, kStampFontRoom)},
-                   {"style", Read<int16_t>(state, S::kStampStyle)},
-                   {"points", Read<int16_t>(state, S::kStampSize)},
-                   {"angle", Read<int16_t>(state, S::kStampAngle)},
-                   {"intensity", Read<uint8_t>(state, S::kStampIntensity)},
-                   {"center", {Read<int32_t>(state, S::kStampCenterX), Read<int32_t>(state, S::kStampCenterY)}},
-                   {"firstPageOnly", Read<uint32_t>(state, S::kFirstPageOnly)}};
-  return told;
+  if (text.empty()) return state_json;
+  state_json["stamp"] = {{"text", text},
+                         {"font", Utf8At(state, S::kStampFont, kStampFontRoom)},
+                         {"style", Read<int16_t>(state, S::kStampStyle)},
+                         {"points", Read<int16_t>(state, S::kStampSize)},
+                         {"angle", Read<int16_t>(state, S::kStampAngle)},
+                         {"intensity", Read<uint8_t>(state, S::kStampIntensity)},
+                         {"center", {Read<int32_t>(state, S::kStampCenterX), Read<int32_t>(state, S::kStampCenterY)}},
+                         {"firstPageOnly", Read<uint32_t>(state, S::kFirstPageOnly)}};
+  return state_json;
 }
 
-Json Tell488(In state) {
+Json Describe488(In state) {
   using S = PageState488;
   Json flags = Json::array();
   for (size_t i = 0; i < 3; ++i) flags.push_back(Read<uint8_t>(state, S::kStampFlags + i));
@@ -51,33 +54,33 @@ Json Tell488(In state) {
 
 }  // namespace
 
-Json TellText(In bytes) {
+Json DescribeText(In bytes) {
   return Utf8At(bytes, 0, bytes.size() / 2);
 }
 
-Json TellNumber(In bytes) {
+Json DescribeNumber(In bytes) {
   uint32_t value = 0;
   std::memcpy(&value, bytes.data(), std::min(bytes.size(), sizeof value));
   return value;
 }
 
-Json TellNumbers32(In bytes) {
+Json DescribeNumbers32(In bytes) {
   Json numbers = Json::array();
   for (size_t at = 0; at + 4 <= bytes.size(); at += 4) numbers.push_back(Read<uint32_t>(bytes, at));
   return numbers;
 }
 
-Json TellSize(In bytes) {
+Json DescribeSize(In bytes) {
   return std::to_string(bytes.size()) + " bytes";
 }
 
-Json TellUserPapers(In bytes) {
+Json DescribeUserPapers(In bytes) {
   Json papers = Json::array();
-  for (size_t at = 0; at + 12 <= bytes.size(); at += 12) papers.push_back(TellNumbers32(bytes.subspan(at, 12)));
+  for (size_t at = 0; at + 12 <= bytes.size(); at += 12) papers.push_back(DescribeNumbers32(bytes.subspan(at, 12)));
   return papers;
 }
 
-Json TellPageList(In bytes) {
+Json DescribePageList(In bytes) {
   Json rows = Json::array();
   for (size_t at = 0; at + sizeof(PageEntry) <= bytes.size(); at += sizeof(PageEntry)) {
     const In row = bytes.subspan(at, sizeof(PageEntry));
@@ -89,7 +92,7 @@ Json TellPageList(In bytes) {
   return rows;
 }
 
-Json TellAddresses(In bytes) {
+Json DescribeAddresses(In bytes) {
   const auto block = Read<AddressBlock>(bytes);
   Json recipients = Json::array();
   for (size_t i = 0; i < std::min<size_t>(block.count, kRecipientCount); ++i) {
@@ -99,7 +102,7 @@ Json TellAddresses(In bytes) {
   return recipients;
 }
 
-Json TellFaxTime(In bytes) {
+Json DescribeFaxTime(In bytes) {
   const auto time = Read<FaxTime>(bytes);
   if (time.year == 0 && time.month == 0 && time.day == 0 && time.hour == 0 && time.minute == 0) return "none";
   char text[40];
@@ -107,7 +110,7 @@ Json TellFaxTime(In bytes) {
   return text;
 }
 
-Json TellFaxStatus(In bytes) {
+Json DescribeFaxStatus(In bytes) {
   return {{"fax", Read<uint8_t>(bytes, FaxStatus::kFaxJob)},
           {"coverSheets", Read<uint8_t>(bytes, FaxStatus::kCoverSheets)},
           {"recipients", Read<uint32_t>(bytes, FaxStatus::kRecipients)},
@@ -115,17 +118,17 @@ Json TellFaxStatus(In bytes) {
           {"pageDone", Read<uint32_t>(bytes, FaxStatus::kPageDone)}};
 }
 
-Json TellCoverFile(In bytes) {
+Json DescribeCoverFile(In bytes) {
   return {{"number", Read<uint32_t>(bytes)}, {"name", Utf8At(bytes, 4, 30)}};
 }
 
-Json TellFormBlock(In bytes) {
+Json DescribeFormBlock(In bytes) {
   return {{"mode", Read<uint8_t>(bytes, FormBlock::kMode)},
           {"path", Utf8At(bytes, FormBlock::kPath, 260)},
           {"bytes", Read<uint32_t>(bytes, FormBlock::kFileSize)}};
 }
 
-Json TellJobState(In bytes) {
+Json DescribeJobState(In bytes) {
   using S = JobStateBlock;
   return {{"pageListsSent", Read<uint32_t>(bytes, S::kPageListsSent)},
           {"spoolFile", Read<uint8_t>(bytes, S::kSpoolFileUsed)},
@@ -135,8 +138,8 @@ Json TellJobState(In bytes) {
           {"coverFiles", Read<uint32_t>(bytes, S::kCoverFiles)}};
 }
 
-Json TellPageState(In bytes) {
-  return bytes.size() == PageState556::kSize ? Tell556(bytes) : Tell488(bytes);
+Json DescribePageState(In bytes) {
+  return bytes.size() == PageState556::kSize ? Describe556(bytes) : Describe488(bytes);
 }
 
 }  // namespace heron::renderdriver

@@ -1,6 +1,5 @@
-// What an escape carried, for the ticket: the contents decoded so that a person can follow. `bytes` has the size of
-// the escape's row. Nothing secret travels in what is told here: the job's record, which holds the secrets, is told
-// once, masked (ticket.h).
+// The contents of an escape, decoded for the ticket. `bytes` has the size of the escape's row. These contents hold no
+// secrets: the job's record, which does, is written once, masked (ticket.h).
 #pragma once
 
 #include <span>
@@ -9,19 +8,19 @@
 
 namespace heron::renderdriver {
 
-Json TellText(std::span<const uint8_t> bytes);
-Json TellNumber(std::span<const uint8_t> bytes);     ///< of as many bytes as there are
-Json TellNumbers32(std::span<const uint8_t> bytes);  ///< one after another
-Json TellSize(std::span<const uint8_t> bytes);       ///< of what is opaque
-Json TellUserPapers(std::span<const uint8_t> bytes);
-Json TellPageList(std::span<const uint8_t> bytes);
-Json TellAddresses(std::span<const uint8_t> bytes);
-Json TellFaxTime(std::span<const uint8_t> bytes);
-Json TellFaxStatus(std::span<const uint8_t> bytes);
-Json TellCoverFile(std::span<const uint8_t> bytes);
-Json TellFormBlock(std::span<const uint8_t> bytes);
-Json TellJobState(std::span<const uint8_t> bytes);
+Json DescribeText(std::span<const uint8_t> bytes);
+Json DescribeNumber(std::span<const uint8_t> bytes);     ///< of as many bytes as there are
+Json DescribeNumbers32(std::span<const uint8_t> bytes);  ///< one after another
+Json DescribeSize(std::span<const uint8_t> bytes);       ///< of what is opaque
+Json DescribeUserPapers(std::span<const uint8_t> bytes);
+Json DescribePageList(std::span<const uint8_t> bytes);
+Json DescribeAddresses(std::span<const uint8_t> bytes);
+Json DescribeFaxTime(std::span<const uint8_t> bytes);
+Json DescribeFaxStatus(std::span<const uint8_t> bytes);
+Json DescribeCoverFile(std::span<const uint8_t> bytes);
+Json DescribeFormBlock(std::span<const uint8_t> bytes);
+Json DescribeJobState(std::span<const uint8_t> bytes);
 /// The stamp's fields of either page state.
-Json TellPageState(std::span<const uint8_t> bytes);
+Json DescribePageState(std::span<const uint8_t> bytes);
 
 }  // namespace heron::renderdriver

@@ -1,8 +1,10 @@
+// Checks, answers and logs an escape (escapes.h).
+
 #include "renderdriver/escapes.h"
 
 #include <algorithm>
 
-#include "platform/text.h"
+#include "platform/api/text.h"
 #include "renderdriver/blocks.h"
 #include "renderdriver/escape_rules_table.h"
 #include "uistate/list_stores.h"
@@ -64,14 +66,16 @@ int AnswerEscape(Job& job, uint32_t code, In in, Out out) {
   if (!SizeFits(job, row->in, in.size()) || !SizeFits(job, row->out, out.size()))
     return Refuse(job, std::move(note), SizesText(in, out));
   if (!Has(job, rule.needs) || (job.steps & rule.bars) != 0) return Refuse(job, std::move(note), "out of order");
+  // Answered into a copy: a refused escape leaves the driver's buffer and the job's steps unchanged.
   std::vector<uint8_t> answer(out.size());
   if (rule.answer != nullptr && !rule.answer(job, in, answer))
     return Refuse(job, std::move(note), "its contents can't be");
   job.steps = (job.steps & ~rule.clears) | rule.sets;
   std::ranges::copy(answer, out.begin());
-  if (rule.tellIn != nullptr) note["in"] = rule.tellIn(in);
-  if (rule.tellOut != nullptr) note["out"] = rule.tellOut(answer);
+  if (rule.describeIn != nullptr) note["in"] = rule.describeIn(in);
+  if (rule.describeOut != nullptr) note["out"] = rule.describeOut(answer);
   const int value = ValueOf(job, rule.name);
+  // Only escapes without data answer by their result; for all others it is always 1.
   if (row->in == 0 && row->out == 0) note["result"] = value;
   job.notes.push_back(std::move(note));
   return value;

@@ -1,4 +1,4 @@
-// The one door of the printing side: an escape is checked, answered and noted.
+// The entry point of the printing half: checks, answers and logs an escape.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 namespace heron::renderdriver {
 
-/// The answer to escape `code`. 0 for an escape that doesn't exist, has another size than its row tells, comes out of
+/// The answer to escape `code`. 0 for an escape that doesn't exist, has another size than in its row, comes out of
 /// order or says what can't be; then neither the job nor `out` changes. The value of EscGetPageNumber and
 /// EscGetPageOrientation is the answer itself. Noted in either case.
 int AnswerEscape(Job& job, uint32_t code, std::span<const uint8_t> in, std::span<uint8_t> out);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/text.h"
+#include "platform/api/text.h"
 #include "renderdriver/answers.h"
 #include "renderdriver/blocks.h"
 #include "renderdriver/bytes.h"
@@ -14,7 +14,7 @@ constexpr uint32_t kMostCovers = JobStateBlock::kMaxRecipients;
 constexpr size_t kCoverName = 30;
 constexpr size_t kCoverPath = 260;
 
-/// The cover sheet's number stands in front of its data, so that data of another sheet don't pass.
+/// The cover sheet's number precedes its data, so that data of another sheet are rejected.
 void FillCoverData(const Job& job, Out data) {
   Write(data, 0, job.coverIndex + 1);
 }
@@ -37,6 +37,7 @@ std::u16string RecipientText(const char (&field)[44]) {
 }
 
 bool GetAddressFile(Job& job, In, Out out) {
+  // 0 once the recipients were sent: a job has one list of them.
   const bool waits = Has(job, kFaxJob) && !Has(job, kAddressed);
   Write<uint32_t>(out, 0, waits ? Get<"faxAddressFileId">(job.setup.record) : 0);
   return true;
@@ -44,7 +45,7 @@ bool GetAddressFile(Job& job, In, Out out) {
 
 bool SetAddressData(Job& job, In in, Out) {
   const auto block = Read<AddressBlock>(in);
-  if (block.count > kRecipientCount) return false;
+  if (block.count > kRecipientCount) return false;  // rows beyond the block don't exist
   job.addresses = block;
   return true;
 }
@@ -97,7 +98,7 @@ bool FaxCoverTotal(Job& job, In in, Out) {
   const auto total = Read<uint32_t>(in);
   if (total > kMostCovers) return false;
   job.coverTotal = total;
-  job.coverFiles.assign(total, {});
+  job.coverFiles.assign(total, {});  // bounded by kMostCovers above: the count is the driver's
   return true;
 }
 

@@ -1,3 +1,5 @@
+// Makes a job and its pages (job.h).
+
 #include "renderdriver/job.h"
 
 #include "renderdriver/blocks.h"
@@ -6,6 +8,7 @@
 namespace heron::renderdriver {
 
 std::optional<Job> OpenJob(JobSetup setup) {
+  // Everything below relies on a sheet of a sensible size.
   if (!SheetOf(setup.record)) return std::nullopt;
   Job job;
   job.setup = std::move(setup);
@@ -20,7 +23,7 @@ std::optional<Job> OpenJob(JobSetup setup) {
 bool StartJobPage(Job& job) {
   if (job.pageOpen || !Has(job, kOutput)) return false;
   job.pageOpen = true;
-  if (Has(job, kCoverBegun)) return true;
+  if (Has(job, kCoverBegun)) return true;  // pages of a cover sheet aren't pages of the document
   ++job.pages;
   job.steps &= ~uint32_t{kFirstPage};
   return true;
@@ -32,7 +35,7 @@ bool EndJobPage(Job& job) {
   job.masking = false;
   job.stampShade.reset();
   job.steps &= ~uint32_t{kStampOpen};
-  // A stamp belongs to its page; everything else of the state stands for the job.
+  // A stamp belongs to its page; everything else in the state belongs to the job.
   if (job.setup.path == DrawPath::k556) Write(job.pageState, PageState556::kStampText, u'\0');
   return true;
 }

@@ -1,7 +1,7 @@
-// One job as the printing side knows it: what it was opened with, what the driver has sent, and what was noted.
+// One job of the printing half: its setup, what the driver has sent, and the log.
 //
-// The printing side treats the driver as foreign: an escape of the wrong size, out of its order or with impossible
-// contents changes nothing and fails with 0. Every escape, answered or refused, is noted in the ticket.
+// The driver is untrusted: an escape of the wrong size, out of order or with impossible contents changes nothing and
+// returns 0. Every escape, answered or refused, is logged in the ticket.
 #pragma once
 
 #include <array>
@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "common/field_json.h"
 #include "escapes/escape_blocks.h"
-#include "record/field_json.h"
 #include "settings/driver_env.h"
 #include "uistate/recipients.h"
 
@@ -20,7 +20,7 @@ namespace heron::renderdriver {
 
 using record::Json;
 
-/// Which of the two page states the printing side keeps; the number is the state's size.
+/// The kind of page state that the printing half keeps; the number is the state's size.
 enum class DrawPath : uint16_t { k488 = 488, k556 = 556 };
 
 /// What a job is opened with.
@@ -123,7 +123,7 @@ bool EndJobPage(Job& job);
 inline bool Has(const Job& job, uint32_t steps) {
   return (job.steps & steps) == steps;
 }
-/// The job was cancelled by the driver: nothing of it may come out.
+/// The job was cancelled by the driver: nothing of it may be printed.
 inline bool IsCancelled(const Job& job) {
   return Has(job, kCancelled) || job.faxDropped;
 }

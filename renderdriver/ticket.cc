@@ -1,6 +1,8 @@
+// Writes job.json (ticket.h).
+
 #include "renderdriver/ticket.h"
 
-#include "platform/text.h"
+#include "platform/api/text.h"
 #include "renderdriver/answers.h"
 #include "renderdriver/blocks.h"
 
@@ -10,7 +12,7 @@ namespace {
 Json Settings(const DriverEnv& record) {
   Json settings = Json::object();
   for (const EnvField& field : kEnvFields) {
-    // The mirror repeats the public part.
+    // The mirror repeats the public part; reserved bytes have no meaning.
     if (field.name == "reserved" || field.name == "publicMirror") continue;
     settings[std::string(field.name)] = record::FieldJson(record.bytes, field);
   }
@@ -40,7 +42,7 @@ Json Fax(const Job& job) {
 Json FontMap(const Job& job) {
   const auto rows = FontMapRows(job.setup.path, job.fontMap);
   Json map = Json::array();
-  if (!rows) return map;
+  if (!rows) return map;  // none was sent
   for (const FontMapRow& row : *rows) map.push_back({{"trueType", row.trueType}, {"printer", row.variants}});
   return map;
 }

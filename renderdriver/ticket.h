@@ -1,6 +1,6 @@
 // The job's ticket: what the job is, every setting by name, and every escape in order, as one JSON text.
 //
-// Secrets never reach it: the record's secret fields are told as "***", and no escape's contents hold any.
+// Secrets never reach it: the record's secret fields are written as "***", and no escape's contents hold any.
 #pragma once
 
 #include <string>

@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "catalog/tables.h"
-#include "platform/module_texts.h"
+#include "platform/api/module_texts.h"
 
 namespace heron {
 namespace {

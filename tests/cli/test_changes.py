@@ -38,9 +38,8 @@ class Changes(support.Journey):
         text = self.change("Copies=3", "lpOutput=fax", "lpOutput=printer", more=["--dry-run"])
         self.assertIn("For sending as a fax these settings change:\n\nCopies => 1", text)
         self.assertIn("Copies: 1 => 3, and then 1\n", text)
-        text = self.change("lpPRNType=2", "lpOutput=fax")
-        self.assertIn("No recipient is entered. The document goes to the printer.", text)
-        self.assertIn("Output to: Printer => Fax, and then Printer\n", text)
+        self.change("lpPRNType=2", "lpOutput=fax", code=4)
+        self.assertIn("lpOutput=fax: a fax needs a recipient", self.last_errors)
         self.assertEqual(self.values("lpOutput", "lpPRNType"), [2, 1])
 
     def test_values_by_number_and_by_label_in_order(self):
@@ -140,6 +139,22 @@ class Controls(support.Journey):
         sources = {item["label"]: item["status"] for item in rows[120]["items"]}
         self.assertEqual((sources["Tray 1"], sources["Tray 3"]), (1, 4))
         self.assertIn("not available", self.heron("controls", "-p", "Office"))
+
+
+class LayoutOptions(support.Journey):
+    def test_they_stay_in_use_whatever_a_record_says(self):
+        self.add_printer()
+        self.heron("settings", "-p", "Office", "-o", "Layout_Check2=0", code=4)
+        self.assertIn("Nup_Check", self.last_errors)
+        pages = {row["key"]: row["page"] for row in self.json("settings", "-p", "Office")["settings"]}
+        self.assertEqual(pages["Layout_Check2"], "Kept by the driver")
+        record = self.default_record()
+        record[1434] = 0
+        out = self.folder / "out.bin"
+        self.heron("settings", "-p", "Office", "--in", self.write("off.bin", record), "--out", out, "-o",
+                   "Nup_Check=1")
+        fields = self.json("record", "show", out)["fields"]
+        self.assertEqual((fields["Layout_Check2"], fields["Nup_Check"], fields["Layout_Check"]), (1, 1, 1))
 
 
 if __name__ == "__main__":

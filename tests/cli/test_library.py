@@ -117,6 +117,57 @@ class Library(support.Journey):
         os.close(master)
         self.assertEqual(self.names(), ["Standard settings", "One"])
 
+    def test_a_recall_follows_the_records_flags_and_says_what_it_leaves(self):
+        self.settings("Copies=7", "lpPRNType=2")
+        self.save("Seven")
+        self.save("Seven", "--no", code=3)
+        self.heron("settings", "-p", "Office", "--reset")
+        trial = self.library("recall", "Seven", "--dry-run")
+        self.assertRegex(trial, r"lpPRNType .*Two-sided \(now One-sided\)")
+        self.assertNotIn("Copies", trial)
+        self.assertEqual(self.values("Copies", "lpPRNType"), [1, 1])
+        answer = self.json("library", "recall", "Seven", "-p", "Office")
+        self.assertEqual((answer["parts"], answer["leftOut"]),
+                         (["user-papers", "watermarks", "per-page", "fax-cover"], ["size"]))
+        self.assertEqual(self.values("Copies", "lpPRNType"), [1, 2])
+        self.library("recall", "Seven")
+        self.assertRegex(self.last_errors, "copies; --with size")
+        self.settings("UsetPaperChk=1")
+        self.library("recall", "Seven")
+        self.assertEqual((self.values("Copies"), self.last_errors), ([7], ""))
+        self.settings("Copies=3")
+        self.save("Seven", "--yes")
+        self.settings("Copies=1")
+        self.library("recall", "Seven", "--with", "size")
+        self.assertEqual((self.values("Copies"), self.names()), ([3], ["Standard settings", "Seven"]))
+
+    def test_a_disk_that_is_taken_out_and_put_back(self):
+        self.save("Away")
+        moved = self.folder / "taken out"
+        self.files.rename(moved)
+        self.assertIn("not reachable", self.library("list"))
+        self.assertIn(str(self.files), self.last_errors)
+        self.library("recall", "Away", code=5)
+        self.library("comment", "Away", "lost", code=5)
+        moved.rename(self.files)
+        self.assertEqual([entry["reachable"] for entry in self.json("library", "list", "-p", "Office")["entries"]],
+                         [True, True])
+        (self.files / "Away.vxs").unlink()
+        self.assertEqual(self.names(), ["Standard settings"])
+
+    def test_two_queues_with_one_folder(self):
+        self.add_printer("Other")
+        self.save("Shared")
+        path = self.files / "Shared.vxs"
+        before = path.read_bytes()
+        self.heron("library", "register", path, "-p", "Other")
+        done = self.run_heron("library", "save", "Shared", "--folder", self.files, "-p", "Other")
+        self.assertIn(b'list of the printer "Office"', done.stderr)
+        done = self.run_heron("library", "rename", "Shared", "Mine", "-p", "Office")
+        self.assertEqual(done.returncode, 3)
+        self.assertIn(b'list of the printer "Other"', done.stderr)
+        self.assertEqual(path.read_bytes(), before)
+
     def test_records_as_files(self):
         record = self.write("in.bin", self.default_record())
         out = self.folder / "out.bin"
@@ -132,9 +183,10 @@ class Library(support.Journey):
         self.save("Name")
         self.library("show", "Nmae", code=5)
         self.assertIn('"Name"', self.last_errors)
-        for name, code in (("a/b", 2), ("", 2), ("x" * 65, 2), ("name", 4), ("tab\t", 2)):
+        for name, code in (("a/b", 2), ("", 2), ("x" * 65, 2), ("tab\t", 2)):
             self.save(name, code=code)
             self.library("rename", "1", name, code=code)
+        self.library("rename", "1", "name", code=4)
         self.library("save", "Lost", "--folder", self.folder / "nowhere", code=6)
         self.library("recall", "Name", "--only", "all", code=2)
         self.library("comment", "Name", "c" * 513, code=2)

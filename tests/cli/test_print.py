@@ -1,7 +1,12 @@
 """Journeys of printing: pages as pixels and text, the job's folder, questions, and what can't be printed."""
 
 import json
+import os
 import pathlib
+import pty
+import random
+import re
+import signal
 import struct
 import subprocess
 import unittest
@@ -15,7 +20,8 @@ THREE_PAGES = SAMPLES / "three-pages.pdf"
 MASK = 0x5A5A  # of scrambled passwords
 
 # Offsets in a record.
-SECURE_PASSWORD, SECURE_ID, OUTPUT_METHOD = 1481, 1545, 1968
+SECURE_PASSWORD, SECURE_ID, OUTPUT_METHOD, UNDISPLAY_PASSWORD = 1481, 1545, 1968, 1458
+OVERLAY, OVERLAY_INDEX, OVERLAY_NAME = 879, 880, 882
 
 
 class Page:
@@ -37,6 +43,30 @@ class Page:
 
     def middle(self):
         return self.ink(0.3, 0.47, 0.7, 0.53)
+
+
+def pdf(*pages, catalogue=b"", objects=()):
+    """A PDF of `pages`: entries of the page and its drawing, both as bytes. Other objects begin at number 10."""
+    numbers = [20 + 2 * n for n in range(len(pages))]
+    parts = {1: b"<</Type/Catalog/Pages 2 0 R" + catalogue + b">>",
+             2: b"<</Type/Pages/Count %d/Kids[%s]>>" % (len(pages), b" ".join(b"%d 0 R" % n for n in numbers)),
+             3: b"<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>"}
+    for number, (entries, drawing) in zip(numbers, pages):
+        if b"/MediaBox" not in entries:
+            entries += b"/MediaBox[0 0 595 841]"
+        if b"/Resources" not in entries:
+            entries += b"/Resources<</Font<</F 3 0 R>>>>"
+        parts[number] = b"<</Type/Page/Parent 2 0 R/Contents %d 0 R%s>>" % (number + 1, entries)
+        parts[number + 1] = drawing if drawing.startswith(b"<<") else stream(drawing)
+    parts.update(enumerate(objects, 10))
+    data = b"%PDF-1.6\n"
+    for number, part in parts.items():
+        data += b"%d 0 obj\n%s\nendobj\n" % (number, part)
+    return data + b"trailer<</Root 1 0 R>>\n%%EOF\n"  # without a table, which the reader builds anew
+
+
+def stream(data, entries=b""):
+    return b"<</Length %d%s>>stream\n%s\nendstream" % (len(data), entries, data)
 
 
 def png(width, height, rgb):
@@ -66,7 +96,8 @@ class PrintTest(support.Journey):
         before = sorted(self.jobs.iterdir())
         done = self.run_heron("print", "-p", "Office", *more, document, "--out", self.jobs / "refused", **options)
         self.assertEqual((done.returncode, done.stdout), (code, b""), done.stderr)
-        self.assertRegex(done.stderr.decode(), r"(?m)^heron: \S", "a question may stand before the reason")
+        self.last_errors = done.stderr.decode()
+        self.assertRegex(self.last_errors, r"(?m)^heron: \S", "a question may stand before the reason")
         self.assertEqual(sorted(self.jobs.iterdir()), before)
 
     def pages(self, folder):
@@ -104,6 +135,119 @@ class PrintTest(support.Journey):
         answer = self.json("print", "-p", "Office", "-", "--out", self.jobs / "again", stdin=b"from a pipe")
         self.assertEqual(answer["pages"], 1)
 
+    def words(self, folder):
+        return subprocess.run(["pdftotext", "-layout", folder / "pages.pdf", "-"], capture_output=True, check=True,
+                              text=True).stdout
+
+    def test_pages_of_a_pdf_keep_their_text_and_share_their_fonts(self):
+        text = b"BT /F 24 Tf 100 400 Td (needle %d) Tj ET"
+        shared = pdf(*[(b"", text % n) for n in range(40)])
+        marked, _ = self.print(self.write("text.pdf", shared), "-o", "Watermark_Use=1", name="marked")
+        self.assertEqual(len(re.findall(r"needle \d+", self.words(marked))), 40)
+        self.assertLess(marked.joinpath("pages.pdf").stat().st_size, 20000, "the watermark is in the file once")
+        out, _ = self.print(self.folder / "text.pdf")
+        self.assertEqual(re.findall(r"needle (\d+)", self.words(out)), [str(n) for n in range(40)])
+        self.assertEqual(out.joinpath("pages.pdf").read_bytes().count(b"/Image"), 0)
+        self.assertLess(out.joinpath("pages.pdf").stat().st_size, 15000)
+        subprocess.run(["qpdf", "--check", out / "pages.pdf"], check=True, capture_output=True)
+
+    def test_a_page_of_a_pdf_is_printed_as_a_viewer_shows_it(self):
+        black = b"0 g 0 741 100 100 re f"  # in the upper left corner of A4
+        hidden = b"/OC/L BDC 0 g 0 0 595 841 re f EMC"
+        layer = (b"/Resources<</Properties<</L 10 0 R>>>>", hidden)
+        layers = b"/OCProperties<</OCGs[10 0 R]/D<</OFF[10 0 R]/BaseState/ON>>>>"
+        field = b"<</Type/Annot/Subtype/Stamp/F 4/Rect[0 0 100 100]/AP<</N 12 0 R>>>>"
+        dark = stream(b"0 g 0 0 100 100 re f", b"/Type/XObject/Subtype/Form/BBox[0 0 100 100]")
+        corners = {"above left": (0, 0), "above right": (0.9, 0), "below left": (0, 0.92), "below right": (0.9, 0.92)}
+        for number, (pages, catalogue, expected) in enumerate([
+                ((b"", black), b"", {"above left"}),
+                ((b"/Rotate 180", black), b"", {"below right"}),
+                ((b"/Rotate 90/MediaBox[0 0 841 595]", b"0 g 0 495 100 100 re f"), b"", {"above right"}),
+                # What is cut off isn't printed, and the trim box cuts nothing.
+                ((b"/CropBox[0 0 595 841]/MediaBox[-600 0 595 841]", b"0 g -600 741 600 100 re f"), b"", set()),
+                ((b"/TrimBox[200 200 300 300]", black), b"", {"above left"}),
+                (layer, layers, set()),
+                ((b"/Annots[11 0 R]", b"%"), b"", {"below left"})]):
+            document = pdf(pages, catalogue=catalogue, objects=[b"<</Type/OCG/Name(Hidden)>>", field, dark])
+            out, _ = self.print(self.write(f"{number}.pdf", document), name=f"seen{number}")
+            page = Page(out / "pages.pdf", 1)
+            dark_corners = {name for name, (x, y) in corners.items() if page.ink(x, y, x + 0.08, y + 0.06) > 0.9}
+            self.assertEqual(dark_corners, expected, number)
+            self.assertEqual(page.ink(0.3, 0.3, 0.7, 0.7), 0, number)
+
+    def test_a_pdf_that_wants_a_password_says_so_and_one_that_only_forbids_changes_prints(self):
+        for user, name in (("", "open.pdf"), ("secret", "closed.pdf")):
+            subprocess.run(["qpdf", "--encrypt", user, "owner", "256", "--modify=none", "--", THREE_PAGES, self.folder / name],
+                           check=True, capture_output=True)
+        self.refuse(1, self.folder / "closed.pdf")
+        self.assertIn("wants a password", self.last_errors)
+        out, _ = self.print(self.folder / "open.pdf")
+        plain, _ = self.print(THREE_PAGES, name="plain")
+        self.assertEqual(self.words(out), self.words(plain))
+        self.assertGreater(len(self.words(plain).split()), 3)
+
+    def test_a_line_without_an_end_is_wrapped_to_its_last_character(self):
+        line = "x" * 30000 + "é" * 3000 + "\t" * 300 + "y" * 3000
+        out, _ = self.print(self.write("line.txt", line.encode()))
+        words = self.words(out)
+        self.assertEqual([words.count(c) for c in "xéy"], [30000, 3000, 3000])
+
+    def on_terminal(self, *arguments, interrupt=None):
+        """Runs the program with a terminal as its stderr: exit code, what the terminal got. At `interrupt` Ctrl-C is
+        pressed."""
+        ours, theirs = pty.openpty()
+        program = subprocess.Popen([support.BIN, *map(str, arguments)], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                                   stderr=theirs, env=self.environment())
+        os.close(theirs)
+        seen = b""
+        while True:
+            try:
+                seen += os.read(ours, 4096)
+            except OSError:  # nobody writes any more
+                break
+            if interrupt is not None and interrupt in seen:
+                program.send_signal(signal.SIGINT)
+                interrupt = None
+        os.close(ours)
+        program.stdout.close()
+        return program.wait(60), seen.decode()
+
+    def test_a_long_print_shows_how_far_it_is_and_can_be_interrupted(self):
+        long = self.write("long.txt", "\f".join(["page"] * 1500).encode())
+        print_it = ("print", "-p", "Office", "-o", "Watermark_Use=1", long, "--out", self.jobs / "long")
+        code, seen = self.on_terminal(*print_it, interrupt=b" of 1500")
+        self.assertEqual(code, 130)
+        self.assertRegex(seen, r"\rPrinting page \d+ of 1500")
+        self.assertIn("\r \r", re.sub(" +", " ", seen), "the line is emptied")
+        self.assertTrue(seen.endswith("heron: interrupted; nothing was printed\r\n"), seen[-200:])
+        self.assertEqual(list(self.jobs.iterdir()), [])
+        code, seen = self.on_terminal(*print_it[:-1], self.jobs / "writing", interrupt=b"Writing the pages: ")
+        self.assertEqual((code, list(self.jobs.iterdir())), (130, []))
+        done = self.run_heron("print", "-p", "Office", long, "--out", self.jobs / "piped")
+        self.assertEqual((done.returncode, done.stderr), (0, b""), "nothing shows where there is no terminal")
+
+    def test_an_interrupt_ends_the_wait_for_a_document(self):
+        reader, writer = os.pipe()
+        program = subprocess.Popen([support.BIN, "print", "-p", "Office", "-", "--out", str(self.jobs / "waiting")],
+                                   stdin=reader, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, env=self.environment())
+        os.write(writer, b"half a document")
+        while not list(self.jobs.iterdir()):  # its folder is made before the document is read
+            self.assertIsNone(program.poll())
+        program.terminate()
+        _, errors = program.communicate(timeout=60)
+        os.close(reader)
+        os.close(writer)
+        self.assertEqual((program.returncode, errors), (143, b"heron: interrupted; nothing was printed\n"))
+        self.assertEqual(list(self.jobs.iterdir()), [])
+
+    def test_a_picture_that_is_too_large_is_not_called_damaged(self):
+        whole = png(2, 2, (0, 0, 0))
+        head = struct.pack(">IIBBBBB", 60000, 50000, 8, 2, 0, 0, 0)
+        large = whole[:16] + head + struct.pack(">I", zlib.crc32(b"IHDR" + head)) + whole[33:]
+        self.refuse(1, self.write("large.png", large))
+        self.assertIn("60000 x 50000 pixels take 11444 MiB", self.last_errors)
+        self.assertNotIn("damaged", self.last_errors)
+
     def test_a_picture_fills_the_page(self):
         out, _ = self.print(self.write("black.png", png(20, 10, (0, 0, 0))))
         page = Page(out / "pages.pdf", 1)
@@ -129,9 +273,13 @@ class PrintTest(support.Journey):
     def test_a_secure_print_asks_and_leaves_no_trace_of_its_password(self):
         record, scrambled = self.secure_record()
         out, ticket = self.print(LETTER, "--in", record, "--yes")
-        self.assertIn("Eve", self.last_errors)
-        self.assertIn("******", self.last_errors)
-        self.assertNotIn("Tulpe7", self.last_errors)
+        self.assertEqual(self.last_errors.count("***"), 2)
+        self.assertNotIn("******", self.last_errors, "the length isn't shown either")
+        shown = bytearray(record.read_bytes())
+        shown[UNDISPLAY_PASSWORD] = 0
+        _, _ = self.print(LETTER, "--in", self.write("shown.bin", shown), "--yes", name="shown")
+        for secret in ("Tulpe7", "Eve"):
+            self.assertNotIn(secret, self.last_errors)
         self.assertEqual(ticket["settings"]["securePassword"], "***")
         clear = "Tulpe7".encode("utf-16-le")
         traces = [b"Tulpe7", clear, scrambled, scrambled.hex().encode(), clear.hex().encode()]
@@ -141,6 +289,59 @@ class PrintTest(support.Journey):
         self.refuse(3, LETTER, "--in", record, "--no")
         self.refuse(3, LETTER, "--in", record)  # nobody can be asked
 
+    def odd_records(self, count):
+        """The default record with random bytes behind its sizes, and with the settings that a job may lose on its way."""
+        dice = random.Random(12)
+        for number in range(count):
+            record = self.default_record()
+            for _ in range(dice.randrange(1, 40)):
+                record[dice.randrange(72, len(record))] = dice.randrange(256)
+            yield self.write(f"odd{number}.bin", record)
+        record = self.default_record()
+        record[OVERLAY] = 3
+        record[OVERLAY_INDEX] = 7
+        name = "/forms/none of the list.vxf".encode("utf-16-le")
+        record[OVERLAY_NAME:OVERLAY_NAME + len(name)] = name
+        yield self.write("form.bin", record)
+        record = self.default_record()
+        for part in (0, 220):  # an application's own size of custom paper 10, in the public part and its copy
+            fields = struct.unpack_from("<I", record, part + 72)[0]
+            struct.pack_into("<I", record, part + 72, fields | 0xE)
+            struct.pack_into("<hhh", record, part + 78, 256, 1800, 1200)
+        yield self.write("own-size.bin", record)
+
+    def test_a_record_is_printed_as_the_driver_takes_it(self):
+        """Field by field what `record merge` makes of it; a change for the job touches nothing but its own fields."""
+        count = 0
+        for number, record in enumerate(self.odd_records(12)):
+            expected = self.merged(record)[1]["fields"]
+            done = self.run_heron("print", "-p", "Office", "--in", record, "--yes", LETTER, "--out", self.jobs / f"a{number}")
+            if expected["lpOverlay"] == 3:
+                self.assertEqual(done.returncode, 3, "the form isn't there")
+                self.assertIn(b"/forms/none of the list.vxf", done.stderr)
+                continue
+            if done.returncode != 0:  # a record may ask for a sheet that can't be
+                self.assertRegex(done.stderr, rb"paper size|fax|built")
+                continue
+            count += 1
+            settings = json.loads((self.jobs / f"a{number}" / "job.json").read_text())["settings"]
+            self.assertEqual({k: v for k, v in settings.items() if v != expected[k]}, {}, record)
+            out = self.jobs / f"b{number}"
+            copies = 5 if expected["dmCopies"] != 5 else 6
+            self.heron("print", "-p", "Office", "--in", record, "-o", f"Copies={copies}", LETTER, "--out", out)
+            settings = json.loads((out / "job.json").read_text())["settings"]
+            again = self.merged(self.folder / "merged.bin")[1]["fields"]
+            self.assertEqual({k for k, v in settings.items() if v != again[k]}, {"dmCopies"}, record)
+        self.assertGreater(count, 6)
+
+    def test_what_was_asked_for_and_cannot_be_is_said(self):
+        self.refuse(4, LETTER, "-o", "lpOverlay=3")
+        self.refuse(4, LETTER, "-o", "lpOverlay=2")
+        record = self.default_record()
+        record[OVERLAY] = 3
+        self.print(LETTER, "--in", self.write("nameless.bin", record))
+        self.assertIn("without a form", self.last_errors)
+
     def test_a_fax_without_recipients_is_never_printed(self):
         self.heron("settings", "-p", "Office", "--device", "-o", "lpFAXUnit=2", "--yes")
         self.refuse(4, LETTER, "-o", "lpOutput=1")
@@ -148,8 +349,17 @@ class PrintTest(support.Journey):
     def test_what_cannot_be_printed_leaves_nothing(self):
         whole = png(20, 10, (0, 0, 0))
         for name, data in {"binary": b"\x00\x01\x02", "latin1.txt": b"caf\xe9", "cut.png": whole[:40],
-                           "broken.jpg": b"\xff\xd8\xff\xe0 no picture", "broken.pdf": b"%PDF-1.7 no pages"}.items():
+                           "broken.jpg": b"\xff\xd8\xff\xe0 no picture", "broken.pdf": b"%PDF-1.7 no pages",
+                           "no-box.pdf": pdf((b"/MediaBox(none)", b"")),
+                           "huge.pdf": pdf((b"/MediaBox[0 0 " + b"9" * 400 + b" 1]", b"")),
+                           "second-page.pdf": pdf((b"", b""), (b"", stream(b"no deflate", b"/Filter/FlateDecode")))}.items():
             self.refuse(1, self.write(name, data))
+        self.assertIn("its page 2 is damaged", self.last_errors)
+        packed = zlib.compressobj(1)
+        white = b"".join([packed.compress(b" " * (1 << 20)) for _ in range(300)] + [packed.flush()])
+        endless = pdf((b"", stream(zlib.compress(white), b"/Filter[/FlateDecode/FlateDecode]")))
+        self.refuse(1, self.write("endless.pdf", endless))
+        self.assertIn("its page 1 is too large", self.last_errors)
         self.refuse(1, self.folder)  # no file
         self.refuse(5, self.folder / "missing.txt")
         self.refuse(2, "-", "--in", "-")

@@ -17,7 +17,7 @@ class Printers(support.Journey):
         self.assertEqual(self.heron("printer", "list"), "")
         self.add_printer("Office")
         self.add_printer("Büro 2", "--server", r"\\host", "--port", "LPT1:")
-        self.assertEqual(self.heron("printer", "list").splitlines(), ["Office", "Büro 2"])
+        self.assertEqual(self.heron("printer", "list").splitlines(), ["Büro 2", "Office"])
         shown = self.json("printer", "show", "Büro 2")
         self.assertEqual((shown["name"], shown["server"], shown["port"]), ("Büro 2", r"\\host", "LPT1:"))
         self.assertEqual(shown["savedRecordSize"], 3328, "the driver wasn't told of the new queue")
@@ -105,11 +105,11 @@ class Stores(support.Journey):
         self.add_printer()
         # Root may write anywhere, so a copy of the program that everyone can reach runs as nobody.
         self.folder.chmod(0o755)
-        for folder, files in (("bin", ["heron"]), ("lib", ["libheron_platform.so"])):
+        for folder, files in (("bin", ["heron"]), ("lib", ["libheron_platform.so.0"])):
             (self.folder / folder).mkdir(mode=0o755)
             for file in files:
                 shutil.copy2(os.path.join(support.LIB, "..", folder, file), self.folder / folder)
-        shutil.copytree(os.path.join(support.LIB, "driver"), self.folder / "lib" / "driver")
+        shutil.copytree(os.path.join(support.LIB, "heron", "driver"), self.folder / "lib" / "heron" / "driver")
         for path in [self.home, *self.home.rglob("*")]:
             path.chmod(0o555 if path.is_dir() else 0o444)
         who = {"user": 65534, "group": 65534, "extra_groups": []} if os.getuid() == 0 else {}

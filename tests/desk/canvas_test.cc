@@ -2,7 +2,7 @@
 #include <QImage>
 #include <QPainter>
 
-#include "desk/screen_canvas.h"
+#include "apps/desk/screen_canvas.h"
 #include "desk_test.h"
 
 namespace heron::desk {
@@ -77,13 +77,13 @@ INSTANTIATE_TEST_SUITE_P(Ratios, Canvases, ::testing::Values(1, 2));
 TEST(Places, ShowWhatTheLogicDrawsWhereTheyStand) {
   struct Drawing final : RecordingLogic {
     void Draw(platform::ControlId id, platform::Canvas& canvas, const platform::RECT& area) override {
-      if (id == 2356) canvas.FillRect({area.right / 2, 0, area.right + 50, area.bottom}, 0x00FF00, {});
+      if (id == "positionPicture"_id) canvas.FillRect({area.right / 2, 0, area.right + 50, area.bottom}, 0x00FF00, {});
     }
   } logic;
-  ModalWindow window(nullptr, BuiltResources(), *BuiltResources().Template(2355), logic);
+  ModalWindow window(nullptr, BuiltResources(), *BuiltResources().Template(DialogName("print-position")), logic);
   QTimer::singleShot(0, &window, [&] {
     EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
-    const QWidget* const place = WidgetOf(window.panel(), 2356);
+    const QWidget* const place = WidgetOf(window.panel(), "positionPicture");
     ASSERT_NE(place, nullptr);
     EXPECT_EQ(place->size(), QSize(96, 64));
     const QImage shown = window.grab().toImage();

@@ -14,11 +14,16 @@
 #include <string>
 #include <vector>
 
-#include "desk/modal_window.h"
-#include "desk/property_sheet.h"
-#include "platform/text.h"
+#include "apps/desk/modal_window.h"
+#include "apps/desk/property_sheet.h"
+#include "platform/api/text.h"
+#include "support/control_names.h"
 
 namespace heron::desk {
+
+using test::ControlName;
+using test::DialogName;
+using test::operator""_id;
 
 inline Resources& BuiltResources() {
   static Resources resources(platform::FromUtf8(HERON_RESOURCE_MODULE));
@@ -31,7 +36,7 @@ class RecordingLogic : public platform::DialogLogic {
   platform::Dialog* dialog = nullptr;
   std::vector<std::string> events;
   std::function<bool(char16_t)> takes = [](char16_t) { return true; };
-  std::function<bool(int, int)> leaves = [](int, int) { return true; };
+  std::function<bool(platform::ControlId, platform::ControlId)> leaves = [](auto, auto) { return true; };
   std::function<void(int)> on_click = [](int) {};
   bool deactivates = true;
   bool applies = true;
@@ -48,7 +53,7 @@ class RecordingLogic : public platform::DialogLogic {
   }
   void RowSelected(platform::ControlId id) override { Note("row", id); }
   void RowActivated(platform::ControlId id) override { Note("activated", id); }
-  void HeadingClicked(platform::ControlId id, int column) override { Note("heading", id * 10 + column); }
+  void HeadingClicked(platform::ControlId id, int column) override { Note("heading" + std::to_string(column), id); }
   void TextChanged(platform::ControlId id) override { Note("text", id); }
   void PositionChanged(platform::ControlId id) override { Note("position", id); }
   bool TakesKey(platform::ControlId, const platform::TypedKey& key) override { return takes(key.character); }
@@ -79,19 +84,21 @@ class RecordingLogic : public platform::DialogLogic {
   std::map<int, int> draws;
 
  private:
-  void Note(const std::string& what, int id = 0) { events.push_back(id == 0 ? what : what + " " + std::to_string(id)); }
+  void Note(const std::string& what, platform::ControlId id = 0) {
+    events.push_back(id == 0 ? what : what + " " + test::NameOfControl(id));
+  }
 };
 
-inline QWidget* WidgetOf(const Panel& panel, int id) {
+inline QWidget* WidgetOf(const Panel& panel, ControlName id) {
   for (const FormControl& control : panel.controls()) {
     if (control.plan->id == id) return control.widget;
   }
-  ADD_FAILURE() << "there is no control " << id;
+  ADD_FAILURE() << "there is no control " << test::NameOfControl(id);
   return nullptr;
 }
 
 /// Where keys go: the field of a control pair or a drop-down, otherwise the control itself.
-inline QWidget* KeysOf(const Panel& panel, int id) {
+inline QWidget* KeysOf(const Panel& panel, ControlName id) {
   for (const FormControl& control : panel.controls()) {
     if (control.plan->id == id && control.field != nullptr && control.field->focusProxy() == nullptr)
       return control.field;
@@ -116,7 +123,7 @@ inline bool CloseBalloon() {
   return false;
 }
 
-inline void Click(const Panel& panel, int id) {
+inline void Click(const Panel& panel, ControlName id) {
   QTest::mouseClick(WidgetOf(panel, id), Qt::LeftButton);
 }
 

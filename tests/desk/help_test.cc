@@ -1,5 +1,5 @@
 // The help of every dialog, and how a person gets it.
-#include "desk/help.h"
+#include "apps/desk/help.h"
 
 #include <QDialogButtonBox>
 #include <QDir>
@@ -7,7 +7,7 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include "desk/text.h"
+#include "apps/desk/text.h"
 #include "desk_test.h"
 #include "pages/page.h"
 
@@ -18,7 +18,16 @@ using Kind = platform::ControlKind;
 using platform::ControlTemplate;
 
 /// Dialogs that a built page opens.
-constexpr int kBuiltDialogs[] = {1800, 2001, 2020, 2200, 2300, 2355, 2900, 2910, 2920, 2950};
+constexpr const char* kBuiltDialogs[] = {"secure-print",
+                                         "box",
+                                         "transparency-interleave",
+                                         "custom-size",
+                                         "binding-margin",
+                                         "print-position",
+                                         "layout-details",
+                                         "paper-type",
+                                         "edit-paper-type",
+                                         "authentication-and-department"};
 
 bool CanBeChanged(const ControlTemplate& control) {
   constexpr Kind kOthers[] = {Kind::kLabel, Kind::kSpin, Kind::kPlace, Kind::kGroup, Kind::kFirstPaint};
@@ -44,13 +53,13 @@ TEST(Help, TellsOfEveryControlAndOfNoOther) {
       EXPECT_TRUE(entry.group.isEmpty() || std::ranges::any_of(plan->controls, named)) << number;
     }
   }
-  for (const int number : kBuiltDialogs) {
-    const DialogHelp* const help = BuiltResources().Help(static_cast<uint16_t>(number));
+  for (const char* number : kBuiltDialogs) {
+    const DialogHelp* const help = BuiltResources().Help(DialogName(number));
     EXPECT_TRUE(help != nullptr && !help->entries.empty()) << number;
   }
   for (const pages::PageRow& row : pages::kDocumentPages) {
     const DialogHelp* const help = BuiltResources().Help(row.number);
-    const bool has_settings = row.isBuilt && row.number != 1000;
+    const bool has_settings = row.isBuilt && row.number != DialogName("version");
     EXPECT_TRUE(help != nullptr && help->entries.empty() != has_settings) << row.number;
   }
 }
@@ -73,7 +82,7 @@ TEST(Help, ReadsParagraphsAndRefusesWhatIsIncomplete) {
 }
 
 /// What the balloon of a control shows; empty without one.
-std::string Balloon(const Panel& panel, int id) {
+std::string Balloon(const Panel& panel, ControlName id) {
   const QWidget* const control = WidgetOf(panel, id);
   return !CloseBalloon() || control == nullptr ? std::string() : control->whatsThis().toStdString();
 }
@@ -81,27 +90,27 @@ std::string Balloon(const Panel& panel, int id) {
 TEST(Help, IsAskedForByKeyByClickAndByButton) {
   RecordingLogic logic;
   PropertySheet sheet(BuiltResources());
-  ASSERT_TRUE(sheet.AddPage({100, &logic, true}));
+  ASSERT_TRUE(sheet.AddPage({DialogName("paper"), &logic, true}));
   sheet.Open();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&sheet));
   Panel& panel = *sheet.panel(0);
-  KeysOf(panel, 103)->setFocus();
+  KeysOf(panel, "Copies")->setFocus();
   logic.Take();
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_F1);
-  EXPECT_EQ(logic.Take(), "help 103");
-  EXPECT_NE(Balloon(panel, 103).find("How many copies"), std::string::npos);
+  EXPECT_EQ(logic.Take(), "help Copies");
+  EXPECT_NE(Balloon(panel, "Copies").find("How many copies"), std::string::npos);
 
-  panel.Enable(131, false);
+  panel.Enable("lpStaple"_id, false);
   const auto click = [&](const QWidget* at) {
     QHelpEvent what(QEvent::WhatsThis, at->mapTo(&panel, at->rect().center()), QPoint());
     QApplication::sendEvent(&panel, &what);
   };
-  click(WidgetOf(panel, 131));
-  EXPECT_EQ(logic.Take(), "help 131") << "also of what is disabled";
-  EXPECT_NE(Balloon(panel, 131).find("Staples each set"), std::string::npos);
-  click(WidgetOf(panel, 138));
-  EXPECT_EQ(logic.Take(), "help 139") << "a label stands for its field";
-  Balloon(panel, 139);
+  click(WidgetOf(panel, "lpStaple"));
+  EXPECT_EQ(logic.Take(), "help lpStaple") << "also of what is disabled";
+  EXPECT_NE(Balloon(panel, "lpStaple").find("Staples each set"), std::string::npos);
+  click(WidgetOf(panel, "lpOutputTray.label"));
+  EXPECT_EQ(logic.Take(), "help lpOutputTray") << "a label stands for its field";
+  Balloon(panel, "lpOutputTray");
 
   QString told;
   QTimer::singleShot(50, &sheet, [&] {

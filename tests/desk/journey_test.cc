@@ -1,5 +1,6 @@
 // Journeys through the real sheet: the driver's pages in windows, a person's keys and clicks, and the record that comes
 // out, as the command shows it.
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFile>
@@ -13,10 +14,10 @@
 #include <QTemporaryDir>
 #include <QTextDocument>
 
-#include "desk/desk.h"
+#include "apps/desk/desk.h"
 #include "desk_test.h"
 #include "entry/exports.h"
-#include "platform/handles.h"
+#include "platform/api/handles.h"
 
 namespace heron::desk {
 namespace {
@@ -63,33 +64,36 @@ class Journeys : public ::testing::Test {
                                             .pdmOut = reinterpret_cast<platform::DEVMODEW*>(out_.data()),
                                             .cbOut = 3328,
                                             .fMode = kOwnMode};
-    return RunSheet(
-        {DrvDocumentPropertySheets, &header, platform::FromUtf8(HERON_RESOURCE_MODULE), [&](PropertySheet& sheet) {
-           sheet_ = &sheet;
-           sheet.painted = [&, steps] {
-             EXPECT_TRUE(QTest::qWaitForWindowActive(&sheet));
-             Photograph(sheet, "paper-page");
-             steps();
-             if (sheet.isVisible()) sheet.reject();
-           };
-         }});
+    return RunSheet({DrvDocumentPropertySheets, &header, platform::FromUtf8(HERON_RESOURCE_MODULE),
+                     [&](PropertySheet& sheet) {
+                       sheet_ = &sheet;
+                       sheet.painted = [&, steps] {
+                         EXPECT_TRUE(QTest::qWaitForWindowActive(&sheet));
+                         Photograph(sheet, "paper-page");
+                         steps();
+                         if (sheet.isVisible()) sheet.reject();
+                       };
+                     },
+                     keep_});
   }
 
   Panel& Paper() { return *sheet_->panel(0); }
   void Press(QDialogButtonBox::StandardButton button) {
     sheet_->findChild<QDialogButtonBox*>(QString(), Qt::FindDirectChildrenOnly)->button(button)->click();
   }
-  /// Chooses the first row of a list whose text begins so.
-  static void Choose(Panel& panel, int id, const QString& text) {
+  /// Drops a list down and chooses the first row whose text begins so, whether it is chosen already or not.
+  static void Choose(Panel& panel, ControlName id, const QString& text) {
     auto* const list = qobject_cast<QComboBox*>(WidgetOf(panel, id));
     const int row = list->findText(text, Qt::MatchStartsWith);
     ASSERT_GE(row, 0) << text.toStdString();
-    list->setCurrentIndex(row);
+    list->showPopup();
+    list->view()->setCurrentIndex(list->model()->index(row, 0));
+    QTest::keyClick(list->view(), Qt::Key_Return);
   }
-  static std::string Chosen(Panel& panel, int id) {
+  static std::string Chosen(Panel& panel, ControlName id) {
     return qobject_cast<QComboBox*>(WidgetOf(panel, id))->currentText().toStdString();
   }
-  static void Type(Panel& panel, int id, const QString& text) {
+  static void Type(Panel& panel, ControlName id, const QString& text) {
     QWidget* const field = KeysOf(panel, id);
     field->setFocus();
     QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
@@ -109,11 +113,22 @@ class Journeys : public ::testing::Test {
   }
   int Field(const char* name) { return Fields()[QString::fromLatin1(name)].toInt(-1); }
 
+  /// The identifier of a secure print in the record that came out.
+  std::string Identifier() const {
+    constexpr size_t kOffset = 1545, kLength = 17;
+    std::u16string text(kLength, u'\0');
+    std::memcpy(text.data(), out_.data() + kOffset, kLength * sizeof(char16_t));
+    return platform::ToUtf8(text.substr(0, text.find(u'\0')));
+  }
+
+  PropertySheet* sheet_ = nullptr;
+  std::function<void(bool)> keep_ = [](bool) {};  ///< stores the record of a confirmed sheet
+
   /// Answers of the messages to come, by the name of a button; a message without one fails.
   QStringList answers;
   QStringList shown;  ///< texts of the messages so far
   /// What is done in the next dialogs, by number.
-  std::map<int, std::function<void(ModalWindow&)>> in_dialog;
+  std::map<DialogName, std::function<void(ModalWindow&)>> in_dialog;
 
  private:
   /// Looks whether a window has come up that wasn't met yet, and does what the test wants with it.
@@ -156,7 +171,6 @@ class Journeys : public ::testing::Test {
   std::u16string wide_name_;
   platform::UniquePrinter printer_;
   std::vector<uint8_t> out_;
-  PropertySheet* sheet_ = nullptr;
   QTimer watch_;
   QWidget* met_ = nullptr;  ///< the window that is being answered
 };
@@ -182,40 +196,53 @@ constexpr int kBooklet = 3;
 
 TEST_F(Journeys, AConsequenceIsAskedForAndTheAnswerCounts) {
   EXPECT_EQ(Run([&] {
-              Choose(Paper(), 176, QStringLiteral("Booklet"));
+              Choose(Paper(), "lpPRNType", QStringLiteral("Booklet"));
               answers = {QStringLiteral("No")};
-              Click(Paper(), 142);
+              Click(Paper(), "Sort_Check");
               ASSERT_EQ(shown.size(), 1);
               EXPECT_TRUE(shown[0].contains(QStringLiteral("Print type"))) << shown[0].toStdString();
-              EXPECT_EQ(Chosen(Paper(), 176), "Booklet");
-              EXPECT_TRUE(Paper().IsChecked(142)) << "a No takes the change back";
+              EXPECT_EQ(Chosen(Paper(), "lpPRNType"), "Booklet");
+              EXPECT_TRUE(Paper().IsChecked("Sort_Check"_id)) << "a No takes the change back";
               Press(QDialogButtonBox::Ok);
             }),
             SheetEnd::kConfirmed);
   EXPECT_EQ(Field("lpPRNType"), kBooklet);
   EXPECT_EQ(Run([&] {
-              Choose(Paper(), 176, QStringLiteral("Booklet"));
+              Choose(Paper(), "lpPRNType", QStringLiteral("Booklet"));
               answers = {QStringLiteral("Yes")};
-              Click(Paper(), 142);
-              EXPECT_NE(Chosen(Paper(), 176), "Booklet");
-              EXPECT_FALSE(Paper().IsChecked(142));
+              Click(Paper(), "Sort_Check");
+              EXPECT_NE(Chosen(Paper(), "lpPRNType"), "Booklet");
+              EXPECT_FALSE(Paper().IsChecked("Sort_Check"_id));
               Press(QDialogButtonBox::Ok);
             }),
             SheetEnd::kConfirmed);
   EXPECT_EQ(Field("lpPRNType"), kOneSided);
 }
 
+TEST_F(Journeys, TheDeskKnowsWhetherAnythingWasTouched) {
+  bool touched_once = true;
+  keep_ = [&](bool touched) { touched_once = touched; };
+  EXPECT_EQ(Run([&] { Press(QDialogButtonBox::Ok); }), SheetEnd::kConfirmed);
+  EXPECT_FALSE(touched_once);
+  EXPECT_EQ(Run([&] {
+              Choose(Paper(), "lpPRNType", QStringLiteral("Booklet"));
+              Press(QDialogButtonBox::Ok);
+            }),
+            SheetEnd::kConfirmed);
+  EXPECT_TRUE(touched_once);
+}
+
 TEST_F(Journeys, ACustomPaperIsMadeAndChosen) {
-  in_dialog[2200] = [&](ModalWindow& dialog) {
-    Type(dialog.panel(), 2215, QStringLiteral("Ticket"));
-    Type(dialog.panel(), 2204, QStringLiteral("95.5"));
-    Type(dialog.panel(), 2207, QStringLiteral("200"));
+  in_dialog["custom-size"] = [&](ModalWindow& dialog) {
+    Type(dialog.panel(), "customName", QStringLiteral("Ticket"));
+    Type(dialog.panel(), "customWidth", QStringLiteral("95.5"));
+    Type(dialog.panel(), "customLength", QStringLiteral("200"));
     Click(dialog.panel(), platform::kOkButton);
   };
   EXPECT_EQ(Run([&] {
               answers = {QStringLiteral("Yes")};
-              Choose(Paper(), 111, QStringLiteral("Custom size..."));
-              EXPECT_EQ(Chosen(Paper(), 111), "Ticket");
+              Choose(Paper(), "lpMediaSize", QStringLiteral("Custom size..."));
+              EXPECT_EQ(Chosen(Paper(), "lpMediaSize"), "Ticket");
               Press(QDialogButtonBox::Ok);
             }),
             SheetEnd::kConfirmed);
@@ -226,18 +253,49 @@ TEST_F(Journeys, ACustomPaperIsMadeAndChosen) {
 
 TEST_F(Journeys, WhatWasAppliedStaysAndWhatCameAfterDoesnt) {
   EXPECT_EQ(Run([&] {
-              Type(Paper(), 103, QStringLiteral("7"));
+              Type(Paper(), "Copies", QStringLiteral("7"));
               Press(QDialogButtonBox::Apply);
-              Type(Paper(), 103, QStringLiteral("9"));
+              Type(Paper(), "Copies", QStringLiteral("9"));
               Press(QDialogButtonBox::Cancel);
             }),
             SheetEnd::kConfirmed);
   EXPECT_EQ(Field("dmCopies"), 7);
   EXPECT_EQ(Run([&] {
-              Type(Paper(), 103, QStringLiteral("9"));
+              Type(Paper(), "Copies", QStringLiteral("9"));
               Press(QDialogButtonBox::Cancel);
             }),
             SheetEnd::kCancelled);
+}
+
+TEST_F(Journeys, WhatCantBeStoredIsToldAndTheSheetStaysOpen) {
+  int stored = 0;
+  keep_ = [&](bool) {
+    if (++stored == 1) throw std::runtime_error("can't write \"Office.bin\": No space left on device");
+  };
+  EXPECT_EQ(Run([&] {
+              Type(Paper(), "Copies", QStringLiteral("7"));
+              answers = {QStringLiteral("OK")};
+              Press(QDialogButtonBox::Ok);
+              EXPECT_TRUE(sheet_->isVisible());
+              ASSERT_EQ(shown.size(), 1);
+              EXPECT_TRUE(shown[0].contains(QStringLiteral("No space left"))) << shown[0].toStdString();
+              Type(Paper(), "Copies", QStringLiteral("8"));
+              Press(QDialogButtonBox::Ok);
+            }),
+            SheetEnd::kConfirmed);
+  EXPECT_EQ(stored, 2);
+  EXPECT_EQ(Field("dmCopies"), 8);
+  // What was applied and can't be stored when the sheet is cancelled.
+  stored = 0;
+  EXPECT_EQ(Run([&] {
+              Type(Paper(), "Copies", QStringLiteral("9"));
+              Press(QDialogButtonBox::Apply);
+              answers = {QStringLiteral("OK")};
+              Press(QDialogButtonBox::Cancel);
+            }),
+            SheetEnd::kRefused);
+  EXPECT_EQ(stored, 1);
+  EXPECT_EQ(shown.size(), 2);
 }
 
 TEST_F(Journeys, KeysAlone) {
@@ -246,7 +304,7 @@ TEST_F(Journeys, KeysAlone) {
   };
   EXPECT_EQ(Run([&] {
               press(Qt::Key_I, Qt::AltModifier);
-              EXPECT_EQ(Paper().Focused(), 103);
+              EXPECT_EQ(Paper().Focused(), "Copies"_id);
               QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("12"));
               press(Qt::Key_Up);
               press(Qt::Key_Y, Qt::AltModifier);
@@ -263,9 +321,9 @@ TEST_F(Journeys, KeysAlone) {
 TEST_F(Journeys, EveryDialogOfThePageOpensOverItAndCanBeCancelled) {
   std::string opened;
   const auto expect = [&](
-                          int number, std::function<void(Panel&)> steps = [](Panel&) {}) {
-    in_dialog[number] = [&opened, number, steps](ModalWindow& dialog) {
-      opened += std::to_string(number) + " ";
+                          const std::string& number, std::function<void(Panel&)> steps = [](Panel&) {}) {
+    in_dialog[number.c_str()] = [&opened, number, steps](ModalWindow& dialog) {
+      opened += number + " ";
       EXPECT_EQ(CutRows(dialog), "") << number;
       steps(dialog.panel());
       EXPECT_NE(dialog.panel().Focused(), 0) << number;
@@ -278,46 +336,72 @@ TEST_F(Journeys, EveryDialogOfThePageOpensOverItAndCanBeCancelled) {
       QTest::keyClick(&dialog, Qt::Key_Escape);
     };
   };
-  for (const int number : {1800, 2001, 2020, 2200, 2300, 2900}) expect(number);
-  expect(2950, [](Panel& who) {
-    for (const int check : {2952, 2962}) Click(who, check);
+  for (const char* name :
+       {"secure-print", "box", "transparency-interleave", "custom-size", "binding-margin", "layout-details"}) {
+    expect(name);
+  }
+  expect("authentication-and-department", [](Panel& who) {
+    for (const char* check : {"UserAuth_Check", "SecMana_Check"}) Click(who, check);
     Photograph(*who.window(), "authentication");
   });
-  in_dialog[2920] = [](ModalWindow& dialog) {
-    Choose(dialog.panel(), 2921, QStringLiteral("Transparency"));
+  in_dialog["edit-paper-type"] = [](ModalWindow& dialog) {
+    Choose(dialog.panel(), "lpMediaType.dialog", QStringLiteral("Transparency"));
     Click(dialog.panel(), platform::kOkButton);
   };
-  expect(2910, [&](Panel& trays) {
-    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_End}) QTest::keyClick(WidgetOf(trays, 2911), key);
-    Click(trays, 2912);
-    Click(trays, 2913);
+  expect("paper-type", [&](Panel& trays) {
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_End}) QTest::keyClick(WidgetOf(trays, "trays"), key);
+    Click(trays, "editTray");
+    Click(trays, "OHPInterLeave_Check");
     Photograph(*trays.window(), "trays");
   });
   Install(QStringLiteral("lpCopierHardDisk=2"));
   Run([&] {
     EXPECT_EQ(CutRows(Paper()), "");
-    Choose(Paper(), 120, QStringLiteral("Bypass tray"));
-    Click(Paper(), 182);
-    Click(Paper(), 155);
-    Click(Paper(), 179);
-    Click(Paper(), 124);
-    Choose(Paper(), 125, QStringLiteral("Details..."));
-    Choose(Paper(), 172, QStringLiteral("Secure print"));
-    Choose(Paper(), 172, QStringLiteral("Save to box"));
-    Click(Paper(), 181);
-    Choose(Paper(), 111, QStringLiteral("Custom size..."));
+    Choose(Paper(), "lpMediaSource", QStringLiteral("Bypass tray"));
+    Click(Paper(), "paperTypeButton");
+    Click(Paper(), "BindMargin_Check");
+    Click(Paper(), "bindingMarginButton");
+    Click(Paper(), "Nup_Check");
+    Choose(Paper(), "lpLayout", QStringLiteral("Details..."));
+    Choose(Paper(), "lpOutputMethod", QStringLiteral("Secure print"));
+    Choose(Paper(), "lpOutputMethod", QStringLiteral("Save to box"));
+    Click(Paper(), "authenticationButton");
+    Choose(Paper(), "lpMediaSize", QStringLiteral("Custom size..."));
   });
-  EXPECT_EQ(opened, "2910 2020 2300 2900 1800 2001 2950 2200 ");
+  EXPECT_EQ(opened,
+            "paper-type transparency-interleave binding-margin layout-details secure-print box "
+            "authentication-and-department custom-size ");
+}
+
+TEST_F(Journeys, ARowThatIsChosenAgainOpensItsDialogAgain) {
+  Install(QStringLiteral("lpCopierHardDisk=2"));
+  const auto identify = [&](const QString& identifier, int button) {
+    in_dialog["secure-print"] = [=](ModalWindow& dialog) {
+      Type(dialog.panel(), "secureId", identifier);
+      Click(dialog.panel(), button);
+    };
+    Choose(Paper(), "lpOutputMethod", QStringLiteral("Secure print"));
+    EXPECT_TRUE(in_dialog.empty()) << "no dialog for " << identifier.toStdString();
+    EXPECT_EQ(Chosen(Paper(), "lpOutputMethod"), "Secure print");
+  };
+  EXPECT_EQ(Run([&] {
+              identify(QStringLiteral("first"), platform::kOkButton);
+              identify(QStringLiteral("second"), platform::kOkButton);
+              identify(QStringLiteral("third"), platform::kCancelButton);
+              Press(QDialogButtonBox::Ok);
+            }),
+            SheetEnd::kConfirmed);
+  EXPECT_EQ(Identifier(), "second");
 }
 
 TEST_F(Journeys, ABadNumberKeepsThePageAndTheFocus) {
   Run([&] {
     answers = {QStringLiteral("OK"), QStringLiteral("OK"), QStringLiteral("OK")};
-    Choose(Paper(), 114, QStringLiteral("A5"));
-    Type(Paper(), 116, QStringLiteral("5"));
+    Choose(Paper(), "lpOutputPaper", QStringLiteral("A5"));
+    Type(Paper(), "Zoom", QStringLiteral("5"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
     EXPECT_TRUE(Paper().isVisible());
-    EXPECT_EQ(Paper().Focused(), 116);
+    EXPECT_EQ(Paper().Focused(), "Zoom"_id);
     EXPECT_FALSE(shown.isEmpty());
   });
 }

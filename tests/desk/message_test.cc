@@ -1,5 +1,5 @@
 // Messages as windows.
-#include "desk/message_window.h"
+#include "apps/desk/message_window.h"
 
 #include <QLabel>
 #include <QPushButton>

@@ -1,10 +1,13 @@
 // What a person does to a dialog, as its logic hears of it.
+#include <QAbstractItemView>
 #include <QClipboard>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QListView>
 
-#include "desk/widgets.h"
+#include "apps/desk/widgets.h"
 #include "desk_test.h"
+#include "platform/api/message_box.h"
 
 namespace heron::desk {
 namespace {
@@ -12,7 +15,7 @@ namespace {
 /// A dialog on the screen; `steps` run while it is open, then it is cancelled.
 class Panels : public ::testing::Test {
  protected:
-  int Run(uint16_t dialog, const std::function<void(Panel&)>& steps) {
+  int Run(DialogName dialog, const std::function<void(Panel&)>& steps) {
     ModalWindow window(nullptr, BuiltResources(), *BuiltResources().Template(dialog), logic);
     QTimer::singleShot(0, &window, [&] {
       EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
@@ -24,22 +27,22 @@ class Panels : public ::testing::Test {
     return window.Run();
   }
 
-  std::string Text(int id) { return platform::ToUtf8(logic.dialog->Text(static_cast<platform::ControlId>(id))); }
+  std::string Text(ControlName id) { return platform::ToUtf8(logic.dialog->Text(id)); }
 
   RecordingLogic logic;
 };
 
 TEST_F(Panels, CharactersPassOneByOneHoweverTheyCome) {
   logic.takes = [](char16_t c) { return c != u'x'; };
-  Run(2440, [&](Panel& panel) {
-    QWidget* const field = KeysOf(panel, 2443);
+  Run("name-of-the-per-page-list", [&](Panel& panel) {
+    QWidget* const field = KeysOf(panel, "pageListName");
     QTest::keyClicks(field, QStringLiteral("axb"));
-    EXPECT_EQ(Text(2443), "ab");
-    EXPECT_EQ(logic.Take(), "text 2443, text 2443");
+    EXPECT_EQ(Text("pageListName"), "ab");
+    EXPECT_EQ(logic.Take(), "text pageListName, text pageListName");
     QApplication::clipboard()->setText(QStringLiteral("12x34xx"));
     QTest::keyClick(field, Qt::Key_Home);
     QTest::keyClick(field, Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(Text(2443), "1234ab");
+    EXPECT_EQ(Text("pageListName"), "1234ab");
     EXPECT_EQ(qobject_cast<QLineEdit*>(field)->cursorPosition(), 4);
     // What is refused leaves the selection as it was; what isn't replaces it.
     QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
@@ -47,15 +50,15 @@ TEST_F(Panels, CharactersPassOneByOneHoweverTheyCome) {
     EXPECT_EQ(qobject_cast<QLineEdit*>(field)->selectedText(), QStringLiteral("1234ab"));
     QApplication::clipboard()->setText(QString(5000, u'z') + u'x');
     QTest::keyClick(field, Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(Text(2443), std::string(16, 'z'));
+    EXPECT_EQ(Text("pageListName"), std::string(16, 'z'));
   });
 }
 
 TEST_F(Panels, ALimitHoldsForWhatAPersonPutsInAndCutsNoCharacterInTwo) {
-  Run(2440, [&](Panel& panel) {
+  Run("name-of-the-per-page-list", [&](Panel& panel) {
     platform::Dialog& dialog = panel;
-    QWidget* const field = KeysOf(panel, 2443);
-    dialog.SetTextLimit(2443, 4);
+    QWidget* const field = KeysOf(panel, "pageListName");
+    dialog.SetTextLimit("pageListName"_id, 4);
     const QString face = QString::fromUtf16(u"\U0001F600");
     const auto paste = [&](const QString& text) {
       QApplication::clipboard()->setText(text);
@@ -63,23 +66,23 @@ TEST_F(Panels, ALimitHoldsForWhatAPersonPutsInAndCutsNoCharacterInTwo) {
       QTest::keyClick(field, Qt::Key_V, Qt::ControlModifier);
     };
     paste(QStringLiteral("abc") + face);
-    EXPECT_EQ(Text(2443), "abc");
+    EXPECT_EQ(Text("pageListName"), "abc");
     logic.takes = [](char16_t c) { return !QChar(c).isLowSurrogate(); };
     paste(QStringLiteral("a") + face + QStringLiteral("b"));
-    EXPECT_EQ(Text(2443), "ab") << "half of a character is none";
-    dialog.SetText(2443, u"longer");
+    EXPECT_EQ(Text("pageListName"), "ab") << "half of a character is none";
+    dialog.SetText("pageListName"_id, u"longer");
     QTest::keyClicks(field, QStringLiteral("x"));
-    EXPECT_EQ(Text(2443), "longer") << "what was set stays as it is";
+    EXPECT_EQ(Text("pageListName"), "longer") << "what was set stays as it is";
   });
 }
 
 TEST_F(Panels, ALabelNamesTheFieldThatIsShownInItsPlace) {
-  Run(1800, [&](Panel& panel) {
-    panel.Show(1802, false);
-    panel.Show(1808, true);
+  Run("secure-print", [&](Panel& panel) {
+    panel.Show("securePassword"_id, false);
+    panel.Show("securePassword.plain"_id, true);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_P, Qt::AltModifier);
-    EXPECT_EQ(panel.Focused(), 1808);
-    EXPECT_EQ(WidgetOf(panel, 1808)->accessibleName(), QStringLiteral("Password"));
+    EXPECT_EQ(panel.Focused(), "securePassword.plain"_id);
+    EXPECT_EQ(WidgetOf(panel, "securePassword.plain")->accessibleName(), QStringLiteral("Password"));
   });
 }
 
@@ -92,12 +95,13 @@ TEST_F(Panels, TheFilterSeesTheFieldAsItWasBeforeTheCharacter) {
       return true;
     }
   } asking;
-  ModalWindow window(nullptr, BuiltResources(), *BuiltResources().Template(2440), asking);
+  ModalWindow window(nullptr, BuiltResources(), *BuiltResources().Template(DialogName("name-of-the-per-page-list")),
+                     asking);
   QTimer::singleShot(0, &window, [&] {
-    asking.dialog->SetText(2443, u"aaa");
-    asking.dialog->SelectText(2443, 1, 1);
-    QTest::keyClicks(KeysOf(window.panel(), 2443), QStringLiteral("ab"));
-    QTest::keyClick(KeysOf(window.panel(), 2443), Qt::Key_Backspace);
+    asking.dialog->SetText("pageListName"_id, u"aaa");
+    asking.dialog->SelectText("pageListName"_id, 1, 1);
+    QTest::keyClicks(KeysOf(window.panel(), "pageListName"), QStringLiteral("ab"));
+    QTest::keyClick(KeysOf(window.panel(), "pageListName"), Qt::Key_Backspace);
     window.close();
   });
   window.Run();
@@ -105,78 +109,79 @@ TEST_F(Panels, TheFilterSeesTheFieldAsItWasBeforeTheCharacter) {
 }
 
 TEST_F(Panels, WhatTheLogicChangesItselfIsntToldBack) {
-  Run(2200, [&](Panel& panel) {
+  Run("custom-size", [&](Panel& panel) {
     platform::Dialog& dialog = panel;
     const platform::ListRow rows[] = {{u"One", {}}, {u"Two", {}}};
-    dialog.SetRows(2201, rows);
-    EXPECT_EQ(dialog.SelectedRow(2201), platform::kNoRow);
-    dialog.SelectRow(2201, 1);
-    dialog.SetText(2204, u"210.0mm");
-    dialog.SetChecked(2218, true);
-    dialog.SetRange(2205, 920, 2970);
-    dialog.SetPosition(2205, 2100);
-    dialog.Focus(2207);
-    dialog.Enable(2207, false);
+    dialog.SetRows("customSizes"_id, rows);
+    EXPECT_EQ(dialog.SelectedRow("customSizes"_id), platform::kNoRow);
+    dialog.SelectRow("customSizes"_id, 1);
+    dialog.SetText("customWidth"_id, u"210.0mm");
+    dialog.SetChecked("unit.Millimetres"_id, true);
+    dialog.SetRange("customWidth.spin"_id, 920, 2970);
+    dialog.SetPosition("customWidth.spin"_id, 2100);
+    dialog.Focus("customLength"_id);
+    dialog.Enable("customLength"_id, false);
     EXPECT_EQ(logic.Take(), "");
-    EXPECT_TRUE(dialog.SelectedRow(2201) == 1 && dialog.IsChecked(2218) && !dialog.IsChecked(2219));
-    EXPECT_FALSE(dialog.IsEnabled(2207));
-    dialog.SetChecked(2218, false);
-    EXPECT_FALSE(dialog.IsChecked(2218) || dialog.IsChecked(2219));
+    EXPECT_TRUE(dialog.SelectedRow("customSizes"_id) == 1 && dialog.IsChecked("unit.Millimetres"_id) &&
+                !dialog.IsChecked("unit.Inches"_id));
+    EXPECT_FALSE(dialog.IsEnabled("customLength"_id));
+    dialog.SetChecked("unit.Millimetres"_id, false);
+    EXPECT_FALSE(dialog.IsChecked("unit.Millimetres"_id) || dialog.IsChecked("unit.Inches"_id));
     dialog.SetText(999, u"nobody");
     EXPECT_TRUE(!dialog.Has(999) && dialog.Text(999).empty() && dialog.Position(999) == 0);
-    Click(panel, 2219);
-    EXPECT_EQ(logic.Take(), "click 2219");
+    Click(panel, "unit.Inches");
+    EXPECT_EQ(logic.Take(), "click unit.Inches");
   });
 }
 
 TEST_F(Panels, SpinsStepWithinTheirRangeOrGoRound) {
-  Run(1820, [&](Panel& panel) {
+  Run("fax-details", [&](Panel& panel) {
     platform::Dialog& dialog = panel;
-    dialog.SetRange(1825, 0, 23);
-    dialog.SetPosition(1825, 22);
-    QWidget* const hour = KeysOf(panel, 1824);
+    dialog.SetRange("bTimeH.spin"_id, 0, 23);
+    dialog.SetPosition("bTimeH.spin"_id, 22);
+    QWidget* const hour = KeysOf(panel, "bTimeH");
     QTest::keyClick(hour, Qt::Key_Up);
     QTest::keyClick(hour, Qt::Key_Up);
-    EXPECT_EQ(dialog.Position(1825), 0);
-    EXPECT_EQ(logic.Take(), "position 1825, position 1825");
-    EXPECT_EQ(Text(1824), "") << "the text is the logic's";
-    dialog.Enable(1825, false);
+    EXPECT_EQ(dialog.Position("bTimeH.spin"_id), 0);
+    EXPECT_EQ(logic.Take(), "position bTimeH.spin, position bTimeH.spin");
+    EXPECT_EQ(Text("bTimeH"), "") << "the text is the logic's";
+    dialog.Enable("bTimeH.spin"_id, false);
     QTest::keyClick(hour, Qt::Key_Down);
-    EXPECT_EQ(dialog.Position(1825), 0);
+    EXPECT_EQ(dialog.Position("bTimeH.spin"_id), 0);
   });
-  Run(2300, [&](Panel& panel) {
+  Run("binding-margin", [&](Panel& panel) {
     platform::Dialog& dialog = panel;
-    dialog.SetRange(2307, 0, 50);
-    dialog.SetPosition(2307, 49);
-    for (int step = 0; step < 3; ++step) QTest::keyClick(KeysOf(panel, 2306), Qt::Key_Up);
-    EXPECT_EQ(dialog.Position(2307), 50);
-    EXPECT_EQ(logic.Take(), "position 2307");
+    dialog.SetRange("fMargin.spin"_id, 0, 50);
+    dialog.SetPosition("fMargin.spin"_id, 49);
+    for (int step = 0; step < 3; ++step) QTest::keyClick(KeysOf(panel, "fMargin"), Qt::Key_Up);
+    EXPECT_EQ(dialog.Position("fMargin.spin"_id), 50);
+    EXPECT_EQ(logic.Take(), "position fMargin.spin");
   });
 }
 
 TEST_F(Panels, AFieldThatMayNotBeLeftKeepsTheFocus) {
-  std::vector<std::pair<int, int>> moves;
-  Run(2001, [&](Panel& panel) {
-    KeysOf(panel, 2003)->setFocus();
-    logic.leaves = [&](int from, int to) {
-      moves.emplace_back(from, to);
+  std::string moves;
+  Run("box", [&](Panel& panel) {
+    KeysOf(panel, "boxNumber")->setFocus();
+    logic.leaves = [&](platform::ControlId from, platform::ControlId to) {
+      moves += test::NameOfControl(from) + " to " + test::NameOfControl(to) + "; ";
       return false;
     };
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    EXPECT_EQ(panel.Focused(), 2003);
+    EXPECT_EQ(panel.Focused(), "boxNumber"_id);
     Click(panel, 1);
-    EXPECT_EQ(panel.Focused(), 2003);
+    EXPECT_EQ(panel.Focused(), "boxNumber"_id);
     QTest::qWait(1);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_F, Qt::AltModifier);
-    EXPECT_EQ(panel.Focused(), 2003);
-    EXPECT_EQ(moves, (std::vector<std::pair<int, int>>{{2003, 2941}, {2003, 1}, {2003, 2941}}));
+    EXPECT_EQ(panel.Focused(), "boxNumber"_id);
+    EXPECT_EQ(moves, "boxNumber to boxFileName; boxNumber to OK; boxNumber to boxFileName; ");
     EXPECT_EQ(logic.Take().find("click"), std::string::npos);
   });
 }
 
 TEST_F(Panels, ALetterDoesntPressAButtonPastAFieldThatMayNotBeLeft) {
-  Run(1820, [&](Panel& panel) {
-    KeysOf(panel, 930)->setFocus();
+  Run("fax-details", [&](Panel& panel) {
+    KeysOf(panel, "szSubAddress")->setFocus();
     logic.leaves = [](int, int) { return false; };
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_P, Qt::AltModifier);
     QTest::qWait(150);
@@ -184,40 +189,82 @@ TEST_F(Panels, ALetterDoesntPressAButtonPastAFieldThatMayNotBeLeft) {
     logic.leaves = [](int, int) { return true; };
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_P, Qt::AltModifier);
     QTest::qWait(150);
-    EXPECT_NE(logic.Take().find("click 1830"), std::string::npos);
+    EXPECT_NE(logic.Take().find("click takePresentTime"), std::string::npos);
   });
 }
 
 TEST_F(Panels, ADialogEndsWithWhatItsLogicSaysWhenTheCallIsDone) {
-  EXPECT_EQ(Run(2355, [&](Panel&) {}), 2) << "the close box is Cancel";
-  EXPECT_EQ(logic.Take(), "click 2, destroy");
-  EXPECT_EQ(Run(2355, [&](Panel& panel) { QTest::keyClick(&panel, Qt::Key_Return); }), 1);
+  EXPECT_EQ(Run("print-position", [&](Panel&) {}), 2) << "the close box is Cancel";
+  EXPECT_EQ(logic.Take(), "click Cancel, destroy");
+  EXPECT_EQ(Run("print-position", [&](Panel& panel) { QTest::keyClick(&panel, Qt::Key_Return); }), 1);
   logic.on_click = [&](int id) {
-    if (id == 2357) logic.dialog->End(77);
+    if (id == "lpWidePaperPos.LeadingEdge"_id) logic.dialog->End(77);
   };
-  EXPECT_EQ(Run(2355, [&](Panel& panel) { Click(panel, 2357); }), 77);
+  EXPECT_EQ(Run("print-position", [&](Panel& panel) { Click(panel, "lpWidePaperPos.LeadingEdge"); }), 77);
+}
+
+TEST_F(Panels, ADialogThatEndsWhileItStartsIsntShown) {
+  struct Unstarted final : RecordingLogic {
+    void Initialise(platform::Dialog* shown) override {
+      RecordingLogic::Initialise(shown);
+      shown->End(platform::IDCANCEL);
+    }
+  } unstarted;
+  ModalWindow window(nullptr, BuiltResources(), *BuiltResources().Template(DialogName("print-position")), unstarted);
+  bool was_shown = false;
+  QTimer::singleShot(200, &window, [&] {
+    was_shown = window.isVisible();
+    window.done(0);
+  });
+  EXPECT_EQ(window.Run(), platform::IDCANCEL);
+  EXPECT_FALSE(was_shown || window.isVisible());
+}
+
+TEST_F(Panels, AListTellsOfEveryChoiceAndOfNothingElse) {
+  Run("layout-details", [&](Panel& panel) {
+    platform::Dialog& dialog = panel;
+    const platform::ListRow rows[] = {{u"One", {}}, {u"Two", {}}, {u"Three", {}}};
+    dialog.SetRows("lpLayout.dialog"_id, rows);
+    dialog.SelectRow("lpLayout.dialog"_id, 1);
+    auto* const list = qobject_cast<QComboBox*>(WidgetOf(panel, "lpLayout.dialog"));
+    const auto drop_down = [&](std::initializer_list<Qt::Key> keys) {
+      list->showPopup();
+      for (const Qt::Key key : keys) QTest::keyClick(list->view(), key);
+      return logic.Take();
+    };
+    EXPECT_EQ(drop_down({Qt::Key_Return}), "row lpLayout.dialog") << "the row that is chosen already";
+    EXPECT_EQ(dialog.SelectedRow("lpLayout.dialog"_id), 1);
+    EXPECT_EQ(drop_down({Qt::Key_Down, Qt::Key_Return}), "row lpLayout.dialog");
+    EXPECT_EQ(dialog.SelectedRow("lpLayout.dialog"_id), 2);
+    EXPECT_EQ(drop_down({Qt::Key_Up, Qt::Key_Escape}), "");
+    QTest::keyClick(list, Qt::Key_Up);
+    EXPECT_EQ(logic.Take(), "row lpLayout.dialog") << "without dropping it down";
+    QTest::keyClick(list, Qt::Key_Home);
+    QTest::keyClick(list, Qt::Key_Up);
+    EXPECT_EQ(logic.Take(), "row lpLayout.dialog") << "the second key moved nothing";
+  });
 }
 
 TEST_F(Panels, RowsOfAListViewCanBeActivatedAndItsHeadingsClicked) {
-  Run(2910, [&](Panel& panel) {
+  Run("paper-type", [&](Panel& panel) {
     platform::Dialog& dialog = panel;
     const platform::ListRow rows[] = {{u"Tray 1", {u"Plain"}}, {u"Tray 2", {u"Thick"}}};
-    dialog.SetRows(2911, rows);
-    WidgetOf(panel, 2911)->setFocus();
-    QTest::keyClick(WidgetOf(panel, 2911), Qt::Key_Down);
-    QTest::keyClick(WidgetOf(panel, 2911), Qt::Key_Down);
-    EXPECT_EQ(dialog.SelectedRow(2911), 1);
+    dialog.SetRows("trays"_id, rows);
+    WidgetOf(panel, "trays")->setFocus();
+    QTest::keyClick(WidgetOf(panel, "trays"), Qt::Key_Down);
+    QTest::keyClick(WidgetOf(panel, "trays"), Qt::Key_Down);
+    EXPECT_EQ(dialog.SelectedRow("trays"_id), 1);
     logic.Take();
-    QTest::keyClick(WidgetOf(panel, 2911), Qt::Key_Return);
-    EXPECT_EQ(logic.Take(), "activated 2911") << "and the dialog stays";
+    QTest::keyClick(WidgetOf(panel, "trays"), Qt::Key_Return);
+    EXPECT_EQ(logic.Take(), "activated trays") << "and the dialog stays";
   });
 }
 
 TEST_F(Panels, ATabInARowOfAListBoxBringsToTheMiddleUnderItsHeading) {
-  Run(700, [&](Panel& panel) {
+  Run("font", [&](Panel& panel) {
     const platform::ListRow rows[] = {{u"Arial\tCG Times", {}}, {u"A longer name\tCG Times", {}}, {u"Arial\t", {}}};
-    panel.SetRows(705, rows);
-    const auto* const list = qobject_cast<QListView*>(WidgetOf(panel, 705));
+    panel.SetRows("fontTable"_id, rows);
+    const auto* const list = qobject_cast<QListView*>(WidgetOf(panel, "fontTable"));
     ASSERT_NE(list, nullptr);
     QApplication::processEvents();
     const QImage shown = list->viewport()->grab().toImage();
@@ -230,21 +277,21 @@ TEST_F(Panels, ATabInARowOfAListBoxBringsToTheMiddleUnderItsHeading) {
     EXPECT_EQ(half(0, true), half(1, true));
     EXPECT_NE(half(0, true), half(2, true));
     EXPECT_EQ(half(0, false), half(2, false));
-    const int heading = WidgetOf(panel, 703)->mapTo(&panel, QPoint()).x();
+    const int heading = WidgetOf(panel, "printerFontsHeading")->mapTo(&panel, QPoint()).x();
     EXPECT_NEAR(heading, list->mapTo(&panel, list->rect().center()).x(), 4);
   });
 }
 
 TEST_F(Panels, AMemoKeepsItsLimitAndAsksForEachCharacter) {
   logic.takes = [](char16_t c) { return c != u'#'; };
-  Run(2560, [&](Panel& panel) {
+  Run("organize-settings", [&](Panel& panel) {
     platform::Dialog& dialog = panel;
-    dialog.SetTextLimit(2566, 5);
-    QWidget* const memo = WidgetOf(panel, 2566);
+    dialog.SetTextLimit("presetComment"_id, 5);
+    QWidget* const memo = WidgetOf(panel, "presetComment");
     QTest::keyClicks(memo, QStringLiteral("a#b"));
     QApplication::clipboard()->setText(QStringLiteral("#c\nd#efgh"));
     QTest::keyClick(memo, Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(Text(2566), "abc\nd");
+    EXPECT_EQ(Text("presetComment"), "abc\nd");
   });
 }
 

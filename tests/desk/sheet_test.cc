@@ -11,8 +11,8 @@ namespace {
 class Sheets : public ::testing::Test {
  protected:
   Sheets() : sheet(BuiltResources()) {
-    EXPECT_TRUE(sheet.AddPage({300, &first, true}));
-    EXPECT_TRUE(sheet.AddPage({600, &second, false}));
+    EXPECT_TRUE(sheet.AddPage({DialogName("special"), &first, true}));
+    EXPECT_TRUE(sheet.AddPage({DialogName("quality"), &second, false}));
     EXPECT_FALSE(sheet.AddPage({301, &second, false})) << "there is no such template";
     sheet.Open();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&sheet));
@@ -88,17 +88,17 @@ TEST_F(Sheets, APageThatRefusesToConfirmComesToTheFront) {
 }
 
 TEST_F(Sheets, TheFirstPaintControlIsDrawnOnceWhenThePageIsOnTheScreen) {
-  EXPECT_TRUE(QTest::qWaitFor([&] { return first.draws[344] > 0; }));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return first.draws["firstPaint.special"_id] > 0; }));
   sheet.repaint();
   QTest::qWait(20);
-  EXPECT_EQ(first.draws[344], 1);
-  EXPECT_GT(first.draws[166], 0);
+  EXPECT_EQ(first.draws["firstPaint.special"_id], 1);
+  EXPECT_GT(first.draws["upperPicture"_id], 0);
 }
 
 TEST_F(Sheets, TheButtonsAreToldByTheirNumbers) {
   std::vector<int> targets;
   for (const auto button : {QDialogButtonBox::Ok, QDialogButtonBox::Cancel}) {
-    WidgetOf(*sheet.panel(0), 345)->setFocus();
+    WidgetOf(*sheet.panel(0), "imageShiftButton")->setFocus();
     first.leaves = [&](int, int to) {
       targets.push_back(to);
       return true;

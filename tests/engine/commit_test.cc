@@ -1,7 +1,7 @@
 // The commit: every value, the two papers, and the last checks of a fax job.
-#include "engine/commit.h"
+#include "changes/commit.h"
 
-#include "engine/resolve_fixture.h"
+#include "resolve_fixture.h"
 
 namespace heron::engine {
 namespace {
@@ -38,10 +38,10 @@ TEST_F(CommitTest, TheOutputPaperIsOneOfItsOwnOnlyWithZoom) {
     uint16_t zoom_check, committed, kept;
   };
   const Case cases[] = {
-      {"lpMediaSize=9 lpOutputPaper=8", 1, 8, 8},
-      {"lpMediaSize=9 lpOutputPaper=8", 0, 9, 8},
-      {"lpMediaSize=9 lpOutputPaper=257", 1, 9, 257},
-      {"lpMediaSize=4105 lpOutputPaper=8", 1, 4104, 8},
+      {"lpMediaSize=A4 lpOutputPaper=A3", 1, 8, 8},
+      {"lpMediaSize=A4 lpOutputPaper=A3", 0, 9, 8},
+      {"lpMediaSize=A4 lpOutputPaper=SameAsDocument", 1, 9, 257},
+      {"lpMediaSize=4105 lpOutputPaper=A3", 1, 4104, 8},
   };
   for (const Case& row : cases) {
     Put(row.settings);
@@ -54,7 +54,7 @@ TEST_F(CommitTest, TheOutputPaperIsOneOfItsOwnOnlyWithZoom) {
 }
 
 TEST_F(CommitTest, AFaxWithoutRecipientsGoesToThePrinter) {
-  Put("lpOutput=1 lpFAXUnit=2");
+  Put("lpOutput=Fax lpFAXUnit=Installed");
   ui->head().faxRowCount = 1;
   Commit();
   EXPECT_EQ(Committed<u"lpOutput">(*ui), 1);
@@ -64,7 +64,7 @@ TEST_F(CommitTest, AFaxWithoutRecipientsGoesToThePrinter) {
   EXPECT_EQ(Committed<u"lpOutput">(*ui), 2);
   EXPECT_EQ(front.shown, "[22302]|[22300]");
 
-  Put("lpOutput=1 lpMediaSource=258 lpSourceUnit=1");  // a tray that isn't there
+  Put("lpOutput=Fax lpMediaSource=Tray3 lpSourceUnit=NotInstalled");  // a tray that isn't there
   ui->head().printerDataLocked = 0;
   Commit();
   EXPECT_EQ(Committed<u"lpMediaSource">(*ui), 7);
@@ -72,7 +72,7 @@ TEST_F(CommitTest, AFaxWithoutRecipientsGoesToThePrinter) {
 }
 
 TEST_F(CommitTest, ACoverPictureThatIsNotThereIsLeftOut) {
-  Put("lpOutput=1");
+  Put("lpOutput=Fax");
   ui->head().faxRowCount = 1;
   Working<u"CoverSheet">() = Working<u"FaxCover_Image">() = 1;
   Commit();

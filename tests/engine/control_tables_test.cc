@@ -1,5 +1,5 @@
 // The control table against the tables it leans on: parameters, catalogue options, the buttons that restore defaults.
-#include "engine/control_tables.h"
+#include "rules/control_tables.h"
 
 #include <gtest/gtest.h>
 
@@ -79,10 +79,10 @@ TEST(Controls, RestoreButtonsReachTheirPages) {
     if (row.Kind() == 2) reached[row.id] = DialogsReached(row);
   }
   // What is chosen for one visit or shown elsewhere stays.
-  for (const auto name : {u"lpInterSheetList", u"trayRowSource", u"lpOverlay.401"}) {
+  for (const auto name : {u"lpInterSheetList", u"trayRowSource", u"lpOverlay.NoOverlay"}) {
     EXPECT_EQ(kControls[NamedIndex(name)].pageMask, 0);
   }
-  EXPECT_EQ(kControls[NamedIndex(u"previewMode.163")].pageMask, 1240);
+  EXPECT_EQ(kControls[NamedIndex(u"previewMode.Paper")].pageMask, 1240);
   EXPECT_EQ(reached, expected);
 }
 
@@ -122,11 +122,11 @@ TEST(ValueLabels, NameTheStatesOfEveryCheckBox) {
 TEST(ValueLabels, NameTheOptionsOfListsAndGroups) {
   EXPECT_EQ(ValueLabel(Control(u"lpStaple"), 2), 21441);
   EXPECT_EQ(ValueLabel(Control(u"lpBindPosit"), 4), 21594);
-  EXPECT_EQ(ValueLabel(Control(u"lpOverlay.401"), 3), 20301);  // a button has the texts of its group
-  EXPECT_EQ(ValueLabel(Control(u"lpOrder.2904"), 1), 21427);   // stands twice, the first counts
+  EXPECT_EQ(ValueLabel(Control(u"lpOverlay.NoOverlay"), 3), 20301);  // a button has the texts of its group
+  EXPECT_EQ(ValueLabel(Control(u"lpOrder.dialog"), 1), 21427);       // stands twice, the first counts
   EXPECT_EQ(ValueLabel(Control(u"lpStaple"), 9), 0);
   EXPECT_EQ(ValueLabel(Control(u"Copies"), 1), 0);
-  EXPECT_EQ(ValueLabel(Control(u"restoreDefaults.151"), 0), 0);
+  EXPECT_EQ(ValueLabel(Control(u"restoreDefaults.paper"), 0), 0);
   EXPECT_EQ(ValueLabel(kNoControl, 0), 0);
 
   size_t controls = 0;

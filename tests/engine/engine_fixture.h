@@ -1,14 +1,15 @@
-// An engine on the working settings of a default record. Settings are told and read as short texts: "Staple_Check=1".
+// An engine on the working settings of a default record. Settings are written and read as short texts:
+// "Staple_Check=On".
 #pragma once
 
 #include <memory>
-#include <sstream>
 #include <string>
 #include <string_view>
 
-#include "engine/change.h"
+#include "changes/change.h"
 #include "settings/defaults.h"
 #include "support/driver_fixture.h"
+#include "support/named_values.h"
 
 namespace heron::engine {
 
@@ -17,17 +18,9 @@ inline std::string NameOf(ControlIndex control) {
   return {name.begin(), name.end()};
 }
 
-/// By name, with or without the number behind its point.
-inline ControlIndex ControlNamed(std::string_view name) {
-  for (size_t i = 0; i < kControlCount; ++i) {
-    const std::string own = NameOf(static_cast<ControlIndex>(i));
-    if (own == name || own.substr(0, own.find('.')) == name) return static_cast<ControlIndex>(i);
-  }
-  ADD_FAILURE() << "no control " << name;
-  return 0;
-}
+using test::ControlNamed;
 
-/// Whoever stands in front: remembers what it was told.
+/// A view that records what it shows.
 struct TestView : EngineView {
   uint16_t ReadControl(uint16_t) override { return 0; }
   bool Show(const Report&) override { return true; }
@@ -55,19 +48,18 @@ class EngineTest : public test::DriverTest {
     Put("");
   }
 
-  /// Writes settings, "tray.7=2" for the media type in tray 7, loads the mirrors of the trays in use and evaluates.
+  /// Writes settings, "tray.Auto=Transparency" for the media type in a tray, loads the mirrors of the trays in use and
+  /// evaluates.
   void Put(const std::string& settings) {
-    std::istringstream words(settings);
-    for (std::string word; words >> word;) {
-      const size_t equals = word.find('=');
-      const auto value = static_cast<uint16_t>(std::stoi(word.substr(equals + 1)));
-      if (word.starts_with("tray.")) {
-        engine->Set(Control(u"lpMediaSource"), static_cast<uint16_t>(std::stoi(word.substr(5))));
-        EXPECT_TRUE(StoreTrayMedia(*engine, Control(u"trayMediaType.3310"), value)) << word;
+    test::ForEachWord(settings, [&](std::string_view name, std::string_view value) {
+      if (name.starts_with("tray.")) {
+        constexpr ControlIndex kSource = Control(u"lpMediaSource"), kMedia = Control(u"trayMediaType.page");
+        engine->Set(kSource, test::ValueNamed(kSource, name.substr(5)));
+        EXPECT_TRUE(StoreTrayMedia(*engine, kMedia, test::ValueNamed(kMedia, value))) << name;
       } else {
-        engine->Set(ControlNamed(word.substr(0, equals)), value);
+        engine->Set(ControlNamed(name), test::ValueNamed(ControlNamed(name), value));
       }
-    }
+    });
     for (const ControlIndex source :
          {Control(u"lpMediaSource"), Control(u"lpFrontCoverTray"), Control(u"lpBackCoverTray")}) {
       LoadTrayMedia(*engine, source);
@@ -75,36 +67,36 @@ class EngineTest : public test::DriverTest {
     EvaluateRules(*engine, &view);
   }
 
-  uint16_t Value(std::string_view name) const { return engine->Value(ControlNamed(name)); }
+  test::HeldValue Value(std::string_view name) const { return {ControlNamed(name), engine->Value(ControlNamed(name))}; }
   bool Available(std::string_view name) const { return engine->Available(ControlNamed(name)); }
   bool Available(int id) const { return IsControlAvailable(*engine, static_cast<uint16_t>(id)); }
 
-  /// Values of the list's forbidden items, in order.
+  /// Names of the list's forbidden items, in order.
   std::string Forbidden(std::string_view list) {
-    const uint16_t id = kControls[ControlNamed(list)].id;
-    EXPECT_TRUE(ComputeItemStatus(*engine, id)) << list;
-    std::string values;
-    for (const ListItem& item : GetControlBlock(*engine, id)->Items()) {
+    const ControlIndex control = ControlNamed(list);
+    EXPECT_TRUE(ComputeItemStatus(*engine, kControls[control].id)) << list;
+    std::string names;
+    for (const ListItem& item : GetControlBlock(*engine, kControls[control].id)->Items()) {
       EXPECT_EQ(item.displayIndex == kItemHidden, item.status == kItemForbidden);
-      if (item.status == kItemForbidden) values += (values.empty() ? "" : " ") + std::to_string(item.value);
+      if (item.status != kItemForbidden) continue;
+      names += (names.empty() ? "" : " ") + test::NameOfValue(control, static_cast<uint16_t>(item.value));
     }
-    return values;
+    return names;
   }
-  bool Forbids(std::string_view list, uint16_t value) {
-    return (" " + Forbidden(list) + " ").find(" " + std::to_string(value) + " ") != std::string::npos;
+  bool Forbids(std::string_view list, std::string_view value) {
+    const std::string name = test::NameOfValue(ControlNamed(list), test::ValueNamed(ControlNamed(list), value));
+    return (" " + Forbidden(list) + " ").find(" " + name + " ") != std::string::npos;
   }
 
   /// The user changes these settings, the first word first: writes them and makes them the request.
   void Change(const std::string& settings) {
     request = {};
     log = {};
-    std::istringstream words(settings);
-    for (std::string word; words >> word;) {
-      const ControlIndex control = ControlNamed(word.substr(0, word.find('=')));
+    test::ForEachSetting(settings, [&](ControlIndex control, uint16_t value) {
       const uint16_t old = engine->Value(control);
-      engine->Set(control, static_cast<uint16_t>(std::stoi(word.substr(word.find('=') + 1))));
+      engine->Set(control, value);
       AppendRow(request, control, old, engine->Value(control));
-    }
+    });
     request.userCount = request.count;
     request.changed = request.First();
     EvaluateRules(*engine, &view);
@@ -113,11 +105,11 @@ class EngineTest : public test::DriverTest {
   std::string Told() const {
     std::string text;
     for (const LogEntry& entry : log.Entries()) {
-      text += NameOf(entry.control) + ":=" + std::to_string(entry.value) + "/" +
+      text += NameOf(entry.control) + ":=" + test::NameOfValue(entry.control, entry.value) + "/" +
               std::to_string(static_cast<int>(entry.reason)) + " ";
     }
     for (const Opposition& row : log.Opposing())
-      text += "!" + NameOf(row.control) + "=" + std::to_string(row.value) + " ";
+      text += "!" + NameOf(row.control) + "=" + test::NameOfValue(row.control, row.value) + " ";
     if (!text.empty()) text.pop_back();
     return text;
   }

@@ -1,6 +1,7 @@
 // What must give way to a change: combinations, papers, finishing, trays. One pass of the rules over one change.
 #include <gtest/gtest.h>
 
+#include "engine/combinations.h"
 #include "engine_fixture.h"
 
 namespace heron::engine {
@@ -8,9 +9,11 @@ namespace {
 
 /// A machine that can do everything, printing an A4 page.
 constexpr char kAll[] =
-    "lpOutput=2 lpOutputUnit=3 lpSaddleUnit=2 lpPunchKit=21 lpSourceUnit=4 Layout_Check2=1 lpPRNType=1 lpBindPosit=1 "
-    "lpOrientation=1 lpMediaSize=9 lpOutputPaper=9 lpMediaSource=1 lpOutputTray=1 lpStaple=1 lpPunchHoles=2 "
-    "lpFoldStaple=1 Sort_Check=1 ";
+    "lpOutput=Printer lpOutputUnit=BinAndExit2 lpSaddleUnit=Installed lpPunchKit=TwoHoles "
+    "lpSourceUnit=Tray3And4AndLarge Layout_Check2=On lpPRNType=OneSided lpBindPosit=Auto "
+    "lpOrientation=Portrait lpMediaSize=A4 lpOutputPaper=A4 lpMediaSource=Tray1 lpOutputTray=Auto lpStaple=Corner "
+    "lpPunchHoles=TwoHoles "
+    "lpFoldStaple=FoldAndStaple Sort_Check=On ";
 
 class ChangeTest : public EngineTest {
  protected:
@@ -56,56 +59,58 @@ class ChangeTest : public EngineTest {
 };
 
 TEST_F(ChangeTest, APairRuleNeedntSpareWhatWasChanged) {
-  Put("lpOutputTray=101 lpMailBinKit=2");
-  EXPECT_EQ(Combinations("Staple_Check=1"), "Staple_Check:=0/2 !lpOutputTray=101");
-  Put("Staple_Check=1 lpOutputTray=1");
-  EXPECT_EQ(Combinations("lpOutputTray=101"), "Staple_Check:=0/2");
-  Put("lpSourceUnit=1 Staple_Check=0 lpOutputTray=1 lpMediaSource=7");
-  EXPECT_EQ(Combinations("lpMediaSource=258"), "lpMediaSource:=7/2");  // a device option is never in the way
+  Put("lpOutputTray=MailBin1 lpMailBinKit=Installed");
+  EXPECT_EQ(Combinations("Staple_Check=On"), "Staple_Check:=Off/2 !lpOutputTray=MailBin1");
+  Put("Staple_Check=On lpOutputTray=Auto");
+  EXPECT_EQ(Combinations("lpOutputTray=MailBin1"), "Staple_Check:=Off/2");
+  Put("lpSourceUnit=NotInstalled Staple_Check=Off lpOutputTray=Auto lpMediaSource=Auto");
+  EXPECT_EQ(Combinations("lpMediaSource=Tray3"), "lpMediaSource:=Auto/2");  // a device option is never in the way
 }
 
 TEST_F(ChangeTest, OppositionSparesWhatTheUserChangedToo) {
-  Put("lpOutputTray=1 lpMailBinKit=2");
-  EXPECT_EQ(Combinations("Staple_Check=1 lpOutputTray=101"), "Staple_Check:=0/2 Staple_Check:=0/2");
+  Put("lpOutputTray=Auto lpMailBinKit=Installed");
+  EXPECT_EQ(Combinations("Staple_Check=On lpOutputTray=MailBin1"), "Staple_Check:=Off/2 Staple_Check:=Off/2");
   // An entry that changes nothing isn't made; what speaks against the change is told all the same.
-  Put("lpOutputTray=101 Staple_Check=0");
-  Change("Staple_Check=1");
+  Put("lpOutputTray=MailBin1 Staple_Check=Off");
+  Change("Staple_Check=On");
   engine->Set(Control(u"Staple_Check"), 0);
   ApplyPairRules(*engine, request, log);
-  EXPECT_EQ(Told(), "!lpOutputTray=101");
+  EXPECT_EQ(Told(), "!lpOutputTray=MailBin1");
 }
 
 TEST_F(ChangeTest, OnlyARuleThatTakesTheChangeBackOpposes) {
-  Put("tray.1=2 lpMediaSource=2 OHPInterLeave_Check=1 lpMailBinKit=2 lpOutputTray=11");
-  EXPECT_EQ(Combinations("lpOutputTray=101"), "lpOutputTray:=1/2");
-  Put("lpOutputTray=1");
-  EXPECT_EQ(Combinations("lpOutputTray=101"), "lpOutputTray:=1/2 !OHPInterLeave_Check=1");
+  Put("tray.Tray1=Transparency lpMediaSource=Tray2 OHPInterLeave_Check=On lpMailBinKit=Installed lpOutputTray=Tray1");
+  EXPECT_EQ(Combinations("lpOutputTray=MailBin1"), "lpOutputTray:=Auto/2");
+  Put("lpOutputTray=Auto");
+  EXPECT_EQ(Combinations("lpOutputTray=MailBin1"), "lpOutputTray:=Auto/2 !OHPInterLeave_Check=On");
 }
 
 TEST_F(ChangeTest, ADeviceOptionNeedntBeUsableToRuleTheOthers) {
-  Put("lpOutputUnit=41 lpPunchKit=1 Punch_Check=1 lpPunchHoles=2");
+  Put("lpOutputUnit=Floor2 lpPunchKit=NotInstalled Punch_Check=On lpPunchHoles=TwoHoles");
   EXPECT_FALSE(Available("lpPunchKit"));
-  EXPECT_EQ(Combinations("lpPunchKit=23"), "lpPunchHoles:=4/2");  // but no other device option
-  Put("lpOutputUnit=1 lpPunchKit=1 lpSaddleUnit=1 lpMailBinKit=2 Staple_Check=1");
-  EXPECT_EQ(Combinations("lpOutputTray=101"), "");  // and a tray doesn't rule what isn't there
+  EXPECT_EQ(Combinations("lpPunchKit=FourHoles"), "lpPunchHoles:=FourHoles/2");  // but no other device option
+  Put("lpOutputUnit=NotInstalled lpPunchKit=NotInstalled lpSaddleUnit=NotInstalled lpMailBinKit=Installed "
+      "Staple_Check=On");
+  EXPECT_EQ(Combinations("lpOutputTray=MailBin1"), "");  // and a tray doesn't rule what isn't there
 }
 
 TEST_F(ChangeTest, OperandsMustBeUsable) {
-  Put("lpOutputTray=101 Layout_Check2=0");
-  EXPECT_EQ(Combinations("Staple_Check=1"), "");
-  Put("lpOutput=1 EngSaveToner_Check=1");  // always usable
-  EXPECT_EQ(Combinations("DraftPrint=1"), "EngSaveToner_Check:=0/2");
-  Put("lpOutput=2 Layout_Check2=1 Staple_Check=1 lpOutputTray=1");
-  EXPECT_EQ(Combinations("lpOutputUnit=1"), "lpPunchKit:=1/2 lpSaddleUnit:=1/2 Staple_Check:=0/10");
+  Put("lpOutputTray=MailBin1 Layout_Check2=Off");
+  EXPECT_EQ(Combinations("Staple_Check=On"), "");
+  Put("lpOutput=Fax EngSaveToner_Check=On");  // always usable
+  EXPECT_EQ(Combinations("DraftPrint=On"), "EngSaveToner_Check:=Off/2");
+  Put("lpOutput=Printer Layout_Check2=On Staple_Check=On lpOutputTray=Auto");
+  EXPECT_EQ(Combinations("lpOutputUnit=NotInstalled"),
+            "lpPunchKit:=NotInstalled/2 lpSaddleUnit:=NotInstalled/2 Staple_Check:=Off/10");
 }
 
 TEST_F(ChangeTest, TripleRulesWantAllThree) {
-  Put("lpOutputUnit=41 lpPunchKit=1 lpSaddleUnit=1 lpOutputTray=1 Staple_Check=1");
-  EXPECT_EQ(Combinations("lpOutputTray=11"), "Staple_Check:=0/3");
-  Put("lpOutputTray=11 Staple_Check=0");
-  EXPECT_EQ(Combinations("Staple_Check=1"), "lpOutputTray:=1/3");
-  Put("BindMargin_Check=1 Nup_Check=1 lpMarginMode=1");
-  EXPECT_EQ(Combinations("lpMarginMode.2302=2"), "Nup_Check:=0/3");
+  Put("lpOutputUnit=Floor2 lpPunchKit=NotInstalled lpSaddleUnit=NotInstalled lpOutputTray=Auto Staple_Check=On");
+  EXPECT_EQ(Combinations("lpOutputTray=Tray1"), "Staple_Check:=Off/3");
+  Put("lpOutputTray=Tray1 Staple_Check=Off");
+  EXPECT_EQ(Combinations("Staple_Check=On"), "lpOutputTray:=Auto/3");
+  Put("BindMargin_Check=On Nup_Check=On lpMarginMode=Shift");
+  EXPECT_EQ(Combinations("lpMarginMode.Reduce=Reduce"), "Nup_Check:=Off/3");
 }
 
 TEST_F(ChangeTest, RulesSeeThePrintedSheet) {
@@ -114,177 +119,182 @@ TEST_F(ChangeTest, RulesSeeThePrintedSheet) {
   EXPECT_EQ(EffectiveRuleValue(*engine, out, 9), 9);
   EXPECT_EQ(EffectiveRuleValue(*engine, out, 513), 256);
   EXPECT_EQ(EffectiveRuleValue(*engine, Control(u"Zoom"), 513), 513);
-  Put("lpPRNType=3");
+  Put("lpPRNType=Booklet");
   EXPECT_EQ(EffectiveRuleValue(*engine, out, 9), 8);
   EXPECT_EQ(EffectiveRuleValue(*engine, out, 28), 28);
   EXPECT_EQ(EffectiveRuleValue(*engine, size, 9), 9);
-  Put("lpOutputPaper=257");
+  Put("lpOutputPaper=SameAsDocument");
   EXPECT_EQ(EffectiveRuleValue(*engine, size, 9), 8);
-  Put("lpPRNType=1 POD_OnePerSheet_Check=1 POD_Check=0");
+  Put("lpPRNType=OneSided POD_OnePerSheet_Check=On POD_Check=Off");
   EXPECT_EQ(EffectiveRuleValue(*engine, size, 9), 9);
 }
 
 TEST_F(ChangeTest, ABookletTestsItsSheetAgainstTheTray) {
-  Put("lpMediaSource=270 lpOutputPaper=9 lpMediaSource=270");
-  EXPECT_EQ(Papers("lpBindPosit=2"), "");
-  const std::string source = "lpMediaSource:=" + std::to_string(engine->Default(Control(u"lpMediaSource"))) + "/0";
-  EXPECT_EQ(Papers("lpPRNType=3").substr(0, source.size()), source);
-  Put("lpPRNType=1 lpOutputPaper=8");
-  EXPECT_EQ(Papers("lpMediaSource=270"), source);
+  Put("lpMediaSource=Large lpOutputPaper=A4 lpMediaSource=Large");
+  EXPECT_EQ(Papers("lpBindPosit=Left"), "");
+  const std::string source = "lpMediaSource:=Auto/0";
+  EXPECT_EQ(Papers("lpPRNType=Booklet").substr(0, source.size()), source);
+  Put("lpPRNType=OneSided lpOutputPaper=A3");
+  EXPECT_EQ(Papers("lpMediaSource=Large"), source);
 }
 
 TEST_F(ChangeTest, ThePaperOpposesWhatWasChangedFirst) {
-  Put("lpOutputPaper=257 lpMediaSize=28 Collate_Check=0 lpMediaSource=7");
-  EXPECT_EQ(Papers("Front_Check=1"), "Front_Check:=0/0 !lpMediaSize=28 !lpOutputPaper=257");
-  Put("Layout_Check2=0 lpPRNType=2 lpOutputPaper=2381 Front_Check=0");  // the print type counts even so
-  EXPECT_EQ(Papers("lpPRNType=1"), "!lpOutputPaper=2381");
-  Put("Layout_Check2=1 lpOutputPaper=257 Front_Check=0 Back_Check=1");
-  EXPECT_EQ(Papers("lpBindPosit=2"), "Back_Check:=0/0");
+  Put("lpOutputPaper=SameAsDocument lpMediaSize=EnvelopeC5 Collate_Check=Off lpMediaSource=Auto");
+  EXPECT_EQ(Papers("Front_Check=On"), "Front_Check:=Off/0 !lpMediaSize=EnvelopeC5 !lpOutputPaper=SameAsDocument");
+  Put("Layout_Check2=Off lpPRNType=TwoSided lpOutputPaper=2381 Front_Check=Off");  // the print type counts even so
+  EXPECT_EQ(Papers("lpPRNType=OneSided"), "!lpOutputPaper=2381");
+  Put("Layout_Check2=On lpOutputPaper=SameAsDocument Front_Check=Off Back_Check=On");
+  EXPECT_EQ(Papers("lpBindPosit=Left"), "Back_Check:=Off/0");
 }
 
 TEST_F(ChangeTest, MediaOpposeAlwaysAndLoseTheirTrayInARecall) {
-  Put("tray.1=8 lpMediaSource=1");  // sets of thick stock are small
-  const std::string against = " !lpOutputPaper=9 !trayMediaType.3310=8";
-  const auto standard = [&](std::u16string_view name) { return std::to_string(engine->Default(NamedIndex(name))); };
-  EXPECT_EQ(Papers("lpBindPosit=2"), "trayMediaType.3310:=" + standard(u"trayMediaType.3310") + "/0" + against);
+  Put("tray.Tray1=Envelope lpMediaSource=Tray1");  // sets of thick stock are small
+  const std::string against = " !lpOutputPaper=A4 !trayMediaType.page=Envelope";
+  const auto standard = [&](std::u16string_view name) {
+    return test::NameOfValue(NamedIndex(name), engine->Default(NamedIndex(name)));
+  };
+  EXPECT_EQ(Papers("lpBindPosit=Left"), "trayMediaType.page:=" + standard(u"trayMediaType.page") + "/0" + against);
   engine->mode = ResolveMode::kRecall;
-  EXPECT_EQ(Papers("lpBindPosit=3"), "lpMediaSource:=" + standard(u"lpMediaSource") + "/0" + against);
+  EXPECT_EQ(Papers("lpBindPosit=Right"), "lpMediaSource:=" + standard(u"lpMediaSource") + "/0" + against);
 }
 
 TEST_F(ChangeTest, CopiesAndInterleavingExcludeEachOther) {
-  Put("tray.1=2 lpMediaSource=1 lpOutputPaper=9 OHPInterLeave_Check=1");
-  EXPECT_EQ(Papers("Copies=2"), "Copies:=1/0 !OHPInterLeave_Check=1");
-  Put("Copies=2 OHPInterLeave_Check=0");
-  EXPECT_EQ(Papers("OHPInterLeave_Check=1"), "OHPInterLeave_Check:=0/0 !Copies=2");
+  Put("tray.Tray1=Transparency lpMediaSource=Tray1 lpOutputPaper=A4 OHPInterLeave_Check=On");
+  EXPECT_EQ(Papers("Copies=2"), "Copies:=1/0 !OHPInterLeave_Check=On");
+  Put("Copies=2 OHPInterLeave_Check=Off");
+  EXPECT_EQ(Papers("OHPInterLeave_Check=On"), "OHPInterLeave_Check:=Off/0 !Copies=2");
 }
 
 TEST_F(ChangeTest, EdgesMoveWithTheOrientation) {
-  Put("lpPRNType=3 lpBindPosit=4 lpMediaSource=7");
-  EXPECT_EQ(Papers("lpOrientation=1"), "lpBindPosit:=2/0");
-  Put("lpBindPosit=2");
-  EXPECT_EQ(Papers("lpOrientation=2"), "lpBindPosit:=4/0");
-  Put("lpPRNType=1 POD_Check=1 POD_OnePerSheet_Check=1 lpPOD_OnePerSheet=3");
-  EXPECT_EQ(Papers("lpOrientation=2"), "lpPOD_OnePerSheet:=5/0");
+  Put("lpPRNType=Booklet lpBindPosit=Top lpMediaSource=Auto");
+  EXPECT_EQ(Papers("lpOrientation=Portrait"), "lpBindPosit:=Left/0");
+  Put("lpBindPosit=Left");
+  EXPECT_EQ(Papers("lpOrientation=Landscape"), "lpBindPosit:=Top/0");
+  Put("lpPRNType=OneSided POD_Check=On POD_OnePerSheet_Check=On lpPOD_OnePerSheet=3");
+  EXPECT_EQ(Papers("lpOrientation=Landscape"), "lpPOD_OnePerSheet:=5/0");
   Put("lpPOD_OnePerSheet=5");
-  EXPECT_EQ(Papers("lpOrientation=1"), "lpPOD_OnePerSheet:=3/0");
+  EXPECT_EQ(Papers("lpOrientation=Portrait"), "lpPOD_OnePerSheet:=3/0");
 }
 
 TEST_F(ChangeTest, TheFirstChecksOfAPass) {
-  Put("Chapter_Check=1 lpPRNType=1 lpOutputPaper=332");
+  Put("Chapter_Check=On lpPRNType=OneSided lpOutputPaper=332");
   log = {};
   EXPECT_TRUE(VerifyChapter(*engine, log));
   EXPECT_TRUE(CheckDoubleOnlyPaper(*engine, log));
-  EXPECT_EQ(Told(), "Chapter_Check:=0/21 lpOutputPaper:=330/22");
-  Put("lpPRNType=3");
+  EXPECT_EQ(Told(), "Chapter_Check:=Off/21 lpOutputPaper:=330/22");
+  Put("lpPRNType=Booklet");
   EXPECT_FALSE(VerifyChapter(*engine, log) || CheckDoubleOnlyPaper(*engine, log));
 
-  Change("lpPRNType=2");
+  Change("lpPRNType=TwoSided");
   AddPaperToRequest(*engine, request);
   EXPECT_EQ(request.count, 2);
   EXPECT_EQ(request.rows[1].control, Control(u"lpOutputPaper"));
   AddPaperToRequest(*engine, request);
   EXPECT_EQ(request.count, 2);
-  Put("lpOutputPaper=257");
-  Change("POD_OnePerSheet_Check=0");
+  Put("lpOutputPaper=SameAsDocument");
+  Change("POD_OnePerSheet_Check=Off");
   AddPaperToRequest(*engine, request);
   EXPECT_EQ(request.rows[1].control, Control(u"lpMediaSize"));
-  Put("POD_OnePerSheet_Check=1");
-  Change("POD_Check=1");
+  Put("POD_OnePerSheet_Check=On");
+  Change("POD_Check=On");
   AddPaperToRequest(*engine, request);
   EXPECT_EQ(request.count, 1);
-  Put("POD_OnePerSheet_Check=0");
-  Change("POD_Check=0");
+  Put("POD_OnePerSheet_Check=Off");
+  Change("POD_Check=Off");
   AddPaperToRequest(*engine, request);
   EXPECT_EQ(request.count, 1);
 }
 
 TEST_F(ChangeTest, StaplesFollowTheEdge) {
-  EXPECT_EQ(Finish(ResolveStaple, "lpStaple=2"), "lpStaple:=1/0");  // with stapling off too
-  Put("lpBindPosit=4 lpStaple=2");
-  EXPECT_EQ(Finish(ResolveStaple, "lpStaple=1"), "lpStaple:=2/0");
-  Put("Staple_Check=1 lpOutputPaper=8 lpStaple=4 lpBindPosit=1");
-  EXPECT_EQ(Finish(ResolveStaple, "lpBindPosit=2"), "lpStaple:=1/0");
-  Put("lpOrientation=2");
-  EXPECT_EQ(Finish(ResolveStaple, "lpBindPosit=3"), "");
-  EXPECT_EQ(Finish(ResolveStaple, "lpBindPosit=4"), "lpStaple:=2/0");
-  Put("lpPRNType=3");
-  EXPECT_EQ(Finish(ResolveStaple, "lpBindPosit=4"), "");
+  EXPECT_EQ(Finish(ResolveStaple, "lpStaple=UpperLeft"), "lpStaple:=Corner/0");  // with stapling off too
+  Put("lpBindPosit=Top lpStaple=UpperLeft");
+  EXPECT_EQ(Finish(ResolveStaple, "lpStaple=Corner"), "lpStaple:=UpperLeft/0");
+  Put("Staple_Check=On lpOutputPaper=A3 lpStaple=TwoStaples lpBindPosit=Auto");
+  EXPECT_EQ(Finish(ResolveStaple, "lpBindPosit=Left"), "lpStaple:=Corner/0");
+  Put("lpOrientation=Landscape");
+  EXPECT_EQ(Finish(ResolveStaple, "lpBindPosit=Right"), "");
+  EXPECT_EQ(Finish(ResolveStaple, "lpBindPosit=Top"), "lpStaple:=UpperLeft/0");
+  Put("lpPRNType=Booklet");
+  EXPECT_EQ(Finish(ResolveStaple, "lpBindPosit=Top"), "");
 }
 
 TEST_F(ChangeTest, StaplesGiveWayToThePaperAndTheMedia) {
-  Put("lpOutputPaper=28");
-  EXPECT_EQ(Finish(ResolveStaple, "Staple_Check=1"), "Staple_Check:=0/0 !lpOutputPaper=28");
-  EXPECT_EQ(Finish(ResolveStaple, "lpOutputPaper=2059"), "Staple_Check:=0/0");
-  EXPECT_EQ(Finish(ResolveStaple, "lpStaple=3 lpBindPosit=4"), "Staple_Check:=0/0 !lpOutputPaper=2059");
-  EXPECT_EQ(Finish(ResolveStaple, "lpStaple=2"), "Staple_Check:=0/0");
-  EXPECT_EQ(Finish(ResolveStaple, "lpOutputPaper=9 lpBindPosit=3 lpStaple=1"), "");
-  Put("tray.1=6 lpMediaSource=1 Staple_Check=0");
-  EXPECT_EQ(Finish(ResolveStaple, "Staple_Check=1"), "Staple_Check:=0/0 !lpBindPosit=3");
+  Put("lpOutputPaper=EnvelopeC5");
+  EXPECT_EQ(Finish(ResolveStaple, "Staple_Check=On"), "Staple_Check:=Off/0 !lpOutputPaper=EnvelopeC5");
+  EXPECT_EQ(Finish(ResolveStaple, "lpOutputPaper=A5R"), "Staple_Check:=Off/0");
+  EXPECT_EQ(Finish(ResolveStaple, "lpStaple=UpperRight lpBindPosit=Top"), "Staple_Check:=Off/0 !lpOutputPaper=A5R");
+  EXPECT_EQ(Finish(ResolveStaple, "lpStaple=UpperLeft"), "Staple_Check:=Off/0");
+  EXPECT_EQ(Finish(ResolveStaple, "lpOutputPaper=A4 lpBindPosit=Right lpStaple=Corner"), "");
+  Put("tray.Tray1=6 lpMediaSource=Tray1 Staple_Check=Off");
+  EXPECT_EQ(Finish(ResolveStaple, "Staple_Check=On"), "Staple_Check:=Off/0 !lpBindPosit=Right");
 }
 
 TEST_F(ChangeTest, HolesGiveWay) {
-  EXPECT_EQ(Finish(ResolvePunch, "Punch_Check=1"), "");
-  Put("lpOutputPaper=2059");
-  EXPECT_EQ(Finish(ResolvePunch, "Punch_Check=1"), "");
-  EXPECT_EQ(Finish(ResolvePunch, "Staple_Check=1"), "Punch_Check:=0/0");  // not together
-  Put("Staple_Check=0 lpOutputPaper=28 Punch_Check=0");
-  EXPECT_EQ(Finish(ResolvePunch, "Punch_Check=1"), "Punch_Check:=0/0 !lpOutputPaper=28");
-  Put("lpOutputPaper=8 lpBindPosit=2 Punch_Check=0 lpOutputUnit=41 lpPunchHoles=4");
-  EXPECT_EQ(Finish(ResolvePunch, "Punch_Check=1"), "Punch_Check:=0/0 !lpBindPosit=2");
-  EXPECT_EQ(Finish(ResolvePunch, "lpOrientation=2"), "");
-  EXPECT_EQ(Finish(ResolvePunch, "lpLayout=8 Nup_Check=1"), "Punch_Check:=0/0");  // the layout turns the page
+  EXPECT_EQ(Finish(ResolvePunch, "Punch_Check=On"), "");
+  Put("lpOutputPaper=A5R");
+  EXPECT_EQ(Finish(ResolvePunch, "Punch_Check=On"), "");
+  EXPECT_EQ(Finish(ResolvePunch, "Staple_Check=On"), "Punch_Check:=Off/0");  // not together
+  Put("Staple_Check=Off lpOutputPaper=EnvelopeC5 Punch_Check=Off");
+  EXPECT_EQ(Finish(ResolvePunch, "Punch_Check=On"), "Punch_Check:=Off/0 !lpOutputPaper=EnvelopeC5");
+  Put("lpOutputPaper=A3 lpBindPosit=Left Punch_Check=Off lpOutputUnit=Floor2 lpPunchHoles=FourHoles");
+  EXPECT_EQ(Finish(ResolvePunch, "Punch_Check=On"), "Punch_Check:=Off/0 !lpBindPosit=Left");
+  EXPECT_EQ(Finish(ResolvePunch, "lpOrientation=Landscape"), "");
+  EXPECT_EQ(Finish(ResolvePunch, "lpLayout=TwoPages Nup_Check=On"), "Punch_Check:=Off/0");  // the layout turns the page
 }
 
 TEST_F(ChangeTest, AFoldThatTurnsThePaperLeavesTheSetting) {
-  Put("lpOutputPaper=2057 lpBindPosit=4 Punch_Check=1");
-  EXPECT_EQ(Finish(ResolvePunch, "lpOrientation=1"), "");  // edge 2 is free while the sheet runs short edge first
+  Put("lpOutputPaper=2057 lpBindPosit=Top Punch_Check=On");
+  EXPECT_EQ(Finish(ResolvePunch, "lpOrientation=Portrait"),
+            "");  // edge 2 is free while the sheet runs short edge first
   // Turned it is A4, whose long edge leads: a fold counts against it.
-  EXPECT_EQ(Finish(ResolvePunch, "lpFold=21"), "Punch_Check:=0/0");
+  EXPECT_EQ(Finish(ResolvePunch, "lpFold=21"), "Punch_Check:=Off/0");
   EXPECT_EQ(Value("lpOutputPaper"), 2057);
-  Put("lpOutputPaper=9 lpBindPosit=2");
+  Put("lpOutputPaper=A4 lpBindPosit=Left");
   EXPECT_EQ(Finish(ResolvePunch, "lpFold=0"), "");
-  EXPECT_EQ(Finish(ResolvePunch, "lpFold=22"), "Punch_Check:=0/0");
+  EXPECT_EQ(Finish(ResolvePunch, "lpFold=22"), "Punch_Check:=Off/0");
 }
 
 TEST_F(ChangeTest, FoldsJudgeWhatTheyFold) {
-  Put("FoldStaple_Check=1 lpOutputPaper=8");
-  EXPECT_EQ(Finish(ResolveFoldStaple, "lpBindPosit=2"), "");
-  EXPECT_EQ(Finish(ResolveFoldStaple, "lpPRNType=3"), "FoldStaple_Check:=0/0");  // the user's print type stays
-  EXPECT_EQ(Finish(ResolveFoldStaple, "lpBindPosit=3"), "lpPRNType:=1/0");
-  Put("lpPRNType=1");
-  EXPECT_EQ(Finish(ResolveFoldStaple, "lpPRNType=1 lpOutputPaper=88"), "FoldStaple_Check:=0/0");
-  EXPECT_EQ(Finish(ResolveFoldStaple, "FoldStaple_Check=1"), "FoldStaple_Check:=0/0 !lpOutputPaper=88");
-  Put("lpOutputPaper=2382 lpSaddleUnit=1");
+  Put("FoldStaple_Check=On lpOutputPaper=A3");
+  EXPECT_EQ(Finish(ResolveFoldStaple, "lpBindPosit=Left"), "");
+  EXPECT_EQ(Finish(ResolveFoldStaple, "lpPRNType=Booklet"), "FoldStaple_Check:=Off/0");  // the user's print type stays
+  EXPECT_EQ(Finish(ResolveFoldStaple, "lpBindPosit=Right"), "lpPRNType:=OneSided/0");
+  Put("lpPRNType=OneSided");
+  EXPECT_EQ(Finish(ResolveFoldStaple, "lpPRNType=OneSided lpOutputPaper=B6"), "FoldStaple_Check:=Off/0");
+  EXPECT_EQ(Finish(ResolveFoldStaple, "FoldStaple_Check=On"), "FoldStaple_Check:=Off/0 !lpOutputPaper=B6");
+  Put("lpOutputPaper=Size425x55R lpSaddleUnit=NotInstalled");
   EXPECT_EQ(Finish(ResolveFoldStaple, "Saddle_Check=1"), "");  // no unit, nothing available to give way
-  Put("lpSaddleUnit=2 Saddle_Check=0 lpOutputPaper=8 lpPRNType=1 POD_Check=1 POD_OnePerSheet_Check=1 Fold_Check=1");
-  EXPECT_EQ(Finish(ResolveFold, "lpFold=11"), "POD_OnePerSheet_Check:=0/0");
-  EXPECT_EQ(Finish(ResolveFold, "POD_OnePerSheet_Check=1"), "Fold_Check:=0/0");
-  EXPECT_EQ(Finish(ResolveFold, "lpFold=31 lpOutputPaper=28"), "");
+  Put("lpSaddleUnit=Installed Saddle_Check=0 lpOutputPaper=A3 lpPRNType=OneSided POD_Check=On POD_OnePerSheet_Check=On "
+      "Fold_Check=On");
+  EXPECT_EQ(Finish(ResolveFold, "lpFold=Center"), "POD_OnePerSheet_Check:=Off/0");
+  EXPECT_EQ(Finish(ResolveFold, "POD_OnePerSheet_Check=On"), "Fold_Check:=Off/0");
+  EXPECT_EQ(Finish(ResolveFold, "lpFold=31 lpOutputPaper=EnvelopeC5"), "");
 }
 
 TEST_F(ChangeTest, InterleavingFindsItsTrays) {
-  Put("tray.1=2 tray.2=1 tray.258=1 tray.259=1 tray.270=1 lpMediaSource=1 lpOIPaperTray=2");
-  EXPECT_EQ(Interleave("OHPInterLeave_Check=1"), "");
-  EXPECT_EQ(Interleave("lpOIPaperTray=1"), "lpOIPaperTray:=270/0");  // the last tray with paper
-  Put("lpMediaSource=2 OHPInterLeave_Check=0");
-  EXPECT_EQ(Interleave("OHPInterLeave_Check=1"), "OHPInterLeave_Check:=0/0 !lpMediaSource=2");
-  Put("tray.1=1 lpMediaSource=1");
-  EXPECT_EQ(Interleave("OHPInterLeave_Check=1"), "OHPInterLeave_Check:=0/0");
-  EXPECT_EQ(Interleave("OHPInterLeave_Check=0"), "");
+  Put("tray.Tray1=Transparency tray.Tray2=Plain tray.Tray3=Plain tray.Tray4=Plain tray.Large=Plain lpMediaSource=Tray1 "
+      "lpOIPaperTray=Tray2");
+  EXPECT_EQ(Interleave("OHPInterLeave_Check=On"), "");
+  EXPECT_EQ(Interleave("lpOIPaperTray=Tray1"), "lpOIPaperTray:=Large/0");  // the last tray with paper
+  Put("lpMediaSource=Tray2 OHPInterLeave_Check=Off");
+  EXPECT_EQ(Interleave("OHPInterLeave_Check=On"), "OHPInterLeave_Check:=Off/0 !lpMediaSource=Tray2");
+  Put("tray.Tray1=Plain lpMediaSource=Tray1");
+  EXPECT_EQ(Interleave("OHPInterLeave_Check=On"), "OHPInterLeave_Check:=Off/0");
+  EXPECT_EQ(Interleave("OHPInterLeave_Check=Off"), "");
 }
 
 TEST_F(ChangeTest, TraysTakeThePaperOrGiveWay) {
   EXPECT_EQ(Trays({}), "");
-  const std::string first = std::to_string(GetControlBlock(*engine, 120)->Items()[0].value);
-  Put("lpMediaSource=270 lpOutputPaper=8");
+  const std::string first = "Auto";  // of the list
+  Put("lpMediaSource=Large lpOutputPaper=A3");
   EXPECT_EQ(Trays({}), " lpMediaSource:=" + first + "/0");
   // What is pending is tried, and corrected in its place.
-  Put("lpMediaSource=1");
+  Put("lpMediaSource=Tray1");
   EXPECT_EQ(Trays({{Control(u"lpMediaSource"), 270, Reason::kPair}, {Control(u"lpPRNType"), 2, Reason::kPair}}),
-            " lpMediaSource:=" + first + "/2 lpPRNType:=2/2");
+            " lpMediaSource:=" + first + "/2 lpPRNType:=TwoSided/2");
   Put("lpMediaSource=" + first);
   EXPECT_EQ(Trays({{Control(u"lpMediaSource"), 270, Reason::kPair}}), "");  // it would stay what it is
-  Put("lpMediaSource=270");
+  Put("lpMediaSource=Large");
   log = {};
   AddOpposition(log, Control(u"Zoom"), 1);
   ResolveTrays(*engine, log, nullptr);
@@ -295,10 +305,10 @@ TEST_F(ChangeTest, TraysTakeThePaperOrGiveWay) {
 }
 
 TEST_F(ChangeTest, OutputTraysFollowPendingFinishing) {
-  Put("lpOutputTray=11");
-  EXPECT_EQ(Trays({{Control(u"FoldStaple_Check"), 1, Reason::kPair}}), " FoldStaple_Check:=1/2 lpOutputTray:=1/0");
-  Put("lpOutput=1 lpOutputTray=31");
-  EXPECT_EQ(Trays({}), " lpOutputTray:=" + std::to_string(engine->Default(Control(u"lpOutputTray"))) + "/0");
+  Put("lpOutputTray=Tray1");
+  EXPECT_EQ(Trays({{Control(u"FoldStaple_Check"), 1, Reason::kPair}}), " FoldStaple_Check:=On/2 lpOutputTray:=Auto/0");
+  Put("lpOutput=Fax lpOutputTray=Tray2");
+  EXPECT_EQ(Trays({}), " lpOutputTray:=Auto/0");
 }
 
 TEST_F(ChangeTest, ARequestHoldsEachControlOnceAndALogRefusesTheRest) {

@@ -29,7 +29,7 @@ class SecondOpinionTest : public EngineTest {
     engine->Set(Control(u"lpPOD_OnePerSheet"), static_cast<uint16_t>(1 + random() % 6));
     engine->Set(Control(u"lpFold"), std::array<uint16_t, 6>{0, 11, 12, 21, 22, 31}[random() % 6]);
     engine->Set(Control(u"lpFoldStaple"), static_cast<uint16_t>(random() % 4));
-    engine->Set(Control(u"lpOutput.902"), random() % 8 == 0 ? 1 : 2);
+    engine->Set(Control(u"lpOutput.Fax"), random() % 8 == 0 ? 1 : 2);
     if (random() % 2 == 0) engine->Set(Control(u"Layout_Check2"), 1);
     *FieldsOf(*ui, ParamNamed<u"AdhesiveBind_Check">()).value = random() % 8 == 0;
     *FieldsOf(*ui, ParamNamed<u"lpGraphicsMode">()).value = static_cast<uint16_t>(1 + random() % 2);

@@ -48,13 +48,13 @@ TEST_F(EvaluateTest, SpeaksOfControlsAndValues) {
 }
 
 TEST_F(EvaluateTest, SnapshotsBringBackValuesAndTrays) {
-  Put("tray.1=2 Copies=3 lpMediaSource=1");
+  Put("tray.Tray1=Transparency Copies=3 lpMediaSource=Tray1");
   SnapshotValues(*engine);
-  Put("tray.1=3 Copies=9");
-  engine->Set(Control(u"trayMediaType.3310"), 8);
+  Put("tray.Tray1=Special2 Copies=9");
+  engine->Set(Control(u"trayMediaType.page"), 8);
   RestoreValues(*engine);
   EXPECT_EQ(Value("Copies"), 3);
-  EXPECT_EQ(Value("trayMediaType.3310"), 2);
+  EXPECT_EQ(Value("trayMediaType.page"), "Transparency");
   EXPECT_EQ(MediaOfTray(*engine, 1).mediaType, 2);
 }
 
@@ -64,11 +64,11 @@ TEST_F(EvaluateTest, TheFirstRowOfATrayCountsAndAMissingOneIsDefault) {
   table[6] = 3;   // media type of the first row
   table[12] = 8;  // of the second
   EXPECT_EQ(MediaOfTray(*engine, 77).mediaType, 3);
-  EXPECT_EQ(MediaOfTray(*engine, 1).mediaType, engine->Default(Control(u"trayMediaType.3310")));
-  Put("lpFrontCoverTray=77 lpBackCoverTray=1");
-  EXPECT_EQ(Value("trayMediaType.3330"), 3);
-  EXPECT_FALSE(StoreTrayMedia(*engine, Control(u"trayWeight.3351"), 1));
-  EXPECT_TRUE(StoreTrayMedia(*engine, Control(u"trayPunched.3333"), 1));
+  EXPECT_EQ(MediaOfTray(*engine, 1).mediaType, engine->Default(Control(u"trayMediaType.page")));
+  Put("lpFrontCoverTray=77 lpBackCoverTray=Tray1");
+  EXPECT_EQ(Value("trayMediaType.frontCover"), "Special2");
+  EXPECT_FALSE(StoreTrayMedia(*engine, Control(u"trayWeight.backCover"), 1));
+  EXPECT_TRUE(StoreTrayMedia(*engine, Control(u"trayPunched.frontCover"), 1));
   EXPECT_EQ(MediaOfTray(*engine, 77).punched, 1);
 }
 
@@ -77,14 +77,15 @@ TEST_F(EvaluateTest, DeviceGatesCloseWhatRulesOpen) {
     const char* settings;
     const char* open;  ///< of Staple_Check, Punch_Check, FoldStaple_Check, Collate_Check
   };
-  for (const Case& c : std::initializer_list<Case>{{"lpOutputUnit=1 lpPunchKit=21 lpSaddleUnit=1", "0000"},
-                                                   {"lpOutputUnit=5 lpPunchKit=21 lpSaddleUnit=1", "0000"},
-                                                   {"lpOutputUnit=2 lpPunchKit=1 lpSaddleUnit=1", "1001"},
-                                                   {"lpOutputUnit=2 lpPunchKit=23 lpSaddleUnit=1", "1101"},
-                                                   {"lpOutputUnit=3 lpPunchKit=21 lpSaddleUnit=2", "1111"},
-                                                   {"lpOutputUnit=42 lpPunchKit=1 lpSaddleUnit=1", "1101"},
-                                                   {"lpOutputUnit=1 lpPunchKit=1 lpSaddleUnit=2", "0010"}}) {
-    Put(std::string("Layout_Check2=1 lpOutput=2 ") + c.settings);
+  for (const Case& c : std::initializer_list<Case>{
+           {"lpOutputUnit=NotInstalled lpPunchKit=TwoHoles lpSaddleUnit=NotInstalled", "0000"},
+           {"lpOutputUnit=Separator lpPunchKit=TwoHoles lpSaddleUnit=NotInstalled", "0000"},
+           {"lpOutputUnit=Bin lpPunchKit=NotInstalled lpSaddleUnit=NotInstalled", "1001"},
+           {"lpOutputUnit=Bin lpPunchKit=FourHoles lpSaddleUnit=NotInstalled", "1101"},
+           {"lpOutputUnit=BinAndExit2 lpPunchKit=TwoHoles lpSaddleUnit=Installed", "1111"},
+           {"lpOutputUnit=Floor2And3 lpPunchKit=NotInstalled lpSaddleUnit=NotInstalled", "1101"},
+           {"lpOutputUnit=NotInstalled lpPunchKit=NotInstalled lpSaddleUnit=Installed", "0010"}}) {
+    Put(std::string("Layout_Check2=On lpOutput=Printer ") + c.settings);
     std::string open;
     for (const char* name : {"Staple_Check", "Punch_Check", "FoldStaple_Check", "Collate_Check"}) {
       open += Available(name) ? '1' : '0';
@@ -96,20 +97,20 @@ TEST_F(EvaluateTest, DeviceGatesCloseWhatRulesOpen) {
 }
 
 TEST_F(EvaluateTest, AClosedParentClosesItsChildren) {
-  Put("Layout_Check2=1 lpOutputUnit=2 Staple_Check=1");
+  Put("Layout_Check2=On lpOutputUnit=Bin Staple_Check=On");
   EXPECT_TRUE(Available("lpStaple"));
-  Put("lpOutputUnit=1");
+  Put("lpOutputUnit=NotInstalled");
   EXPECT_FALSE(Available("lpStaple"));
-  Put("lpOutputUnit=2 Layout_Check2=0");
+  Put("lpOutputUnit=Bin Layout_Check2=Off");
   EXPECT_FALSE(Available("lpStaple"));
-  Put("POD_Check=1 POD_OnePerSheet_Check=1");
+  Put("POD_Check=On POD_OnePerSheet_Check=On");
   EXPECT_TRUE(Available("lpPOD_OnePerSheet"));
-  Put("POD_Check=0");
+  Put("POD_Check=Off");
   EXPECT_FALSE(Available("lpPOD_OnePerSheet"));
 }
 
 TEST_F(EvaluateTest, FaxClosesItsControlsWhateverElseHolds) {
-  Put("lpOutput=1 Layout_Check2=1 lpOutputUnit=2 Nup_Check=1 lpPRNType=2 Chapter_Check=1");
+  Put("lpOutput=Fax Layout_Check2=On lpOutputUnit=Bin Nup_Check=On lpPRNType=TwoSided Chapter_Check=On");
   for (const OutputModeGate& gate : kOutputModeGates) {
     if (FirstEnableRule(gate.control) >= 0) {
       EXPECT_FALSE(Available(gate.control)) << gate.control;
@@ -123,21 +124,21 @@ TEST_F(EvaluateTest, FaxClosesItsControlsWhateverElseHolds) {
 
 TEST_F(EvaluateTest, GroupsAndFunctionsDecide) {
   for (const int type : {1, 2, 3}) {
-    Put("lpPRNType=" + std::to_string(type) + " Chapter_Check=1");
+    Put("lpPRNType=" + std::to_string(type) + " Chapter_Check=On");
     EXPECT_EQ(Available("Chapter_Check"), type != 1) << type;
     EXPECT_EQ(Available(316), type != 1) << type;
   }
-  Put("lpOverlay=1");
+  Put("lpOverlay=NoOverlay");
   EXPECT_FALSE(Available(407) || Available(404) || Available(405));
-  Put("lpOverlay=2");
+  Put("lpOverlay=CreateForm");
   EXPECT_TRUE(Available(407) && !Available(404));
-  Put("lpOverlay=3");
+  Put("lpOverlay=PrintWithForm");
   EXPECT_TRUE(Available(407) && Available(404) && !Available(405));
   uint16_t* const graphics = FieldsOf(*ui, ParamNamed<u"lpGraphicsMode">()).value;
   *graphics = 2;
-  Put("lpPDLType=4");
+  Put("lpPDLType=PclXlMode4");
   EXPECT_TRUE(Available(402));
-  Put("lpPDLType=1");
+  Put("lpPDLType=Pcl5");
   EXPECT_FALSE(Available(402));
   EXPECT_TRUE(IsControlUsable(*engine, 402));
 }
@@ -145,7 +146,7 @@ TEST_F(EvaluateTest, GroupsAndFunctionsDecide) {
 TEST_F(EvaluateTest, ThePerPageListNeedsARowAndTheFocus) {
   auto& rows = SlotAs<u"InterSheetListData_PageListNum", uint16_t>(*ui);
   view.row_selected = true;
-  Put("InterSheet_Check=1");
+  Put("InterSheet_Check=On");
   EXPECT_TRUE(Available(250) && !Available(251) && Available(2444));
   rows = 1;
   Put("");
@@ -156,38 +157,40 @@ TEST_F(EvaluateTest, ThePerPageListNeedsARowAndTheFocus) {
   EvaluateRules(*engine, nullptr);
   EXPECT_FALSE(Available(253));
   view.row_selected = true;
-  Put("InterSheet_Check=0");
+  Put("InterSheet_Check=Off");
   EXPECT_FALSE(Available(250) || Available(251));
 }
 
 TEST_F(EvaluateTest, InterleavingNeedsTransparenciesAndPaper) {
   const std::string plain =
-      "lpOutput=2 lpSourceUnit=4 tray.7=1 tray.1=1 tray.2=1 tray.258=1 tray.259=1 tray.270=1 tray.4=1 ";
-  Put(plain + "lpMediaSource=1 lpOutputPaper=9 OHPInterLeave_Check=1");
+      "lpOutput=Printer lpSourceUnit=Tray3And4AndLarge tray.Auto=Plain tray.Tray1=Plain tray.Tray2=Plain "
+      "tray.Tray3=Plain tray.Tray4=Plain tray.Large=Plain tray.Bypass=Plain ";
+  Put(plain + "lpMediaSource=Tray1 lpOutputPaper=A4 OHPInterLeave_Check=On");
   EXPECT_FALSE(Available("OHPInterLeave_Check"));
-  Put("tray.1=2 lpMediaSource=1");
+  Put("tray.Tray1=Transparency lpMediaSource=Tray1");
   EXPECT_TRUE(Available("OHPInterLeave_Check"));
   EXPECT_TRUE(Available("lpOIPaperTray"));
   EXPECT_FALSE(Available("Copies"));  // locked while transparencies come from the main tray
-  Put("lpMediaSource=2");
+  Put("lpMediaSource=Tray2");
   EXPECT_TRUE(Available("Copies"));
-  EXPECT_TRUE(Forbids("lpOIPaperTray", 1));
-  EXPECT_FALSE(Forbids("lpOIPaperTray", 2));
+  EXPECT_TRUE(Forbids("lpOIPaperTray", "Tray1"));
+  EXPECT_FALSE(Forbids("lpOIPaperTray", "Tray2"));
   Put("lpMediaSource=9999");
   EXPECT_FALSE(Available("OHPInterLeave_Check") || Available("Copies"));
-  Put("lpMediaSource=1 tray.2=2 tray.258=2 tray.259=2 tray.270=2 lpMediaSource=1");
+  Put("lpMediaSource=Tray1 tray.Tray2=Transparency tray.Tray3=Transparency tray.Tray4=Transparency "
+      "tray.Large=Transparency lpMediaSource=Tray1");
   EXPECT_FALSE(Available("OHPInterLeave_Check"));  // no paper is left to put between
 }
 
 TEST_F(EvaluateTest, StatesAreLiftedSavedAndShown) {
-  Put("lpOutputUnit=1");
+  Put("lpOutputUnit=NotInstalled");
   const RuleStates saved = SaveRuleStates(*engine);
   {
     const LiftControl lift(*engine, 130);
     EXPECT_TRUE(Available(130) && Available("Staple_Check"));
   }
   EXPECT_FALSE(Available(130) || Available("Staple_Check"));
-  Put("lpOutputUnit=2 Layout_Check2=1");
+  Put("lpOutputUnit=Bin Layout_Check2=On");
   EXPECT_TRUE(Available(130));
   RestoreRuleStates(*engine, saved);
   EXPECT_FALSE(Available(130));
@@ -196,14 +199,15 @@ TEST_F(EvaluateTest, StatesAreLiftedSavedAndShown) {
   EXPECT_EQ(GetRuleParent(111), 65535);
 
   ui->head().activeDialogId = 600;
-  Put("lpOutput=2 PrintCAD_Check=0");
+  Put("lpOutput=Printer PrintCAD_Check=Off");
   ApplyAvailability(*engine, &view);
   EXPECT_EQ(view.enabled, "635+ 649+ 638- 639- ");
   ApplyAvailability(*engine, nullptr);
 }
 
 TEST_F(EvaluateTest, AvailabilityIsAFunctionOfValues) {
-  Put("tray.1=2 lpMediaSource=1 OHPInterLeave_Check=1 lpOutputUnit=3 lpSaddleUnit=2");
+  Put("tray.Tray1=Transparency lpMediaSource=Tray1 OHPInterLeave_Check=On lpOutputUnit=BinAndExit2 "
+      "lpSaddleUnit=Installed");
   const RuleStates first = SaveRuleStates(*engine);
   const std::string items = Forbidden("lpOIPaperTray");
   // What was computed before leaves no trace.
@@ -218,8 +222,9 @@ TEST_F(EvaluateTest, AvailabilityIsAFunctionOfValues) {
 }
 
 TEST_F(EvaluateTest, NothingIsAllocated) {
-  Put("tray.1=2 lpMediaSource=1 lpOutputUnit=3 Layout_Check2=1 Staple_Check=1 lpOutputTray=101 OHPInterLeave_Check=1");
-  Change("Staple_Check=1");
+  Put("tray.Tray1=Transparency lpMediaSource=Tray1 lpOutputUnit=BinAndExit2 Layout_Check2=On Staple_Check=On "
+      "lpOutputTray=MailBin1 OHPInterLeave_Check=On");
+  Change("Staple_Check=On");
   const test::FailingNew none(0);
   EvaluateRules(*engine, nullptr);
   ComputeAllItemStatus(*engine);
@@ -234,10 +239,10 @@ TEST_F(EvaluateTest, NothingIsAllocated) {
 }
 
 TEST_F(EvaluateTest, AClonesValuesCountWhileItIsBound) {
-  Put("lpOutputUnit=2 Layout_Check2=1");
+  Put("lpOutputUnit=Bin Layout_Check2=On");
   UiStatePtr clone = CloneUiState(*ui);
   BindControls(*engine, *clone);
-  Put("lpOutputUnit=1");
+  Put("lpOutputUnit=NotInstalled");
   EXPECT_FALSE(Available("Staple_Check"));
   BindControls(*engine, *ui);
   Put("");
@@ -246,93 +251,98 @@ TEST_F(EvaluateTest, AClonesValuesCountWhileItIsBound) {
 }
 
 TEST_F(EvaluateTest, ItemsFollowCombinationsOfValues) {
-  Put("lpSourceUnit=1 lpMediaSource=7 lpOutputPaper=9 lpOutput=2");
-  EXPECT_EQ(Forbidden("lpMediaSource"), "258 259 270");
-  Put("lpSourceUnit=2");
-  EXPECT_EQ(Forbidden("lpMediaSource"), "270");
+  Put("lpSourceUnit=NotInstalled lpMediaSource=Auto lpOutputPaper=A4 lpOutput=Printer");
+  EXPECT_EQ(Forbidden("lpMediaSource"), "Tray3 Tray4 Large");
+  Put("lpSourceUnit=Tray3And4");
+  EXPECT_EQ(Forbidden("lpMediaSource"), "Large");
   // A device option is held back only by other device options, and not by those below it.
-  Put("lpOutputUnit=2 lpOutputTray=11 lpMailBinKit=2");
-  EXPECT_FALSE(Forbids("lpOutputUnit", 1));
-  Put("lpOutputUnit=1");
-  EXPECT_TRUE(Forbids("lpOutputUnit", 1));  // a kit that can't be chosen any more does hold it back
-  EXPECT_TRUE(Forbids("lpOutputTray", 11));
+  Put("lpOutputUnit=Bin lpOutputTray=Tray1 lpMailBinKit=Installed");
+  EXPECT_FALSE(Forbids("lpOutputUnit", "NotInstalled"));
+  Put("lpOutputUnit=NotInstalled");
+  EXPECT_TRUE(Forbids("lpOutputUnit", "NotInstalled"));  // a kit that can't be chosen any more does hold it back
+  EXPECT_TRUE(Forbids("lpOutputTray", "Tray1"));
   EXPECT_EQ(Forbidden("lpMailBinKit"), "");  // fixed
-  Put("Layout_Check2=1 lpOutputUnit=2 Staple_Check=1 lpMailBinKit=2 lpOutputPaper=9");
-  EXPECT_TRUE(Forbids("lpOutputTray", 101));
-  Put("Layout_Check2=0");  // nothing staples now
-  EXPECT_FALSE(Forbids("lpOutputTray", 101));
+  Put("Layout_Check2=On lpOutputUnit=Bin Staple_Check=On lpMailBinKit=Installed lpOutputPaper=A4");
+  EXPECT_TRUE(Forbids("lpOutputTray", "MailBin1"));
+  Put("Layout_Check2=Off");  // nothing staples now
+  EXPECT_FALSE(Forbids("lpOutputTray", "MailBin1"));
   // The always usable ones count in fax mode too.
-  Put("EngSaveToner_Check=1 lpOutput=1");
-  EXPECT_TRUE(Forbids("lpSmoothing", 2));
+  Put("EngSaveToner_Check=On lpOutput=Fax");
+  EXPECT_TRUE(Forbids("lpSmoothing", "Low"));
 }
 
 TEST_F(EvaluateTest, ItemsFollowThePaper) {
-  Put("lpOutput=2 lpSourceUnit=4 lpMediaSource=1 lpOutputPaper=9 lpPRNType=1 Layout_Check2=1");
-  EXPECT_EQ(Forbids("lpMediaSource", 270), false);
-  Put("lpOutputPaper=8");
-  EXPECT_TRUE(Forbids("lpMediaSource", 270));
-  EXPECT_FALSE(Forbids("lpMediaSource", 1));
-  Put("lpOutputPaper=257 lpMediaSize=9");  // the same as the document: 9 is tested
-  EXPECT_FALSE(Forbids("lpMediaSource", 270));
-  EXPECT_FALSE(Forbids("lpOutputPaper", 9));
-  Put("lpOutputPaper=9 lpPRNType=3");  // a booklet needs the double sheet
-  EXPECT_TRUE(Forbids("lpMediaSource", 270));
+  Put("lpOutput=Printer lpSourceUnit=Tray3And4AndLarge lpMediaSource=Tray1 lpOutputPaper=A4 lpPRNType=OneSided "
+      "Layout_Check2=On");
+  EXPECT_EQ(Forbids("lpMediaSource", "Large"), false);
+  Put("lpOutputPaper=A3");
+  EXPECT_TRUE(Forbids("lpMediaSource", "Large"));
+  EXPECT_FALSE(Forbids("lpMediaSource", "Tray1"));
+  Put("lpOutputPaper=SameAsDocument lpMediaSize=A4");  // the same as the document: 9 is tested
+  EXPECT_FALSE(Forbids("lpMediaSource", "Large"));
+  EXPECT_FALSE(Forbids("lpOutputPaper", "A4"));
+  Put("lpOutputPaper=A4 lpPRNType=Booklet");  // a booklet needs the double sheet
+  EXPECT_TRUE(Forbids("lpMediaSource", "Large"));
   // Custom papers are alike.
-  Put("lpPRNType=1 lpOutputPaper=256");
+  Put("lpPRNType=OneSided lpOutputPaper=Custom10");
   const std::string custom =
       Forbidden("lpMediaSource") + "/" + Forbidden("lpPRNType") + "/" + Forbidden("lpOutputTray");
-  Put("lpOutputPaper=515");
+  Put("lpOutputPaper=Custom3");
   EXPECT_EQ(Forbidden("lpMediaSource") + "/" + Forbidden("lpPRNType") + "/" + Forbidden("lpOutputTray"), custom);
   EXPECT_NE(custom, "//");
 }
 
 TEST_F(EvaluateTest, ABookletForbidsTheWrongEdge) {
-  Put("lpOutput=2 Layout_Check2=1 Nup_Check=0 lpPRNType=3 lpOrientation=1");
-  EXPECT_EQ(Forbidden("lpBindPosit"), "4");
-  Put("lpOrientation=2");
-  EXPECT_EQ(Forbidden("lpBindPosit"), "2 3");
-  Put("Nup_Check=1 lpLayout=8");
-  EXPECT_EQ(Forbidden("lpBindPosit"), "4");
-  Put("lpPRNType=2");
+  Put("lpOutput=Printer Layout_Check2=On Nup_Check=Off lpPRNType=Booklet lpOrientation=Portrait");
+  EXPECT_EQ(Forbidden("lpBindPosit"), "Top");
+  Put("lpOrientation=Landscape");
+  EXPECT_EQ(Forbidden("lpBindPosit"), "Left Right");
+  Put("Nup_Check=On lpLayout=TwoPages");
+  EXPECT_EQ(Forbidden("lpBindPosit"), "Top");
+  Put("lpPRNType=TwoSided");
   EXPECT_EQ(Forbidden("lpBindPosit"), "");
 }
 
 TEST_F(EvaluateTest, FinishingForbidsPapersAndPositions) {
-  Put("lpOutput=2 lpOutputUnit=2 lpPunchKit=21 Layout_Check2=1 lpPRNType=1 lpBindPosit=2 lpOrientation=1 "
-      "Staple_Check=1 "
-      "lpStaple=4 lpMediaSize=8 lpOutputPaper=8 lpOutputTray=1");
-  EXPECT_EQ(Forbidden("lpStaple"), "2 3 4");  // contrary to the binding edge; not along that of A3
-  EXPECT_TRUE(Forbids("lpOutputPaper", 88));
-  Put("lpBindPosit=4");
-  EXPECT_EQ(Forbidden("lpStaple"), "1");
-  Put("lpBindPosit=1 Staple_Check=0 Punch_Check=1 lpPunchHoles=2 lpOutputPaper=9");
-  EXPECT_EQ(Forbidden("lpPunchHoles"), "3 4");  // the kit makes two holes
-  EXPECT_TRUE(Forbids("lpOutputPaper", 28));
-  EXPECT_FALSE(Forbids("lpOutputPaper", 2059));  // only together with staples
-  Put("Staple_Check=1");
-  EXPECT_TRUE(Forbids("lpOutputPaper", 2059));
-  Put("lpBindPosit=2 Staple_Check=0 lpOutputPaper=8");
-  EXPECT_EQ(Forbidden("lpPunchHoles"), "2 3 4");
-  Put("lpOrientation=2");
-  EXPECT_EQ(Forbidden("lpPunchHoles"), "3 4");
-  Put("lpSaddleUnit=2 Staple_Check=0 Punch_Check=0 FoldStaple_Check=1 lpFoldStaple=1 lpOutputUnit=3 lpOutputPaper=9");
-  EXPECT_TRUE(Forbids("lpOutputPaper", 88));  // folds only as the sheet of a booklet
-  EXPECT_FALSE(Forbids("lpOutputPaper", 8));
+  Put("lpOutput=Printer lpOutputUnit=Bin lpPunchKit=TwoHoles Layout_Check2=On lpPRNType=OneSided lpBindPosit=Left "
+      "lpOrientation=Portrait "
+      "Staple_Check=On "
+      "lpStaple=TwoStaples lpMediaSize=A3 lpOutputPaper=A3 lpOutputTray=Auto");
+  EXPECT_EQ(Forbidden("lpStaple"),
+            "UpperLeft UpperRight TwoStaples");  // contrary to the binding edge; not along that of A3
+  EXPECT_TRUE(Forbids("lpOutputPaper", "B6"));
+  Put("lpBindPosit=Top");
+  EXPECT_EQ(Forbidden("lpStaple"), "Corner");
+  Put("lpBindPosit=Auto Staple_Check=Off Punch_Check=On lpPunchHoles=TwoHoles lpOutputPaper=A4");
+  EXPECT_EQ(Forbidden("lpPunchHoles"), "ThreeHoles FourHoles");  // the kit makes two holes
+  EXPECT_TRUE(Forbids("lpOutputPaper", "EnvelopeC5"));
+  EXPECT_FALSE(Forbids("lpOutputPaper", "A5R"));  // only together with staples
+  Put("Staple_Check=On");
+  EXPECT_TRUE(Forbids("lpOutputPaper", "A5R"));
+  Put("lpBindPosit=Left Staple_Check=Off lpOutputPaper=A3");
+  EXPECT_EQ(Forbidden("lpPunchHoles"), "TwoHoles ThreeHoles FourHoles");
+  Put("lpOrientation=Landscape");
+  EXPECT_EQ(Forbidden("lpPunchHoles"), "ThreeHoles FourHoles");
+  Put("lpSaddleUnit=Installed Staple_Check=Off Punch_Check=Off FoldStaple_Check=On lpFoldStaple=FoldAndStaple "
+      "lpOutputUnit=BinAndExit2 lpOutputPaper=A4");
+  EXPECT_TRUE(Forbids("lpOutputPaper", "B6"));  // folds only as the sheet of a booklet
+  EXPECT_FALSE(Forbids("lpOutputPaper", "A3"));
 }
 
 TEST_F(EvaluateTest, AForbiddenValueMovesToTheFirstAllowedItem) {
-  Put("lpSourceUnit=1 lpMediaSource=259 lpOutputPaper=9 lpOutput=1");
+  Put("lpSourceUnit=NotInstalled lpMediaSource=Tray4 lpOutputPaper=A4 lpOutput=Fax");
   EXPECT_FALSE(Available("lpMediaSource"));
-  EXPECT_EQ(SelectFirstAvailable(*engine, 120), 1);
+  EXPECT_EQ(SelectFirstAvailable(*engine, 120), Selection::kMoved);
   EXPECT_EQ(Value("lpMediaSource"), GetControlBlock(*engine, 120)->Items()[0].value);
   EXPECT_FALSE(Available("lpMediaSource"));
-  EXPECT_EQ(SelectFirstAvailable(*engine, 120), 0);
-  EXPECT_EQ(SelectFirstAvailable(*engine, 130), 0);
-  EXPECT_EQ(SelectFirstAvailable(*engine, 9999), 0);
+  EXPECT_EQ(SelectFirstAvailable(*engine, 120), Selection::kStays);
+  EXPECT_EQ(SelectFirstAvailable(*engine, 130), Selection::kStays);
+  EXPECT_EQ(SelectFirstAvailable(*engine, 9999), Selection::kStays);
   // Transparencies everywhere.
-  Put("tray.1=2 tray.2=2 tray.258=2 tray.259=2 tray.270=2 tray.7=2 tray.4=2 lpOIPaperTray=2");
-  EXPECT_EQ(SelectFirstAvailable(*engine, 2024), 2);
-  EXPECT_EQ(Value("lpOIPaperTray"), 2);
+  Put("tray.Tray1=Transparency tray.Tray2=Transparency tray.Tray3=Transparency tray.Tray4=Transparency "
+      "tray.Large=Transparency tray.Auto=Transparency tray.Bypass=Transparency lpOIPaperTray=Tray2");
+  EXPECT_EQ(SelectFirstAvailable(*engine, 2024), Selection::kNoneAllowed);
+  EXPECT_EQ(Value("lpOIPaperTray"), "Tray2");
 }
 
 }  // namespace

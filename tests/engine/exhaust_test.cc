@@ -8,27 +8,27 @@
 #include <map>
 #include <random>
 
-#include "engine/fax_mode.h"
-#include "engine/opening.h"
-#include "engine/resolve_fixture.h"
+#include "changes/fax_mode.h"
+#include "changes/opening.h"
+#include "resolve_fixture.h"
 
 namespace heron::engine {
 namespace {
 
 constexpr const char* kStarts[] = {
     "",
-    "lpOutputUnit=2 lpMailBinKit=2 lpPunchKit=21 Punch_Check=1 lpPunchHoles=2",
-    "lpOutputUnit=2 lpMailBinKit=2 lpOutputTray=101",
-    "lpOutputUnit=3 lpSaddleUnit=2 lpPunchKit=22 FoldStaple_Check=1",
-    "lpOutputUnit=5 lpOutputTray=11",
-    "lpOutputUnit=41 Staple_Check=1",
-    "lpOutputUnit=42 Punch_Check=1 lpPunchHoles=3 lpSourceUnit=4",
-    "lpOutputUnit=43 Staple_Check=1 Punch_Check=1 lpPunchHoles=4 lpSourceUnit=5",
-    "lpOutputUnit=3 lpSaddleUnit=2 lpPRNType=3",
-    "lpFAXUnit=2 lpOutput=1",
-    "tray.7=2 OHPInterLeave_Check=1 lpSourceUnit=4",
-    "POD_Check=1 POD_OnePerSheet_Check=1 Layout_Check2=0 lpSourceUnit=4",
-    "lpPRNType=2 Front_Check=1 Back_Check=1 lpFrontCoverTray=1 lpBackCoverTray=2 Chapter_Check=1",
+    "lpOutputUnit=Bin lpMailBinKit=Installed lpPunchKit=TwoHoles Punch_Check=On lpPunchHoles=TwoHoles",
+    "lpOutputUnit=Bin lpMailBinKit=Installed lpOutputTray=MailBin1",
+    "lpOutputUnit=BinAndExit2 lpSaddleUnit=Installed lpPunchKit=TwoAndThreeHoles FoldStaple_Check=On",
+    "lpOutputUnit=Separator lpOutputTray=Tray1",
+    "lpOutputUnit=Floor2 Staple_Check=On",
+    "lpOutputUnit=Floor2And3 Punch_Check=On lpPunchHoles=ThreeHoles lpSourceUnit=Tray3And4AndLarge",
+    "lpOutputUnit=Floor4 Staple_Check=On Punch_Check=On lpPunchHoles=FourHoles lpSourceUnit=Tray3AndLarge",
+    "lpOutputUnit=BinAndExit2 lpSaddleUnit=Installed lpPRNType=Booklet",
+    "lpFAXUnit=Installed lpOutput=Fax",
+    "tray.Auto=Transparency OHPInterLeave_Check=On lpSourceUnit=Tray3And4AndLarge",
+    "POD_Check=On POD_OnePerSheet_Check=On Layout_Check2=Off lpSourceUnit=Tray3And4AndLarge",
+    "lpPRNType=TwoSided Front_Check=On Back_Check=On lpFrontCoverTray=Tray1 lpBackCoverTray=Tray2 Chapter_Check=On",
 };
 
 constexpr uint16_t kFaxDialog = 900;
@@ -63,9 +63,9 @@ const std::map<std::string, int> kExceptions = {
     {"open FoldStaple_Check", 11},
     {"open Punch_Check", 8},
     {"open Staple_Check", 6},
-    {"open lpOutput.902", 12},
-    // Shares its setting with lpMediaType.2921, under which the rules stand.
-    {"open lpMediaType.122", 41},
+    {"open lpOutput.Fax", 12},
+    // Shares its setting with lpMediaType.dialog, under which the rules stand.
+    {"open lpMediaType", 41},
 };
 
 class ExhaustTest : public ResolveTest {
@@ -120,7 +120,7 @@ class ExhaustTest : public ResolveTest {
 
   /// As the fax page does, which asks no rules; withdrawn by the caller's copy.
   void SwitchOutput(uint16_t value) {
-    engine->Set(Control(u"lpOutput.902"), value);
+    engine->Set(Control(u"lpOutput.Fax"), value);
     outcome = {.applied = ChangeOutputMode(*engine, &front)};
     resolver->log.count = 0;
   }

@@ -3,9 +3,9 @@
 
 #include <array>
 
+#include "changes/reports.h"
 #include "engine/page_list_text.h"
-#include "engine/reports.h"
-#include "engine/resolve_fixture.h"
+#include "resolve_fixture.h"
 
 namespace heron::engine {
 namespace {
@@ -48,7 +48,7 @@ TEST(PageText, NumbersAndTheirNormalForm) {
 class PageListTest : public ResolveTest {
  protected:
   PageListTest() {
-    Put("InterSheet_Check=1 lpSourceUnit=1");
+    Put("InterSheet_Check=On lpSourceUnit=NotInstalled");
     for (PageEntry& row : CurrentPages(*ui)) row = {};
     AddRow(0, 1);
     AddRow(0, 258);  // a tray of a larger paper feed unit
@@ -70,28 +70,29 @@ class PageListTest : public ResolveTest {
 };
 
 TEST_F(PageListTest, RowsThatTheSettingsForbidAreMarked) {
-  Put("lpInterSheetListTray=2 lpInterSheetListMediaType=3");
+  Put("lpInterSheetListTray=Tray2 lpInterSheetListMediaType=Special2");
   EXPECT_EQ(ValidatePerPageList(*engine, Conflicts::kNew), 1);
   EXPECT_EQ(Marks(), "14");
   EXPECT_EQ(ValidatePerPageList(*engine, Conflicts::kAll), 1);
   EXPECT_EQ(ValidatePerPageList(*engine, Conflicts::kNew), 0);
-  EXPECT_EQ(Value("lpInterSheetListTray"), 2) << "the row settings are put back";
-  EXPECT_EQ(Value("lpInterSheetListMediaType"), 3);
-  Put("lpSourceUnit=2");
+  EXPECT_EQ(Value("lpInterSheetListTray"), "Tray2") << "the row settings are put back";
+  EXPECT_EQ(Value("lpInterSheetListMediaType"), "Special2");
+  Put("lpSourceUnit=Tray3And4");
   EXPECT_EQ(ValidatePerPageList(*engine, Conflicts::kNew), -1);
   EXPECT_EQ(Marks(), "11");
-  Put("lpSourceUnit=1 InterSheet_Check=0");
+  Put("lpSourceUnit=NotInstalled InterSheet_Check=Off");
   EXPECT_EQ(ValidatePerPageList(*engine, Conflicts::kAll), 0);
   EXPECT_EQ(Marks(), "11") << "not looked at";
 }
 
 TEST_F(PageListTest, RepairTakesWhatIsAllowed) {
-  Put("lpInterSheetListTray=258 lpInterSheetListPRNType=0 lpInterSheetListStaple=11 InterSheetListStapleStop=1");
+  Put("lpInterSheetListTray=Tray3 lpInterSheetListPRNType=BlankSheet lpInterSheetListStaple=11 "
+      "InterSheetListStapleStop=1");
   const uint16_t output = Value("lpOutputPaper");
   EXPECT_EQ(CheckPerPageRow(*engine, false).failed, PerPageRowCheck::kTray) << "the first failure alone";
   EXPECT_EQ(Value("InterSheetListStapleStop"), 1);
   EXPECT_EQ(CheckPerPageRow(*engine, true).failed, PerPageRowCheck::kTray | PerPageRowCheck::kStapleStop);
-  EXPECT_FALSE(Forbids("lpInterSheetListTray", Value("lpInterSheetListTray")));
+  EXPECT_FALSE(Forbids("lpInterSheetListTray", std::to_string(uint16_t{Value("lpInterSheetListTray")})));
   EXPECT_EQ(Value("InterSheetListStapleStop"), 0);
   EXPECT_EQ(CheckPerPageRow(*engine, true).failed, 0);
   EXPECT_EQ(Value("lpOutputPaper"), output);
@@ -118,7 +119,7 @@ TEST_F(PageListTest, Messages) {
   EXPECT_EQ(DuplicatePagesText(pages), u"[28502][28503]1,2,3,4,5,...");
   EXPECT_EQ(DuplicatePagesText(std::span(pages).first(5)), u"[28502][28503]1,2,3,4,5,");
 
-  Put("lpInterSheetListTray=258 lpInterSheetListPRNType=0");
+  Put("lpInterSheetListTray=Tray3 lpInterSheetListPRNType=BlankSheet");
   const PerPageRowCheck repaired = CheckPerPageRow(*engine, true);
   EXPECT_EQ(platform::ToUtf8(RepairedRowText(*engine, repaired)), "[22226][20136] => [21531] \n");
   EXPECT_EQ(RepairedRowText(*engine, {}), u"");
@@ -127,23 +128,34 @@ TEST_F(PageListTest, Messages) {
 TEST_F(PageListTest, AnotherListTakesThePlaceOfTheWorkingOne) {
   const auto before = Bytes();
   front.yes = false;
-  EXPECT_EQ(Resolve("lpInterSheetList", 2), "0");
+  EXPECT_EQ(Resolve("lpInterSheetList", "List2"), "0");
   EXPECT_EQ(WorkingList(*ui), 2);
   EXPECT_EQ((SlotAs<u"InterSheetListData_PageListNum", uint16_t>(*ui)), 0);
   EXPECT_EQ(ui->stores.pageLists->lists[0].pageCount, 2);
-  EXPECT_EQ(Resolve("lpInterSheetList", 1), "0");
+  EXPECT_EQ(Resolve("lpInterSheetList", "List1"), "0");
   EXPECT_EQ(front.shown, "|[22227]") << "all conflicts of the list that comes count";
   EXPECT_EQ((SlotAs<u"InterSheetListData_PageListNum", uint16_t>(*ui)), 2);
   EXPECT_EQ(Marks(), "14");
 }
 
 TEST_F(PageListTest, NewConflictsAreToldWithTheChange) {
-  Put("lpSourceUnit=2");
+  Put("lpSourceUnit=Tray3And4");
   ValidatePerPageList(*engine, Conflicts::kAll);
-  EXPECT_EQ(Resolve("lpSourceUnit", 1), "0");
+  EXPECT_EQ(Resolve("lpSourceUnit", "NotInstalled"), "0");
   EXPECT_EQ(front.shown, "[20800]|[22227]");
-  EXPECT_EQ(Resolve("lpOrientation.107", 2), "0");
+  EXPECT_EQ(Resolve("lpOrientation.Landscape", "Landscape"), "0");
   EXPECT_EQ(front.shown, "") << "told before";
+}
+
+TEST_F(PageListTest, ARecallClosesItsListBeforeTheRemark) {
+  Put("lpSourceUnit=Tray3And4 lpOutputUnit=Bin lpMailBinKit=Installed Staple_Check=On");
+  ValidatePerPageList(*engine, Conflicts::kAll);
+  BeginAction(*resolver);
+  Put("lpSourceUnit=NotInstalled lpOutputTray=MailBin1");
+  RecordRecallDifferences(*resolver);
+  EXPECT_TRUE(ResolveRecall(*resolver, &front).applied);
+  EXPECT_TRUE(front.shown.starts_with("[22101]|[22102]")) << front.shown;
+  EXPECT_TRUE(front.shown.ends_with("[22104]\n[22227]\n")) << front.shown;
 }
 
 }  // namespace

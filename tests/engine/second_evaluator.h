@@ -53,11 +53,13 @@ class SecondEvaluator {
   using Availability = std::function<bool(int)>;
 
   void ReadControls();
+  void ReadValues();
   void ReadEnableRules();
   void ReadGates();
   void ReadRules(const std::u16string_view& text);
   void ReadPapers();
   int NumberOf(const std::string& name) const;
+  int ValueOf(const std::string& control, const std::string& word) const;
   std::vector<Term> Terms(const std::string& operand) const;
 
   bool Decide(const World& world, int control) const;
@@ -70,6 +72,8 @@ class SecondEvaluator {
   bool ByFinishing(const World& world, const Availability& available, int list, int value) const;
 
   std::map<std::string, int> numbers_;
+  std::map<std::string, std::string> parameters_;             ///< of controls that aren't found by their key
+  std::map<std::string, std::map<std::string, int>> values_;  ///< by name, by key or parameter
   std::map<int, int> dialogs_;
   std::set<int> fixed_;
   std::set<int> always_usable_;

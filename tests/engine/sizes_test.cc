@@ -2,7 +2,7 @@
 // of a millimetre smaller than the paper both ways: A4 20152 x 28852, A3 28852 x 41152.
 #include "engine/sizes.h"
 
-#include "engine/engine_fixture.h"
+#include "engine_fixture.h"
 
 namespace heron::engine {
 namespace {
@@ -26,31 +26,32 @@ TEST_F(SizesTest, ZoomFitsOnePaperIntoTheOther) {
   Custom(1).height = 11693;  // 29700
   Custom(2).width = 2000;    // 5080, printable 4232
   Custom(2).height = 2000;
-  EXPECT_EQ(ZoomOf("lpMediaSize=9 lpOutputPaper=257"), "100 off");
-  EXPECT_EQ(ZoomOf("lpOutputPaper=8"), "142");                  // 143 by width, 142 by height
-  EXPECT_EQ(ZoomOf("lpMediaSize=8 lpOutputPaper=9"), "69");     // 69.8 and 70.1
-  EXPECT_EQ(ZoomOf("lpMediaSize=9 lpOutputPaper=513"), "100");  // 99 without the tolerance
-  EXPECT_EQ(ZoomOf("lpMediaSize=8 lpOutputPaper=514"), "25");   // 14 and 10: never below the setting's range
-  EXPECT_EQ(ZoomOf("lpMediaSize=512 lpOutputPaper=9"), "100");  // a paper without a size
+  EXPECT_EQ(ZoomOf("lpMediaSize=A4 lpOutputPaper=SameAsDocument"), "100 off");
+  EXPECT_EQ(ZoomOf("lpOutputPaper=A3"), "142");                         // 143 by width, 142 by height
+  EXPECT_EQ(ZoomOf("lpMediaSize=A3 lpOutputPaper=A4"), "69");           // 69.8 and 70.1
+  EXPECT_EQ(ZoomOf("lpMediaSize=A4 lpOutputPaper=Custom1"), "100");     // 99 without the tolerance
+  EXPECT_EQ(ZoomOf("lpMediaSize=A3 lpOutputPaper=Custom2"), "25");      // 14 and 10: never below the setting's range
+  EXPECT_EQ(ZoomOf("lpMediaSize=CustomSize lpOutputPaper=A4"), "100");  // a paper without a size
 }
 
 TEST_F(SizesTest, MarginReducesThePage) {
   const std::string on =
-      "lpMediaSize=9 lpOutputPaper=257 BindMargin_Check=1 Layout_Check2=1 lpMarginMode=2 fMargin=10 ";
+      "lpMediaSize=A4 lpOutputPaper=SameAsDocument BindMargin_Check=On Layout_Check2=On lpMarginMode=Reduce "
+      "fMargin=10 ";
   Fields<u"lpBindMargin">() = 1;
-  EXPECT_EQ(ZoomOf(on), "95");             // 19152 of 20152
-  EXPECT_EQ(ZoomOf("bMargin=20"), "95");   // one-sided: the back has no say
-  EXPECT_EQ(ZoomOf("lpPRNType=2"), "90");  // 18152 of 20152
-  EXPECT_EQ(ZoomOf("lpPRNType=3"), "90");
-  EXPECT_EQ(ZoomOf("lpPRNType=1 lpOrientation=2"), "96");  // 27852 of 28852
-  EXPECT_EQ(ZoomOf("Nup_Check=1 lpLayout=8"), "95");       // two pages turn the sheet back
+  EXPECT_EQ(ZoomOf(on), "95");                    // 19152 of 20152
+  EXPECT_EQ(ZoomOf("bMargin=20"), "95");          // one-sided: the back has no say
+  EXPECT_EQ(ZoomOf("lpPRNType=TwoSided"), "90");  // 18152 of 20152
+  EXPECT_EQ(ZoomOf("lpPRNType=Booklet"), "90");
+  EXPECT_EQ(ZoomOf("lpPRNType=OneSided lpOrientation=Landscape"), "96");  // 27852 of 28852
+  EXPECT_EQ(ZoomOf("Nup_Check=On lpLayout=TwoPages"), "95");              // two pages turn the sheet back
   Fields<u"lpBindMargin">() = 3;
-  EXPECT_EQ(ZoomOf("lpOrientation=1 Nup_Check=0"), "96");
-  EXPECT_EQ(ZoomOf("lpOutputPaper=8"), "139");  // 28852 - 0 of 20152 is 143, 40152 of 28852
-  EXPECT_EQ(ZoomOf("lpMarginMode=1"), "142");
-  EXPECT_EQ(ZoomOf("lpMarginMode=2 BindMargin_Check=0"), "142");
+  EXPECT_EQ(ZoomOf("lpOrientation=Portrait Nup_Check=Off"), "96");
+  EXPECT_EQ(ZoomOf("lpOutputPaper=A3"), "139");  // 28852 - 0 of 20152 is 143, 40152 of 28852
+  EXPECT_EQ(ZoomOf("lpMarginMode=Shift"), "142");
+  EXPECT_EQ(ZoomOf("lpMarginMode=Reduce BindMargin_Check=Off"), "142");
   Custom(1).width = Custom(1).height = 400;  // 168 of which are printable
-  EXPECT_EQ(ZoomOf("lpMediaSize=513 BindMargin_Check=1"), "400");
+  EXPECT_EQ(ZoomOf("lpMediaSize=Custom1 BindMargin_Check=On"), "400");
   EXPECT_EQ(BindingMarginRanges(*ui).bits, 0x1400u);  // the back follows the front
 }
 
@@ -65,17 +66,17 @@ TEST_F(SizesTest, ChangesThatAskForANewZoom) {
       {"", 114, true},
       {"", 139, false},
       {"", 124, false},
-      {"Nup_Check=1", 124, true},
-      {"Nup_Check=1", 301, true},
-      {"Nup_Check=0", 123, false},
-      {"lpMarginMode=2 BindMargin_Check=0", 155, true},
-      {"lpMarginMode=1", 155, false},
-      {"lpMarginMode=1", 2301, true},
-      {"lpMarginMode=2", 2301, false},
-      {"BindMargin_Check=1 Layout_Check2=0", 123, true},
-      {"BindMargin_Check=1 Layout_Check2=1", 106, true},  // the margin reduces whatever was changed
+      {"Nup_Check=On", 124, true},
+      {"Nup_Check=On", 301, true},
+      {"Nup_Check=Off", 123, false},
+      {"lpMarginMode=Reduce BindMargin_Check=Off", 155, true},
+      {"lpMarginMode=Shift", 155, false},
+      {"lpMarginMode=Shift", 2301, true},
+      {"lpMarginMode=Reduce", 2301, false},
+      {"BindMargin_Check=On Layout_Check2=Off", 123, true},
+      {"BindMargin_Check=On Layout_Check2=On", 106, true},  // the margin reduces whatever was changed
   };
-  Put("lpMediaSize=9 lpOutputPaper=8 POD_Check=1");
+  Put("lpMediaSize=A4 lpOutputPaper=A3 POD_Check=On");
   for (const Case& row : cases) {
     Put(std::string(row.settings) + " Zoom=77");
     UpdateAutoZoom(*ui, row.id);
@@ -83,7 +84,7 @@ TEST_F(SizesTest, ChangesThatAskForANewZoom) {
   }
   for (const uint16_t mode : {uint16_t{1}, uint16_t{2}}) {
     Fields<u"lpGraphicsMode">() = mode;
-    Put("lpMarginMode=1 Zoom=77");
+    Put("lpMarginMode=Shift Zoom=77");
     UpdateAutoZoom(*ui, 612);
     EXPECT_EQ(Value("Zoom") != 77, mode == 1);
   }
@@ -106,9 +107,9 @@ TEST_F(SizesTest, CustomPaperFitsItsTray) {
     Custom(1) = {.width = width, .height = height, .unit = unit, .name = {}, .longFlag = 0};
     return CustomPaperFits(*ui);
   };
-  Put("lpMediaSize=9 lpOutputPaper=257");
+  Put("lpMediaSize=A4 lpOutputPaper=SameAsDocument");
   EXPECT_TRUE(fits(1, 1, 1)) << "not chosen";
-  Put("lpMediaSize=513");
+  Put("lpMediaSize=Custom1");
   EXPECT_TRUE(fits(3622, 5826, 1));   // 92.0 x 148.0 mm as they are stored: 9199 and 14798 hundredths
   EXPECT_FALSE(fits(3618, 5826, 1));  // 91.9 mm
   EXPECT_TRUE(fits(11692, 17000, 1));
@@ -130,14 +131,14 @@ TEST_F(SizesTest, CustomPaperTooWideLosesItsExcess) {
 }
 
 TEST_F(SizesTest, MarginRanges) {
-  const std::string on = "BindMargin_Check=1 Layout_Check2=1 lpMarginMode=2 ";
+  const std::string on = "BindMargin_Check=On Layout_Check2=On lpMarginMode=Reduce ";
   Fields<u"lpBindMargin">() = 1;
-  Put(on + "lpMediaSize=9 lpOutputPaper=257");
+  Put(on + "lpMediaSize=A4 lpOutputPaper=SameAsDocument");
   EXPECT_EQ(BindingMarginRanges(*ui).bits, 0u);  // 151 mm of room
   EXPECT_EQ(BindingMarginRanges(*ui).maxFront, 50);
 
   // A3 on A6: 9152 x 13952, of which 7213 x 10288 stay.
-  Put("lpMediaSize=8 lpOutputPaper=43 fMargin=30 bMargin=10 MarginEqual_Check=0");
+  Put("lpMediaSize=A3 lpOutputPaper=Postcard fMargin=30 bMargin=10 MarginEqual_Check=Off");
   MarginRanges ranges = BindingMarginRanges(*ui);
   EXPECT_EQ(ranges.maxFront, 19);
   EXPECT_EQ(ranges.front, 19);
@@ -146,14 +147,14 @@ TEST_F(SizesTest, MarginRanges) {
   Fields<u"lpBindMargin">() = 3;
   EXPECT_EQ(BindingMarginRanges(*ui).maxFront, 19) << "the width limits a margin at the top too";
   Fields<u"lpBindMargin">() = 1;
-  Put("MarginEqual_Check=1");
+  Put("MarginEqual_Check=On");
   EXPECT_EQ(BindingMarginRanges(*ui).back, 19);
   EXPECT_EQ(BindingMarginRanges(*ui).bits, 0x2505u);
 
   Custom(1).width = 2000;  // 4232 of which are printable
-  Put("MarginEqual_Check=0 lpOutputPaper=513");
+  Put("MarginEqual_Check=Off lpOutputPaper=Custom1");
   EXPECT_EQ(BindingMarginRanges(*ui).bits, 0x2335u);
-  Put("lpMarginMode=1");
+  Put("lpMarginMode=Shift");
   EXPECT_EQ(BindingMarginRanges(*ui).bits, 0u);
   EXPECT_EQ(BindingMarginRanges(*ui).front, 30);
 }
@@ -164,26 +165,26 @@ TEST_F(SizesTest, DerivedSettings) {
     DeriveLayout(*ui);
     return std::to_string(Fields<u"Layout_Check">()) + std::to_string(Fields<u"lpLayout_Select">());
   };
-  EXPECT_EQ(layout("Layout_Check2=1 Nup_Check=1 lpBorder2=1"), "11");
+  EXPECT_EQ(layout("Layout_Check2=On Nup_Check=On lpBorder2=Solid"), "11");
   EXPECT_EQ(Fields<u"lpBorder">(), 1);
   Fields<u"Booklet_Check">() = 1;
   EXPECT_EQ(layout(""), "11");
-  EXPECT_EQ(layout("Nup_Check=0"), "12");
-  EXPECT_EQ(layout("Layout_Check2=0 POD_Check=1"), "00");
+  EXPECT_EQ(layout("Nup_Check=Off"), "12");
+  EXPECT_EQ(layout("Layout_Check2=Off POD_Check=On"), "00");
   Fields<u"POD_Nup_Check">() = 1;
   EXPECT_EQ(layout(""), "11");
-  EXPECT_EQ(layout("POD_Check=0"), "00");
+  EXPECT_EQ(layout("POD_Check=Off"), "00");
 
   const auto margin = [this](const std::string& settings) {
     Put(settings);
     DeriveBindMargin(*ui);
     return Fields<u"lpBindMargin">();
   };
-  EXPECT_EQ(margin("lpMediaSize=9 lpOutputPaper=257 lpBindPosit=1"), 1);
-  EXPECT_EQ(margin("lpOrientation=2"), 3);
-  EXPECT_EQ(margin("lpMediaSize=8"), 1);  // runs the other way
-  EXPECT_EQ(margin("lpBindPosit=3"), 2);
-  EXPECT_EQ(margin("lpBindPosit=4"), 3);
+  EXPECT_EQ(margin("lpMediaSize=A4 lpOutputPaper=SameAsDocument lpBindPosit=Auto"), 1);
+  EXPECT_EQ(margin("lpOrientation=Landscape"), 3);
+  EXPECT_EQ(margin("lpMediaSize=A3"), 1);  // runs the other way
+  EXPECT_EQ(margin("lpBindPosit=Right"), 2);
+  EXPECT_EQ(margin("lpBindPosit=Top"), 3);
 }
 
 TEST_F(SizesTest, OrderOfPagesFollowsTheLayout) {

@@ -1,6 +1,7 @@
 // The exported doors: sizes, refusals, the sheetless call with its repairs, and the spreadsheet program's own rules.
 #include "entry/exports.h"
 
+#include "generated/values.h"
 #include "settings/defaults.h"
 #include "settings/printer_data.h"
 #include "support/driver_fixture.h"
@@ -69,8 +70,8 @@ TEST_F(ExportsTest, TheRoadStacksQueueRecordThenCallersRecordThenDeviceOptions) 
   DriverEnv queue_record = defaults;
   Set<"dmCopies">(queue_record, 5);
   Set<"dmOrientation">(queue_record, 2);
-  Set<"lpStaple">(queue_record, 4);
-  Set<"lpSourceUnit">(queue_record, 4);
+  Set<"lpStaple">(queue_record, value::lpStaple::kTwoStaples);
+  Set<"lpSourceUnit">(queue_record, value::lpSourceUnit::kTray3And4AndLarge);
   ASSERT_EQ(platform::AddQueue({.name = u"P1",
                                 .server = u"",
                                 .port = u"FILE:",
@@ -80,7 +81,7 @@ TEST_F(ExportsTest, TheRoadStacksQueueRecordThenCallersRecordThenDeviceOptions) 
             kErrorSuccess);
   printer = OpenPrinterFor(u"P1", PRINTER_ALL_ACCESS);
   DriverEnv saved = defaults;
-  Set<"lpSourceUnit">(saved, 3);
+  Set<"lpSourceUnit">(saved, value::lpSourceUnit::kTray3);
   ASSERT_TRUE(SavePrinterEnv(printer.get(), saved));
 
   CallerRecord caller;
@@ -88,8 +89,8 @@ TEST_F(ExportsTest, TheRoadStacksQueueRecordThenCallersRecordThenDeviceOptions) 
   const DriverEnv env = Resolved(&caller);
   EXPECT_EQ(Get<"dmCopies">(env), 7) << "the caller's over the queue's";
   EXPECT_EQ(Get<"dmOrientation">(env), 2) << "the queue's over the defaults";
-  EXPECT_EQ(Get<"lpStaple">(env), 4);
-  EXPECT_EQ(Get<"lpSourceUnit">(env), 3) << "device options come from the saved record alone";
+  EXPECT_EQ(Get<"lpStaple">(env), value::lpStaple::kTwoStaples);
+  EXPECT_EQ(Get<"lpSourceUnit">(env), value::lpSourceUnit::kTray3) << "device options come from the saved record alone";
 }
 
 TEST_F(ExportsTest, AdvancedGivesTheSameRecord) {

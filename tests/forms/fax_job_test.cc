@@ -1,7 +1,8 @@
 // Fax jobs, spool files and forms as the printing side sees them.
 #include "forms/fax_transmission.h"
 #include "forms/temp_files.h"
-#include "platform/files.h"
+#include "generated/values.h"
+#include "platform/api/files.h"
 #include "support/job_fixture.h"
 #include "uistate/recipients.h"
 
@@ -235,7 +236,7 @@ class OverlayCheckTest : public JobTest {
 };
 
 TEST_F(OverlayCheckTest, BadFormsCancelTheJob) {
-  Set<"lpOverlay">(record, 3);
+  Set<"lpOverlay">(record, value::lpOverlay::kPrintWithForm);
   SetText<"overlayName">(record, u"/forms/head.vxf");
   EXPECT_EQ(StartDocument(), "GetJobRecord SetCancelFlag 1 CancelJob GetJobRecord ");
   EXPECT_EQ(result, 1);
@@ -245,20 +246,20 @@ TEST_F(OverlayCheckTest, BadFormsCancelTheJob) {
                       "Model=Varnell 70/36MX-2 PCL;System=0;Destination=US;PDL=1;Color=2;Reserved=0;xxxx;\xF8\x81\x47";
   bytes.resize(400);
   backend.files.content[u"/forms/head.vxf"] = std::make_shared<std::vector<uint8_t>>(bytes.begin(), bytes.end());
-  Set<"lpColorMode">(record, 2);
+  Set<"lpColorMode">(record, value::lpColorMode::kMonochrome);
   StartDocument();
   EXPECT_EQ(desk.shown, "<29510>: <29522>/forms/head.vxf");
-  Set<"lpColorMode">(record, 1);
+  Set<"lpColorMode">(record, value::lpColorMode::kColor);
   EXPECT_EQ(StartDocument(), "GetJobRecord GetJobRecord ");
   EXPECT_EQ(desk.count, 2);
 }
 
 TEST_F(OverlayCheckTest, FormsCantBeMadeInEveryMode) {
-  Set<"lpOverlay">(record, 2);
-  Set<"lpPDLType">(record, 1);
-  Set<"lpGraphicsMode">(record, 1);
+  Set<"lpOverlay">(record, value::lpOverlay::kCreateForm);
+  Set<"lpPDLType">(record, value::lpPDLType::kPcl5);
+  Set<"lpGraphicsMode">(record, value::lpGraphicsMode::kRaster);
   EXPECT_EQ(StartDocument(), "GetJobRecord GetJobRecord ");
-  Set<"lpGraphicsMode">(record, 2);
+  Set<"lpGraphicsMode">(record, value::lpGraphicsMode::kVector);
   EXPECT_EQ(StartDocument(), "GetJobRecord SetCancelFlag 1 CancelJob GetJobRecord ");
   EXPECT_EQ(desk.shown, "<29511>: <29546>");
   canvas.failing = "EscSetCancelFlag";

@@ -94,6 +94,8 @@ TEST_F(FormTest, NamesAreShortenedForMessages) {
   EXPECT_EQ(ShortFormName(folder + u"x/" + std::u16string(32, u'n')),
             u"/" + std::u16string(27, u'f') + u".../" + std::u16string(28, u'n') + u"...");
   EXPECT_EQ(ShortFormName(u"HR_DEFAULT"), u"HR_DEFAULT");
+  const std::u16string pairs = std::u16string(27, u'n') + u"\U0001F600\U0001F600\U0001F600";
+  EXPECT_EQ(ShortFormName(pairs), std::u16string(27, u'n') + u"...");
 }
 
 }  // namespace

@@ -1,9 +1,10 @@
 // Custom sizes: units, typing, dialog 2200, and the warning that a size doesn't fit its tray.
+#include "generated/values.h"
 #include "pages/custom_papers.h"
-#include "pages/sheet_fixture.h"
 #include "pages/size_text.h"
-#include "platform/text.h"
+#include "platform/api/text.h"
 #include "settings/papers.h"
+#include "sheet_fixture.h"
 
 namespace heron::test {
 namespace {
@@ -87,8 +88,8 @@ class CustomSizeTest : public SheetTest {
  protected:
   CustomPaperEntry& Entry(int number) { return *CustomEntry(*engine().ui, number); }  ///< of a dialog's copy too
   /// Opens dialog 2200 from a paper list.
-  void Edit(ScriptedDesk::Script script, uint16_t list = 111) {
-    desk.Expect(2200, std::move(script));
+  void Edit(ScriptedDesk::Script script, ControlName list = "lpMediaSize") {
+    desk.Expect("custom-size", std::move(script));
     page->Choose(list, PaperLabel(kCustomEntry));
   }
 };
@@ -97,25 +98,25 @@ TEST_F(CustomSizeTest, ATypedPaperIsChosenAndWritten) {
   OpenPage();
   desk.Answer(IDYES);
   Edit([](ScriptedDialog& dialog) {
-    dialog.Select(2201, 1);
-    EXPECT_EQ(dialog.TextOf(2215), "[21551]");
-    EXPECT_EQ(dialog.TextOf(2211), "( 92.0 - 297.0mm )");
-    EXPECT_EQ(dialog.TextOf(2212), "for [21530]");
-    dialog.Type(2215, u"Card");
-    dialog.Type(2204, u"105.5");
-    EXPECT_EQ(dialog.RowsOf(2201)[1], "Card(105.5 x 210.0mm)");
-    dialog.Type(2207, u"500");
-    EXPECT_EQ(dialog.TextOf(2207), "431.8mm") << "cut at the maximum at once";
-    dialog.Spin(2208, 1480);
-    EXPECT_EQ(dialog.RowsOf(2201)[1], "Card(105.5 x 148.0mm)");
+    dialog.Select("customSizes", 1);
+    EXPECT_EQ(dialog.TextOf("customName"), "[21551]");
+    EXPECT_EQ(dialog.TextOf("customWidth.range"), "( 92.0 - 297.0mm )");
+    EXPECT_EQ(dialog.TextOf("trayNote"), "for [21530]");
+    dialog.Type("customName", u"Card");
+    dialog.Type("customWidth", u"105.5");
+    EXPECT_EQ(dialog.RowsOf("customSizes")[1], "Card(105.5 x 210.0mm)");
+    dialog.Type("customLength", u"500");
+    EXPECT_EQ(dialog.TextOf("customLength"), "431.8mm") << "cut at the maximum at once";
+    dialog.Spin("customLength.spin", 1480);
+    EXPECT_EQ(dialog.RowsOf("customSizes")[1], "Card(105.5 x 148.0mm)");
     dialog.Click(kOkButton);
   });
   EXPECT_EQ(desk.Told(), "[21008]|[22215]?") << "the shortest length fits the tray";
-  EXPECT_EQ(Value("lpMediaSize"), 514);
-  EXPECT_EQ(page->SelectedText(111), "Card");
+  EXPECT_EQ(Value("lpMediaSize"), "Custom2");
+  EXPECT_EQ(page->SelectedText("lpMediaSize"), "Card");
   EXPECT_EQ(engine::Setting<u"UDPaperWidth">(ui()), 1055);
   EXPECT_EQ(engine::Setting<u"UDPaperLength">(ui()), 1480);
-  EXPECT_EQ(engine::Setting<u"lpUDPaperType">(ui()), 2);
+  EXPECT_EQ(engine::Setting<u"lpUDPaperType">(ui()), value::lpUDPaperType::kCustom2);
   EXPECT_EQ(engine::Setting<u"UDMediaWidth">(ui()), 0) << "the output has another entry";
   ASSERT_TRUE(sheet->Confirm());
   EXPECT_EQ(Get<"dmPaperSize">(sheet->out), 514);
@@ -125,78 +126,78 @@ TEST_F(CustomSizeTest, ATypedPaperIsChosenAndWritten) {
 }
 
 TEST_F(CustomSizeTest, BothPapersOfOneEntryChangeTogether) {
-  OpenPage("lpMediaSize=514");
-  engine::Setting<u"lpUDMediaType">(ui()) = 2;
+  OpenPage("lpMediaSize=Custom2");
+  engine::Setting<u"lpUDMediaType">(ui()) = value::lpUDMediaType::kCustom2;
   Entry(3).name[0] = u'\0';
   Edit([](ScriptedDialog& dialog) {
-    EXPECT_EQ(dialog.SelectedRow(2201), 1) << "the paper in force";
-    dialog.Type(2204, u"100");
-    dialog.Press(2219);
+    EXPECT_EQ(dialog.SelectedRow("customSizes"), 1) << "the paper in force";
+    dialog.Type("customWidth", u"100");
+    dialog.Press("unit.Inches");
     dialog.Click(kOkButton);
   });
   EXPECT_EQ(engine::Setting<u"UDPaperWidth">(ui()), 1000) << "in millimetres whatever the unit";
   EXPECT_EQ(engine::Setting<u"UDMediaWidth">(ui()), 1000);
   EXPECT_EQ(engine::Setting<u"lpUDMediaUnit">(ui()), kInch);
-  const auto rows = page->RowsOf(111);
+  const auto rows = page->RowsOf("lpMediaSize");
   EXPECT_EQ(std::ranges::count(rows, "(210.0 x 210.0mm)"), 1) << "a paper without a name shows its size";
 }
 
 TEST_F(CustomSizeTest, CancelAndNoLeaveEveryByte) {
   OpenPage();
   const auto before = Bytes();
-  const std::string shown = page->SelectedText(111);
+  const std::string shown = page->SelectedText("lpMediaSize");
   Edit([](ScriptedDialog& dialog) {
-    dialog.Type(2204, u"100");
+    dialog.Type("customWidth", u"100");
     dialog.Click(kCancelButton);
   });
   EXPECT_TRUE(Bytes() == before);
-  EXPECT_EQ(page->SelectedText(111), shown);
+  EXPECT_EQ(page->SelectedText("lpMediaSize"), shown);
   EXPECT_EQ(page->changes, 0);
 
   desk.Answer(IDNO);
   Edit([](ScriptedDialog& dialog) {
-    dialog.Type(2215, u"Gone");
+    dialog.Type("customName", u"Gone");
     dialog.Click(kOkButton);
   });
   EXPECT_TRUE(Bytes() == before);
-  EXPECT_EQ(page->SelectedText(111), shown);
+  EXPECT_EQ(page->SelectedText("lpMediaSize"), shown);
   EXPECT_EQ(std::u16string(PaperLabel(513)), u"[21550]") << "the process's paper table too";
 }
 
 TEST_F(CustomSizeTest, ChecksInTheirOrder) {
   OpenPage();
   Edit([this](ScriptedDialog& dialog) {
-    dialog.Type(2204, u"50");
-    EXPECT_FALSE(dialog.MoveFocus(2207));
+    dialog.Type("customWidth", u"50");
+    EXPECT_FALSE(dialog.MoveFocus("customLength"));
     EXPECT_EQ(desk.Told(), "[21008]|[25001]");
     EXPECT_TRUE(dialog.MoveFocus(0)) << "another window";
-    dialog.Put(2204, u"");
-    dialog.Put(2207, u"1");
-    dialog.Put(2215, u"");
-    EXPECT_EQ(Confirm(dialog), "[21008]|[25001] at 2204") << "the width first";
-    EXPECT_EQ(dialog.TextOf(2204), "92.0mm") << "nothing becomes the minimum";
-    EXPECT_EQ(Confirm(dialog), "[21008]|[25001] at 2207");
-    EXPECT_EQ(Confirm(dialog, 2207, u"200"), "[21008]|[25003] at 2215");
-    EXPECT_FALSE(dialog.MoveFocus(2204));
+    dialog.Put("customWidth", u"");
+    dialog.Put("customLength", u"1");
+    dialog.Put("customName", u"");
+    EXPECT_EQ(Confirm(dialog), "[21008]|[25001] at customWidth") << "the width first";
+    EXPECT_EQ(dialog.TextOf("customWidth"), "92.0mm") << "nothing becomes the minimum";
+    EXPECT_EQ(Confirm(dialog), "[21008]|[25001] at customLength");
+    EXPECT_EQ(Confirm(dialog, "customLength", u"200"), "[21008]|[25003] at customName");
+    EXPECT_FALSE(dialog.MoveFocus("customWidth"));
     EXPECT_EQ(desk.Told(), "[21008]|[25003]");
-    EXPECT_EQ(Confirm(dialog, 2215, u"[21552]"), "[21008]|[25004] at 2215");
-    dialog.Put(2215, std::u16string(30, u'x') + u"\U0001F4C4 pasted");
+    EXPECT_EQ(Confirm(dialog, "customName", u"[21552]"), "[21008]|[25004] at customName");
+    dialog.Put("customName", std::u16string(30, u'x') + u"\U0001F4C4 pasted");
     EXPECT_EQ(CustomPaperName(Entry(1)), std::u16string(30, u'x')) << "cut between characters";
     dialog.Click(kCancelButton);
   });
 }
 
 TEST_F(CustomSizeTest, ATrayWithoutCustomPapersIsNotNamed) {
-  OpenPage("lpMediaSource=1");
+  OpenPage("lpMediaSource=Tray1");
   Edit([this](ScriptedDialog& dialog) {
-    EXPECT_EQ(dialog.TextOf(2212), "");
-    dialog.Type(2204, u"300");
-    EXPECT_EQ(dialog.TextOf(2204), "297.0mm");
-    dialog.Type(2204, u"91.9");
-    EXPECT_FALSE(dialog.MoveFocus(2207));
+    EXPECT_EQ(dialog.TextOf("trayNote"), "");
+    dialog.Type("customWidth", u"300");
+    EXPECT_EQ(dialog.TextOf("customWidth"), "297.0mm");
+    dialog.Type("customWidth", u"91.9");
+    EXPECT_FALSE(dialog.MoveFocus("customLength"));
     EXPECT_EQ(desk.Told(), "[21008]|[25002]");
-    EXPECT_EQ(dialog.TextOf(2204), "91.9mm");
-    EXPECT_EQ(dialog[2204].selection_end - dialog[2204].selection_start, 6U);
+    EXPECT_EQ(dialog.TextOf("customWidth"), "91.9mm");
+    EXPECT_EQ(dialog["customWidth"].selection_end - dialog["customWidth"].selection_start, 6U);
     dialog.Click(kCancelButton);
   });
 }
@@ -205,18 +206,18 @@ TEST_F(CustomSizeTest, TheUnitAloneChangesNoPaper) {
   OpenPage();
   Edit([this](ScriptedDialog& dialog) {
     const CustomPaperEntry before = Entry(1);
-    dialog.Press(2219);
-    EXPECT_EQ(dialog.TextOf(2204), "8.267inch");
-    EXPECT_EQ(dialog.TextOf(2210), "( 5.826 - 17.000inch )");
-    dialog.Press(2218);
-    EXPECT_EQ(dialog.TextOf(2204), "210.0mm");
+    dialog.Press("unit.Inches");
+    EXPECT_EQ(dialog.TextOf("customWidth"), "8.267inch");
+    EXPECT_EQ(dialog.TextOf("customLength.range"), "( 5.826 - 17.000inch )");
+    dialog.Press("unit.Millimetres");
+    EXPECT_EQ(dialog.TextOf("customWidth"), "210.0mm");
     EXPECT_EQ(Entry(1).width, before.width);
     EXPECT_EQ(Entry(1).height, before.height);
     Entry(1).width = 3620;
-    dialog.Select(2201, 0);
-    EXPECT_EQ(dialog.TextOf(2204), "92.0mm");
-    dialog.Press(2219);
-    EXPECT_EQ(dialog.TextOf(2204), "3.622inch") << "the smallest width in inches";
+    dialog.Select("customSizes", 0);
+    EXPECT_EQ(dialog.TextOf("customWidth"), "92.0mm");
+    dialog.Press("unit.Inches");
+    EXPECT_EQ(dialog.TextOf("customWidth"), "3.622inch") << "the smallest width in inches";
     EXPECT_EQ(Entry(1).width, 3622U);
     dialog.Click(kCancelButton);
   });
@@ -224,24 +225,25 @@ TEST_F(CustomSizeTest, TheUnitAloneChangesNoPaper) {
 
 TEST_F(CustomSizeTest, WithoutRightsOneMayOnlyChoose) {
   for (const bool locked : {true, false}) {
-    OpenPage({}, 100, locked ? DM_COPY : kMayChangePrinterData);
+    OpenPage({}, "paper", locked ? DM_COPY : kMayChangePrinterData);
     if (!locked) backend.machineWritable = false;
     desk.Answer(IDYES);
     Edit(
         [](ScriptedDialog& dialog) {
-          for (const int id : {2204, 2205, 2207, 2208, 2215, 2218, 2219})
-            EXPECT_FALSE(dialog.IsEnabled(static_cast<ControlId>(id))) << id;
-          dialog.Select(2201, 9);
+          for (const char* id : {"customWidth", "customWidth.spin", "customLength", "customLength.spin", "customName",
+                                 "unit.Millimetres", "unit.Inches"})
+            EXPECT_FALSE(dialog.IsEnabled(id)) << id;
+          dialog.Select("customSizes", 9);
           dialog.Click(kOkButton);
         },
-        114);
-    EXPECT_EQ(Value("lpOutputPaper"), 256);
+        "lpOutputPaper");
+    EXPECT_EQ(Value("lpOutputPaper"), "Custom10");
     desk.Told();
   }
 }
 
 TEST_F(CustomSizeTest, APaperThatDoesNotFitItsTrayIsWarnedOf) {
-  OpenPage("lpMediaSize=513");
+  OpenPage("lpMediaSize=Custom1");
   for (uint32_t length = 1480; length <= 4318; ++length) {
     Entry(1).width = ThouFromShown(kMillimetre, std::min(length - 560, 2970U));
     Entry(1).height = ThouFromShown(kMillimetre, length);
@@ -249,15 +251,15 @@ TEST_F(CustomSizeTest, APaperThatDoesNotFitItsTrayIsWarnedOf) {
   }
   Entry(1).width = 12000;
   Entry(1).height = 8267;
-  Choose(120, 4);
+  Choose("lpMediaSource", "Bypass");
   EXPECT_EQ(desk.Told(), "[25006]|[21550], 304.8 mm, 210.0 mm,[21537],92.0-297.0 mm,148.0-431.8 mm");
-  EXPECT_EQ(Value("lpMediaSource"), 4) << "a warning only";
-  Choose(111, 9);
+  EXPECT_EQ(Value("lpMediaSource"), "Bypass") << "a warning only";
+  Choose("lpMediaSize", "A4");
   EXPECT_EQ(desk.Told(), "");
-  Choose(111, 513);
+  Choose("lpMediaSize", "Custom1");
   EXPECT_EQ(desk.Told().substr(0, 8), "[25006]|");
   Entry(1).unit = kInch;
-  Choose(120, 7);
+  Choose("lpMediaSource", "Auto");
   EXPECT_EQ(desk.Told(), "[25006]|[21550], 12.000 inch , 8.267 inch ,[21530],3.622-11.692 inch,5.826-17.000 inch");
 }
 
@@ -266,19 +268,19 @@ class PrintPositionTest : public CustomSizeTest {
   /// Neither catalogue nor rules know a paper of the wide form: rows of the lists become one, and the entry that opens
   /// the dialog, and the settings are such that no rule asks for the paper.
   void OpenWithWidePapers(const std::string& settings = {}) {
-    OpenPage("lpPRNType=0 lpMediaSource=4 lpOutputTray=31 " + settings);
-    for (const uint16_t list : {uint16_t{111}, uint16_t{114}}) {
+    OpenPage("lpPRNType=0 lpMediaSource=Bypass lpOutputTray=Tray2 " + settings);
+    for (const ControlName list : {"lpMediaSize", "lpOutputPaper"}) {
       for (ListItem& item : engine::GetControlBlock(engine(), list)->Items()) {
         if (item.value == 8) item.value = kWide;
         if (item.value == 12) item.value = kEntry;
       }
     }
-    sheet->Show(100);
+    sheet->Show("paper");
   }
   /// The user presses a radio of the dialog, then OK or Cancel. The page's papers are still the old ones.
-  void ExpectDialog(ControlId radio, ControlId button) {
+  void ExpectDialog(ControlName radio, ControlId button) {
     const auto papers = [this] { return std::pair(Value("lpMediaSize"), Value("lpOutputPaper")); };
-    desk.Expect(2355, [radio, button, papers, before = papers()](ScriptedDialog& dialog) {
+    desk.Expect("print-position", [radio, button, papers, before = papers()](ScriptedDialog& dialog) {
       EXPECT_EQ(papers(), before) << "asked before the rules run";
       dialog.Press(radio);
       dialog.Click(button);
@@ -289,41 +291,41 @@ class PrintPositionTest : public CustomSizeTest {
 
 TEST_F(PrintPositionTest, IsAskedForAWideFormThatIsPrintedOn) {
   OpenWithWidePapers();
-  ExpectDialog(2359, kOkButton);
-  Choose(111, kWide);
+  ExpectDialog("lpWidePaperPos.TrailingEdge", kOkButton);
+  Choose("lpMediaSize", kWide);
   EXPECT_EQ(Value("lpMediaSize"), kWide);
-  EXPECT_EQ(Value("lpWidePaperPos"), 2);
-  ExpectDialog(2357, kCancelButton);
-  Choose(114, kSameAsDocument);
-  EXPECT_EQ(Value("lpWidePaperPos"), 2);
-  Put("lpOutputPaper=9");
+  EXPECT_EQ(Value("lpWidePaperPos"), "TrailingEdge");
+  ExpectDialog("lpWidePaperPos.LeadingEdge", kCancelButton);
+  Choose("lpOutputPaper", "SameAsDocument");
+  EXPECT_EQ(Value("lpWidePaperPos"), "TrailingEdge");
+  Put("lpOutputPaper=A4");
   desk.Answer(IDNO);
-  Choose(111, kWide);
+  Choose("lpMediaSize", kWide);
   EXPECT_EQ(page->changes, 3) << "another paper is printed on: no dialog";
-  ExpectDialog(2358, kOkButton);
-  Choose(114, kWide);
+  ExpectDialog("lpWidePaperPos.Center", kOkButton);
+  Choose("lpOutputPaper", kWide);
   EXPECT_EQ(Value("lpOutputPaper"), kWide);
-  EXPECT_EQ(Value("lpWidePaperPos"), 1);
+  EXPECT_EQ(Value("lpWidePaperPos"), "Center");
 }
 
 TEST_F(PrintPositionTest, HasAnEntryThatNeverStaysSelected) {
-  OpenWithWidePapers("ImageShift_Check=1 POD_Check=1");
-  const std::string shown = page->SelectedText(114);
-  desk.Expect(2355, [this](ScriptedDialog& dialog) {
-    EXPECT_FALSE(dialog.IsEnabled(2358)) << "a shifted image isn't centred";
-    EXPECT_EQ(dialog[2356].picture, 10230U);
-    dialog.Press(2359);
-    EXPECT_EQ(Value("lpWidePaperPos"), 2);
-    EXPECT_EQ(dialog[2356].picture, 10231U);
+  OpenWithWidePapers("ImageShift_Check=On POD_Check=On");
+  const std::string shown = page->SelectedText("lpOutputPaper");
+  desk.Expect("print-position", [this](ScriptedDialog& dialog) {
+    EXPECT_FALSE(dialog.IsEnabled("lpWidePaperPos.Center")) << "a shifted image isn't centred";
+    EXPECT_EQ(dialog["positionPicture"].picture, 10230U);
+    dialog.Press("lpWidePaperPos.TrailingEdge");
+    EXPECT_EQ(Value("lpWidePaperPos"), "TrailingEdge");
+    EXPECT_EQ(dialog["positionPicture"].picture, 10231U);
     dialog.Click(kCancelButton);
   });
-  Choose(114, kEntry);
-  EXPECT_EQ(Value("lpWidePaperPos"), 0);
+  Choose("lpOutputPaper", kEntry);
+  EXPECT_EQ(Value("lpWidePaperPos"), "LeadingEdge");
   EXPECT_EQ(page->changes, 0);
-  ExpectDialog(2359, kOkButton);
-  Choose(114, kEntry);
-  EXPECT_EQ(Value("lpWidePaperPos"), 2);
-  EXPECT_EQ(page->SelectedText(114), shown);
+  ExpectDialog("lpWidePaperPos.TrailingEdge", kOkButton);
+  Choose("lpOutputPaper", kEntry);
+  EXPECT_EQ(Value("lpWidePaperPos"), "TrailingEdge");
+  EXPECT_EQ(page->SelectedText("lpOutputPaper"), shown);
   EXPECT_EQ(page->changes, 1);
 }
 

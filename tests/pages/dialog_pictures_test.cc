@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <ostream>
 
-#include "pages/sheet_fixture.h"
+#include "sheet_fixture.h"
 #include "support/recording_canvas.h"
 
 namespace heron::pages {
@@ -40,29 +40,33 @@ class FillCanvas : public RecordingCanvas {
 TEST_F(DialogPicturesTest, AMarginIsDescribedByTheJob) {
   OpenPage();
   const auto described = [&](const std::string& settings) {
-    Put("lpOrientation=1 Nup_Check=0 POD_OnePerSheet_Check=0 BindMargin_Check=0 lpPRNType=1 lpBindPosit=1 " + settings);
+    Put("lpOrientation=Portrait Nup_Check=Off POD_OnePerSheet_Check=Off BindMargin_Check=Off lpPRNType=OneSided "
+        "lpBindPosit=Auto " +
+        settings);
     return pages::DescribeMargin(ui());
   };
   const uint16_t mode = described("").marginMode;
   EXPECT_EQ(described(""), (MarginPicture{false, 0, false, mode, 0, false, 0}));
   engine::Setting<u"lpBindMargin">(ui()) = 3;
-  EXPECT_EQ(described("BindMargin_Check=1 lpMarginMode=2 lpOrientation=2"),
+  EXPECT_EQ(described("BindMargin_Check=On lpMarginMode=Reduce lpOrientation=Landscape"),
             (MarginPicture{true, 0, true, 2, 3, false, 0}));
-  Put("lpMarginMode=1");
+  Put("lpMarginMode=Shift");
   // Layouts of 2 and 6 pages turn the sheet, and so does one sheet for two.
-  EXPECT_EQ(described("Nup_Check=1 lpLayout=8"), (MarginPicture{true, 1, false, 1, 0, false, 0}));
-  EXPECT_EQ(described("Nup_Check=1 lpLayout=10"), (MarginPicture{false, 2, false, 1, 0, false, 0}));
-  EXPECT_EQ(described("Nup_Check=1 lpLayout=5 POD_OnePerSheet_Check=1"),
+  EXPECT_EQ(described("Nup_Check=On lpLayout=TwoPages"), (MarginPicture{true, 1, false, 1, 0, false, 0}));
+  EXPECT_EQ(described("Nup_Check=On lpLayout=FourPages"), (MarginPicture{false, 2, false, 1, 0, false, 0}));
+  EXPECT_EQ(described("Nup_Check=On lpLayout=SixPages POD_OnePerSheet_Check=On"),
             (MarginPicture{false, 11, false, 1, 0, false, 0}));
-  EXPECT_EQ(described("Nup_Check=1 lpLayout=7 lpOrientation=2"), (MarginPicture{true, 5, false, 1, 0, false, 0}));
+  EXPECT_EQ(described("Nup_Check=On lpLayout=SixteenPages lpOrientation=Landscape"),
+            (MarginPicture{true, 5, false, 1, 0, false, 0}));
   // A booklet folds at a side of a portrait sheet and at the top of a landscape one, wherever it is bound.
-  EXPECT_EQ(described("lpPRNType=3 lpBindPosit=3"), (MarginPicture{false, 0, false, 1, 0, true, 3}));
-  EXPECT_EQ(described("lpPRNType=3 lpBindPosit=4"), (MarginPicture{false, 0, false, 1, 0, true, 2}));
-  EXPECT_EQ(described("lpPRNType=3 lpBindPosit=2 lpOrientation=2"), (MarginPicture{true, 0, false, 1, 0, true, 4}));
+  EXPECT_EQ(described("lpPRNType=Booklet lpBindPosit=Right"), (MarginPicture{false, 0, false, 1, 0, true, 3}));
+  EXPECT_EQ(described("lpPRNType=Booklet lpBindPosit=Top"), (MarginPicture{false, 0, false, 1, 0, true, 2}));
+  EXPECT_EQ(described("lpPRNType=Booklet lpBindPosit=Left lpOrientation=Landscape"),
+            (MarginPicture{true, 0, false, 1, 0, true, 4}));
 }
 
 /// Pictures before the rows of a list; fails for one that doesn't exist.
-std::vector<uint32_t> RowPictures(const ScriptedDialog& dialog, uint16_t list) {
+std::vector<uint32_t> RowPictures(const ScriptedDialog& dialog, ControlName list) {
   std::vector<uint32_t> pictures;
   for (const platform::ListRow& row : dialog[list].rows) {
     pictures.push_back(row.picture);
@@ -78,28 +82,28 @@ std::vector<uint32_t> RowPictures(const ScriptedDialog& dialog, uint16_t list) {
 
 TEST_F(DialogPicturesTest, DialogsAndListsShowThem) {
   using Pictures = std::vector<uint32_t>;
-  OpenPage("Nup_Check=1 lpLayout=8 lpOrientation=1 BindMargin_Check=1");
-  EXPECT_EQ(RowPictures(*page, 125), (Pictures{17000, 17001, 17002, 17003, 17004, 0})) << "none for the details";
-  desk.Expect(2900, [](ScriptedDialog& dialog) {
-    EXPECT_EQ(RowPictures(dialog, 2902), (Pictures{17000, 17001, 17002, 17003, 17004}));
-    EXPECT_EQ(RowPictures(dialog, 2904), (Pictures{17010, 17011}));
-    EXPECT_EQ(RowPictures(dialog, 2906), (Pictures{17020, 17021, 17022}));
+  OpenPage("Nup_Check=On lpLayout=TwoPages lpOrientation=Portrait BindMargin_Check=On");
+  EXPECT_EQ(RowPictures(*page, "lpLayout"), (Pictures{17000, 17001, 17002, 17003, 17004, 0})) << "none for the details";
+  desk.Expect("layout-details", [](ScriptedDialog& dialog) {
+    EXPECT_EQ(RowPictures(dialog, "lpLayout.dialog"), (Pictures{17000, 17001, 17002, 17003, 17004}));
+    EXPECT_EQ(RowPictures(dialog, "lpOrder.dialog"), (Pictures{17010, 17011}));
+    EXPECT_EQ(RowPictures(dialog, "lpBorder2.dialog"), (Pictures{17020, 17021, 17022}));
     dialog.Click(platform::kCancelButton);
   });
-  Choose(125, 20);
-  const auto paints = [](ScriptedDialog& dialog, uint16_t place) {
+  Choose("lpLayout", "Details");
+  const auto paints = [](ScriptedDialog& dialog, ControlName place) {
     FillCanvas canvas;
     dialog.Paint(place, canvas, {0, 0, 140, 140});
     EXPECT_FALSE(canvas.fills.empty()) << place;
     dialog.Click(platform::kCancelButton);
   };
-  desk.Expect(2300, [&](ScriptedDialog& dialog) {
-    EXPECT_EQ(dialog[2313].picture, 15281U) << "two pages turn the sheet";
-    paints(dialog, 2313);
+  desk.Expect("binding-margin", [&](ScriptedDialog& dialog) {
+    EXPECT_EQ(dialog["marginPicture"].picture, 15281U) << "two pages turn the sheet";
+    paints(dialog, "marginPicture");
   });
-  page->Click(179);
-  desk.Expect(2200, [&](ScriptedDialog& dialog) { paints(dialog, 2213); });
-  Choose(111, 0x200);
+  page->Click("bindingMarginButton");
+  desk.Expect("custom-size", [&](ScriptedDialog& dialog) { paints(dialog, "customPicture"); });
+  Choose("lpMediaSize", "CustomSize");
 }
 
 TEST(DialogPictures, AMarginKeepsToItsSheet) {

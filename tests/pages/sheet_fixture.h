@@ -3,12 +3,12 @@
 #pragma once
 
 #include <memory>
-#include <sstream>
 
 #include "engine/engine.h"
 #include "engine/setting.h"
-#include "platform/text.h"
+#include "platform/api/text.h"
 #include "support/driver_fixture.h"
+#include "support/named_values.h"
 #include "support/scripted_sheet.h"
 
 namespace heron::test {
@@ -23,13 +23,15 @@ class SheetTest : public DriverTest {
     texts[21014] = u"%s %d-%d";
     texts[25005] = u"for %s";
     texts[32031] = u"lists:%s";
+    texts[32040] = u"changed lists:%s";
+    texts[32041] = u"changed printer %s";
     texts[25007] = u"%s,%s,%s,%s,%s,%s";
     texts[21570] = u"%ld.%01ld-%ld.%01ld mm";
     texts[21571] = u"%ld.%03ld-%ld.%03ld inch";
   }
 
-  /// Opens a document sheet, sets what `settings` tells ("Staple_Check=1 lpOutputUnit=2"), and shows a page.
-  ScriptedDialog& OpenPage(const std::string& settings = {}, uint16_t number = 100,
+  /// Opens a document sheet, sets what `settings` tells ("Staple_Check=On lpOutputUnit=Bin"), and shows a page.
+  ScriptedDialog& OpenPage(const std::string& settings = {}, DialogName number = "paper",
                            platform::DWORD mode = kMayChangePrinterData) {
     sheet = std::make_unique<ScriptedSheet>(desk, printer.get(), mode);
     EXPECT_EQ(sheet->Open(), 1);
@@ -42,44 +44,37 @@ class SheetTest : public DriverTest {
   engine::Engine& engine() { return sheet->context().engine(); }
   const UiState& ui() { return sheet->context().ui(); }
 
-  static engine::ControlIndex Named(std::string_view name) {
-    for (size_t i = 0; i < engine::kControlCount; ++i) {
-      const std::string own = platform::ToUtf8(engine::kControls[i].name);
-      if (own == name || own.substr(0, own.find('.')) == name) return static_cast<engine::ControlIndex>(i);
-    }
-    ADD_FAILURE() << "no control " << name;
-    return 0;
+  HeldValue Value(std::string_view name) {
+    const engine::ControlIndex control = ControlNamed(name);
+    return {control, engine().Value(control)};
   }
-  uint16_t Value(std::string_view name) { return engine().Value(Named(name)); }
   void Put(const std::string& settings) {
-    std::istringstream words(settings);
-    for (std::string word; words >> word;) {
-      const size_t equals = word.find('=');
-      engine().Set(Named(word.substr(0, equals)), static_cast<uint16_t>(std::stoi(word.substr(equals + 1))));
-    }
+    ForEachSetting(settings, [this](engine::ControlIndex control, uint16_t value) { engine().Set(control, value); });
     LoadAllTrayMirrors(ui());
     engine::EvaluateRules(engine(), nullptr);
     engine::ComputeAllItemStatus(engine());
   }
 
-  /// The user picks the item with this value from a list of `dialog`.
-  void Choose(ScriptedDialog& dialog, uint16_t list, int value) {
+  /// The user picks the item with this value from a list of `dialog`, "Booklet" or a number.
+  void Choose(ScriptedDialog& dialog, ControlName list, std::string_view value) {
+    const uint16_t wanted = ValueNamed(engine::IndexOf(list), value);
     for (const ListItem& item : engine::GetControlBlock(engine(), list)->Items()) {
-      if (item.value != value) continue;
+      if (item.value != wanted) continue;
       const std::u16string_view label(item.label, kLabelLength);
       dialog.Choose(list, label.substr(0, label.find(u'\0')));
       return;
     }
-    ADD_FAILURE() << "control " << list << " has no value " << value;
+    ADD_FAILURE() << NameOfControl(list) << " has no value " << value;
   }
-  void Choose(uint16_t list, int value) { Choose(*page, list, value); }
+  void Choose(ControlName list, std::string_view value) { Choose(*page, list, value); }
+  void Choose(ControlName list, uint16_t value) { Choose(*page, list, std::to_string(value)); }
 
-  /// Fills a field of a dialog past its filter, confirms, and gives what was told and which field has the focus.
-  std::string Confirm(ScriptedDialog& dialog, ControlId field = 0, std::u16string_view text = {}) {
+  /// Fills a field of a dialog past its filter, confirms, and returns the messages shown and the focused field.
+  std::string Confirm(ScriptedDialog& dialog, ControlName field = 0, std::u16string_view text = {}) {
     if (field != 0) dialog.Put(field, text);
     dialog.Focus(0);
     dialog.Click(platform::kOkButton);
-    return dialog.ended() ? "closed" : desk.Told() + " at " + std::to_string(dialog.Focused());
+    return dialog.ended() ? "closed" : desk.Told() + " at " + dialog.FocusedName();
   }
 
   /// All bytes of the settings, to see that nothing changed.

@@ -1,8 +1,11 @@
 // The sheet itself: its four reasons, the life of its pages, what opening and confirming do.
-#include "pages/sheet_fixture.h"
+#include "generated/values.h"
 #include "pages/text_settings.h"
 #include "settings/printer_data.h"
+#include "sheet_fixture.h"
 #include "support/failing_new.h"
+#include "uistate/keep_lists.h"
+#include "uistate/walk_store.h"
 
 namespace heron::test {
 namespace {
@@ -11,22 +14,22 @@ using namespace platform;
 using pages::TextSetting;
 
 TEST_F(SheetTest, ABookletIsAskedForAndWritten) {
-  OpenPage("lpBindPosit=4");
+  OpenPage("lpBindPosit=Top");
   desk.Answer(IDNO);
-  Choose(176, 3);
+  Choose("lpPRNType", "Booklet");
   const std::string report = desk.Told();
   EXPECT_EQ(report, "[20039]|[22212][20038] => [21592] \n[22214]?");
-  EXPECT_EQ(Value("lpPRNType"), 1);
-  EXPECT_EQ(page->SelectedText(176), "[21595]") << "the list goes back too";
+  EXPECT_EQ(Value("lpPRNType"), "OneSided");
+  EXPECT_EQ(page->SelectedText("lpPRNType"), "[21595]") << "the list goes back too";
 
   desk.Answer(IDYES);
-  Choose(176, 3);
+  Choose("lpPRNType", "Booklet");
   EXPECT_EQ(desk.Told(), report);
-  EXPECT_EQ(page->SelectedText(176), "[21597]");
-  EXPECT_EQ(page->SelectedText(174), "[21592]");
+  EXPECT_EQ(page->SelectedText("lpPRNType"), "[21597]");
+  EXPECT_EQ(page->SelectedText("lpBindPosit"), "[21592]");
   ASSERT_TRUE(sheet->Confirm());
-  EXPECT_EQ(Get<"lpPRNType">(sheet->out), 3);
-  EXPECT_EQ(Get<"lpBindPosit">(sheet->out), 2);
+  EXPECT_EQ(Get<"lpPRNType">(sheet->out), value::lpPRNType::kBooklet);
+  EXPECT_EQ(Get<"lpBindPosit">(sheet->out), value::lpBindPosit::kLeft);
   EXPECT_EQ(Get<"dmDuplex">(sheet->out), 2) << "what follows from the settings is written back too";
 }
 
@@ -61,8 +64,8 @@ TEST_F(SheetTest, ARefusedPageFailsTheSheet) {
 
 TEST_F(SheetTest, ACancelledSheetWritesNothing) {
   OpenPage();
-  Choose(176, 2);
-  page->Type(103, u"7");
+  Choose("lpPRNType", "TwoSided");
+  page->Type("Copies", u"7");
   EXPECT_EQ(page->changes, 2);
   sheet->out.bytes.fill(0xEE);
   const DriverEnv before = sheet->out;
@@ -73,32 +76,71 @@ TEST_F(SheetTest, ACancelledSheetWritesNothing) {
 
 TEST_F(SheetTest, WhatWasAppliedIsCommittedWhateverFollows) {
   OpenPage();
-  const auto set = [&](int print_type, const char16_t* copies, const char16_t* id, uint8_t tray_media) {
-    Choose(176, print_type);
-    page->Type(103, copies);
+  const auto set = [&](const char* print_type, const char16_t* copies, const char16_t* id, uint8_t tray_media) {
+    Choose("lpPRNType", print_type);
+    page->Type("Copies", copies);
     pages::SetText(ui(), TextSetting::kSecureId, id);
     ui().head().trayTable[4] = tray_media;
     ui().stores.overlays->createFileName[0] = id[0];
   };
-  engine::Setting<u"lpOverlay">(ui()) = 2;
+  engine::Setting<u"lpOverlay">(ui()) = value::lpOverlay::kCreateForm;
   for (const char16_t* id : {u"first", u"last"}) {
-    set(2, u"5", id, 7);
+    set("TwoSided", u"5", id, 7);
     ASSERT_TRUE(sheet->Apply());
   }
   EXPECT_EQ(sheet->results, 2);
-  set(1, u"7", u"never", 9);
+  set("OneSided", u"7", u"never", 9);
   sheet->Cancel();
-  EXPECT_EQ(Get<"lpPRNType">(sheet->out), 2);
+  EXPECT_EQ(Get<"lpPRNType">(sheet->out), value::lpPRNType::kTwoSided);
   EXPECT_EQ(Get<"dmCopies">(sheet->out), 5);
   EXPECT_EQ(GetText<"secureId">(sheet->out), u"last");
   EXPECT_EQ(FieldBytes<"trayTableIndex">(sheet->out)[2], 7);
   EXPECT_EQ(GetText<"overlayName">(sheet->out), u"l");
 }
 
+TEST_F(SheetTest, AHostThatConfirmsWithoutAnApplyGetsWhatStandsOnThePages) {
+  OpenPage();
+  Choose("lpPRNType", "TwoSided");
+  page->Type("Copies", u"5");
+  ui().stores.watermarks->wMarkListNum = 3;
+  SETRESULT_INFO confirmed{.cbSize = sizeof confirmed, .wReserved = 0, .hSetResult = nullptr, .Result = 1};
+  const auto confirm = [&] {
+    return sheet->Reason(PROPSHEETUI_REASON_SET_RESULT, reinterpret_cast<LPARAM>(&confirmed));
+  };
+  ASSERT_EQ(confirm(), 1);
+  EXPECT_EQ(Get<"lpPRNType">(sheet->out), value::lpPRNType::kTwoSided);
+  EXPECT_EQ(Get<"dmCopies">(sheet->out), 5);
+  EXPECT_EQ(Get<"dmDuplex">(sheet->out), 2);
+  ListStoreSet stored = CreateListStoreSet();
+  ReadListStores(stored, u"P1", printer.get());
+  EXPECT_EQ(stored.watermarks->wMarkListNum, 3) << "its lists too";
+  page->Type("Copies", u"6");
+  ASSERT_EQ(confirm(), 1);
+  EXPECT_EQ(Get<"dmCopies">(sheet->out), 6) << "as often as it confirms";
+
+  backend.userWritable = false;
+  ui().stores.watermarks->wMarkListNum = 4;
+  sheet->out.bytes.fill(0xEE);
+  const DriverEnv before = sheet->out;
+  desk.Answer(IDNO);
+  EXPECT_EQ(confirm(), -1);
+  EXPECT_NE(desk.Told().find("lists:"), std::string::npos);
+  EXPECT_EQ(sheet->out.bytes, before.bytes);
+  desk.Answer(IDYES);
+  EXPECT_EQ(confirm(), 1);
+  EXPECT_NE(desk.Told(), "");
+  EXPECT_EQ(Get<"dmCopies">(sheet->out), 6);
+}
+
 /// Five lists of the user's and the custom sizes; each is whole or as it was.
 TEST_F(SheetTest, ListsThatCannotBeStoredAreAskedForOnce) {
   OpenPage();
-  sheet->Show(200);
+  sheet->Show("per-page");
+  ui().stores.pageLists->lists[3].mixplex ^= 1;
+  ui().stores.overlays->formListNum ^= 1;
+  ui().stores.watermarks->wMarkListNum ^= 1;
+  ui().stores.fontSubst->index ^= 1;
+  ui().stores.faxCover->zoom ^= 1;
   backend.userWritable = backend.machineWritable = false;
   const std::string before = backend.Dump(Hive::kUser);
   const std::string question = "Varnell 70/36MX-2 PCL|lists:\n[26425]\n[26412]\n[26423]\n[32032]\n[26200]?";
@@ -112,9 +154,9 @@ TEST_F(SheetTest, ListsThatCannotBeStoredAreAskedForOnce) {
   EXPECT_EQ(sheet->results, 2);
   EXPECT_EQ(backend.Dump(Hive::kUser), before);
 
-  page = sheet->Show(100);
+  page = sheet->Show("paper");
   (*ui().stores.userPapers)[3].width = 5000;
-  page->Type(103, u"7");
+  page->Type("Copies", u"7");
   backend.userWritable = true;
   desk.Answer(IDNO);
   EXPECT_FALSE(sheet->Apply());
@@ -123,70 +165,132 @@ TEST_F(SheetTest, ListsThatCannotBeStoredAreAskedForOnce) {
   EXPECT_EQ(Get<"dmCopies">(sheet->out), 1);
 }
 
+/// Another program changes lists while the sheet is open: what the sheet didn't touch stays theirs, what both changed
+/// is asked for.
+TEST_F(SheetTest, ListsChangedMeanwhileAreNotUndone) {
+  OpenPage();
+  ListStoreSet theirs = CopyOfLists(ui().stores);
+  theirs.watermarks->entries[1].size = 77;
+  theirs.faxCover->zoom = 66;
+  (*theirs.userPapers)[2].width = 5555;
+  const auto write_theirs = [&] { ASSERT_TRUE(WriteListStores(theirs, u"P1", printer.get(), false)); };
+  const auto stored = [&] {
+    ListStoreSet set = CreateListStoreSet();
+    EXPECT_TRUE(ReadListStores(set, u"P1", printer.get()));
+    return set;
+  };
+  write_theirs();
+  EXPECT_TRUE(sheet->Apply());
+  EXPECT_EQ(desk.Told(), "");
+  EXPECT_EQ(stored().watermarks->entries[1].size, 77u);
+  EXPECT_EQ((*stored().userPapers)[2].width, 5555u);
+
+  ui().stores.watermarks->entries[1].size = 33;
+  (*ui().stores.userPapers)[3].width = 4444;
+  const std::string question = "Varnell 70/36MX-2 PCL|changed lists:\n[26423]?";
+  desk.Answer(IDNO);
+  EXPECT_FALSE(sheet->Apply()) << "the sheet stays open";
+  EXPECT_EQ(desk.Told(), question);
+  EXPECT_EQ(stored().watermarks->entries[1].size, 77u);
+  desk.Answer(IDYES);
+  EXPECT_TRUE(sheet->Apply());
+  EXPECT_EQ(desk.Told(), question);
+  EXPECT_EQ(stored().watermarks->entries[1].size, 33u);
+  EXPECT_EQ(stored().faxCover->zoom, 66u) << "theirs, as the sheet never touched it";
+  EXPECT_EQ((*stored().userPapers)[2].width, 5555u);
+  EXPECT_EQ((*stored().userPapers)[3].width, 4444u);
+}
+
 TEST_F(SheetTest, WhatTheCommitMovesIsShown) {
-  OpenPage("lpOutput=1");
-  EXPECT_FALSE(page->IsEnabled(155));
+  OpenPage("lpOutput=Fax");
+  EXPECT_FALSE(page->IsEnabled("BindMargin_Check"));
   ASSERT_TRUE(sheet->Apply());
   EXPECT_EQ(desk.Told(), "[22302]|[22301]");
-  EXPECT_TRUE(page->IsEnabled(155));
+  EXPECT_TRUE(page->IsEnabled("BindMargin_Check"));
 }
 
 TEST_F(SheetTest, APageMayRefuseToBeLeft) {
   OpenPage();
-  Choose(114, 8);
-  page->Type(116, u"5");
-  EXPECT_EQ(sheet->Show(200), nullptr);
+  Choose("lpOutputPaper", "A3");
+  page->Type("Zoom", u"5");
+  EXPECT_EQ(sheet->Show("per-page"), nullptr);
   EXPECT_EQ(desk.Told(), "[21016]|[21016] 25-400");
-  EXPECT_EQ(page->Focused(), 116);
-  EXPECT_EQ((*page)[116].selection_end, 1U);
+  EXPECT_EQ(page->FocusedName(), "Zoom");
+  EXPECT_EQ((*page)["Zoom"].selection_end, 1U);
   EXPECT_FALSE(sheet->Confirm());
   EXPECT_EQ(desk.Told(), "[21016]|[21016] 25-400");
-  page->Type(116, u"50");
-  EXPECT_NE(sheet->Show(200), nullptr);
+  page->Type("Zoom", u"50");
+  EXPECT_NE(sheet->Show("per-page"), nullptr);
 }
 
 TEST_F(SheetTest, APageIsRebuiltWhenItComesToTheFront) {
   OpenPage();
-  ASSERT_NE(sheet->Show(700), nullptr);
-  engine().Set(Named("lpPRNType"), 2);
-  engine().Set(Named("Staple_Check"), 1);
-  page = sheet->Show(100);
-  EXPECT_EQ(page->SelectedText(176), "[21596]");
-  EXPECT_TRUE((*page)[130].checked);
+  ASSERT_NE(sheet->Show("font"), nullptr);
+  engine().Set(ControlNamed("lpPRNType"), 2);
+  engine().Set(ControlNamed("Staple_Check"), 1);
+  page = sheet->Show("paper");
+  EXPECT_EQ(page->SelectedText("lpPRNType"), "[21596]");
+  EXPECT_TRUE((*page)["Staple_Check"].checked);
 }
 
 TEST_F(SheetTest, ReadOnlyShowsEverythingAndEnablesNothing) {
-  OpenPage("lpPRNType=2", 100, DM_COPY | DM_NOPERMISSION);
-  EXPECT_EQ(page->SelectedText(176), "[21596]");
-  for (const ControlId id : page->Controls()) EXPECT_FALSE(page->IsEnabled(id)) << id;
-  ASSERT_NE(sheet->Show(200), nullptr);
-  sheet->Show(100);
-  for (const ControlId id : page->Controls()) EXPECT_FALSE(page->IsEnabled(id)) << id;
+  OpenPage("lpPRNType=TwoSided", "paper", DM_COPY | DM_NOPERMISSION);
+  EXPECT_EQ(page->SelectedText("lpPRNType"), "[21596]");
+  for (const ControlId id : page->Controls()) EXPECT_FALSE(page->IsEnabled(id)) << NameOfControl(id);
+  ASSERT_NE(sheet->Show("per-page"), nullptr);
+  sheet->Show("paper");
+  for (const ControlId id : page->Controls()) EXPECT_FALSE(page->IsEnabled(id)) << NameOfControl(id);
 }
 
 TEST_F(SheetTest, TheReportOfTheOpeningAppearsOnce) {
   DriverEnv saved;
   LoadPrinterEnv(printer.get(), &saved, nullptr, resources.get());
   DriverEnv conflicting = saved;
-  Set<"lpPRNType">(conflicting, 3);
+  Set<"lpPRNType">(conflicting, value::lpPRNType::kBooklet);
   Set<"dmDuplex">(conflicting, 2);
-  Set<"PaperLess_Check">(conflicting, 1);
+  Set<"PaperLess_Check">(conflicting, value::PaperLess_Check::kOn);
   sheet = std::make_unique<ScriptedSheet>(desk, printer.get(), DM_COPY);
   sheet->SetInput(conflicting);
   ASSERT_EQ(sheet->Open(), 1);
   EXPECT_EQ(desk.Told(), "") << "not before something is on the screen";
-  sheet->Show(100)->Paint(154);
+  sheet->Show("paper")->Paint("firstPaint.paper");
   EXPECT_EQ(desk.Told(), "Varnell 70/36MX-2 PCL|[22221][20017] => [21204] \n");
-  sheet->Show(200)->Paint(239);
-  sheet->Show(100)->Paint(154);
+  sheet->Show("per-page")->Paint("firstPaint.perPage");
+  sheet->Show("paper")->Paint("firstPaint.paper");
   EXPECT_EQ(desk.Told(), "");
+}
+
+TEST_F(SheetTest, ARecordWithoutLayoutOptionsOpensWithThem) {
+  DriverEnv saved;
+  LoadPrinterEnv(printer.get(), &saved, nullptr, resources.get());
+  Set<"lpOutputUnit">(saved, value::lpOutputUnit::kFloor2);
+  Set<"Layout_Check2">(saved, value::Layout_Check2::kOff);
+  Set<"Staple_Check">(saved, value::Staple_Check::kOn);
+  Set<"lpPRNType">(saved, value::lpPRNType::kBooklet);
+  Set<"dmDuplex">(saved, 2);
+  ASSERT_TRUE(SavePrinterEnv(printer.get(), saved));
+  std::string reports[2];
+  for (const uint8_t in_use : {uint8_t{1}, uint8_t{0}}) {
+    Set<"Layout_Check2">(saved, in_use);
+    sheet = std::make_unique<ScriptedSheet>(desk, printer.get(), DM_COPY);
+    sheet->SetInput(saved);
+    ASSERT_EQ(sheet->Open(), 1);
+    EXPECT_EQ(Value("Layout_Check2"), "On");
+    EXPECT_TRUE(engine::IsControlAvailable(engine(), "Staple_Check"_id)) << "before any page is shown";
+    page = sheet->Show("paper");
+    page->Paint("firstPaint.paper");
+    reports[in_use] = desk.Told() + page->SelectedText("lpPRNType") + page->SelectedText("lpStaple");
+  }
+  EXPECT_NE(reports[1].find("[22221]"), std::string::npos) << "the record has a conflict";
+  EXPECT_EQ(reports[0], reports[1]);
 }
 
 TEST_F(SheetTest, EventsBeforeAndAfterTheLifeOfAPageDoNothing) {
   ScriptedSheet early(desk, printer.get(), DM_COPY);
   ASSERT_EQ(early.Open(), 1);
   const auto pester = [](DialogLogic* logic) {
-    for (const ControlId id : {ControlId{0}, ControlId{103}, ControlId{111}, ControlId{151}, ControlId{170}}) {
+    for (const ControlId id :
+         {ControlId{0}, "Copies"_id, "lpMediaSize"_id, "restoreDefaults.paper"_id, "settingsLibrary.paper"_id}) {
       logic->Clicked(id);
       logic->RowSelected(id);
       logic->TextChanged(id);
@@ -202,7 +306,7 @@ TEST_F(SheetTest, EventsBeforeAndAfterTheLifeOfAPageDoNothing) {
     logic->Destroy();
   };
   for (const auto& added : early.pages) pester(added.logic);
-  early.Show(100);
+  early.Show("paper");
   early.pages[0].logic->Destroy();
   pester(early.pages[0].logic);
   EXPECT_EQ(early.results, 0);
@@ -212,13 +316,13 @@ TEST_F(SheetTest, TwoSheetsDoNotDisturbEachOther) {
   OpenPage();
   ScriptedSheet other(desk, printer.get(), kMayChangePrinterData);
   ASSERT_EQ(other.Open(), 1);
-  ScriptedDialog* second = other.Show(100);
-  Choose(176, 2);
-  page->Type(103, u"9");
-  EXPECT_EQ(other.context().engine().Value(Named("lpPRNType")), 1);
-  second->Press(107);
-  EXPECT_EQ(Value("lpOrientation"), 1);
-  EXPECT_EQ(second->TextOf(103), "1");
+  ScriptedDialog* second = other.Show("paper");
+  Choose("lpPRNType", "TwoSided");
+  page->Type("Copies", u"9");
+  EXPECT_EQ(other.context().engine().Value(ControlNamed("lpPRNType")), 1);
+  second->Press("lpOrientation.Landscape");
+  EXPECT_EQ(Value("lpOrientation"), "Portrait");
+  EXPECT_EQ(second->TextOf("Copies"), "1");
   ASSERT_TRUE(other.Confirm());
   ASSERT_TRUE(sheet->Confirm());
   EXPECT_EQ(Get<"dmCopies">(sheet->out), 9);
@@ -227,27 +331,27 @@ TEST_F(SheetTest, TwoSheetsDoNotDisturbEachOther) {
 }
 
 TEST_F(SheetTest, APageThatIsNotBuiltShowsItsSettings) {
-  OpenPage("Front_Check=1 lpFrontCover=3 lpImgShiftMode=2");
-  page = sheet->Show(200);
-  EXPECT_TRUE((*page)[201].checked);
-  EXPECT_TRUE((*page)[203].checked);
-  EXPECT_EQ(page->SelectedText(247), "[28587]");
+  OpenPage("Front_Check=On lpFrontCover=Printed lpImgShiftMode=2");
+  page = sheet->Show("per-page");
+  EXPECT_TRUE((*page)["Front_Check"].checked);
+  EXPECT_TRUE((*page)["lpFrontCover.Printed"].checked);
+  EXPECT_EQ(page->SelectedText("lpInterSheetList"), "[28587]");
   ASSERT_TRUE(sheet->Apply());
-  for (const ControlId id : page->Controls()) EXPECT_FALSE(page->IsEnabled(id)) << id;
+  for (const ControlId id : page->Controls()) EXPECT_FALSE(page->IsEnabled(id)) << NameOfControl(id);
 }
 
 TEST_F(SheetTest, AReportNamesThePapersOfItsOwnSheet) {
-  OpenPage("lpBindPosit=4");
+  OpenPage("lpBindPosit=Top");
   AddQueue(u"P2");
   const UniquePrinter second = OpenPrinterFor(u"P2", PRINTER_ALL_ACCESS);
   (*ui().stores.userPapers)[0] = {.width = 5000, .height = 7000, .unit = 1, .name = u"Ticket", .longFlag = 0};
   ScriptedSheet other(desk, second.get(), kMayChangePrinterData);
   ASSERT_EQ(other.Open(), 1);
-  EXPECT_EQ(std::u16string(PaperLabel(513)), u"[21550]");
+  EXPECT_EQ(std::u16string(PaperLabel(value::lpMediaSize::kCustom1)), u"[21550]");
   desk.Answer(IDNO);
-  Choose(176, 3);
+  Choose("lpPRNType", "Booklet");
   EXPECT_NE(desk.Told(), "");
-  EXPECT_EQ(std::u16string(PaperLabel(513)), u"Ticket");
+  EXPECT_EQ(std::u16string(PaperLabel(value::lpMediaSize::kCustom1)), u"Ticket");
 }
 
 TEST_F(SheetTest, TheNextOwnerDoesNotInheritSecrets) {
@@ -263,13 +367,13 @@ TEST_F(SheetTest, TheNextOwnerDoesNotInheritSecrets) {
     EXPECT_EQ(pages::GetText(ui(), TextSetting::kAuthPassword), kept);
     EXPECT_EQ(pages::GetText(ui(), TextSetting::kSecureCodeA), kept);
     EXPECT_EQ(Value("UserAuth_Check"), same ? 1 : 0);
-    EXPECT_EQ(Value("lpOutputMethod"), 1);
+    EXPECT_EQ(Value("lpOutputMethod"), "Print");
     EXPECT_EQ(pages::GetText(ui(), TextSetting::kOwnerName), user);
     pages::SetText(ui(), TextSetting::kSecureId, u"plans");
     pages::SetText(ui(), TextSetting::kAuthPassword, u"plans");
     pages::SetText(ui(), TextSetting::kSecureCodeA, u"plans");
-    engine().Set(Named("UserAuth_Check"), 1);
-    sheet->Show(100);
+    engine().Set(ControlNamed("UserAuth_Check"), 1);
+    sheet->Show("paper");
     if (env.bytes[0] == 0 || same) {
       ASSERT_TRUE(sheet->Confirm());
       env = sheet->out;
@@ -280,9 +384,9 @@ TEST_F(SheetTest, TheNextOwnerDoesNotInheritSecrets) {
 TEST_F(SheetTest, TheDeviceSheetStoresWhatItConfirms) {
   ScriptedSheet device(desk, printer.get(), 0, true);
   ASSERT_EQ(device.Open(), 1);
-  ScriptedDialog* shown = device.Show(800);
-  for (const ControlId id : shown->Controls()) EXPECT_FALSE(shown->IsEnabled(id)) << id;
-  device.context().engine().Set(Named("lpOutputUnit"), 41);
+  ScriptedDialog* shown = device.Show("device-settings");
+  for (const ControlId id : shown->Controls()) EXPECT_FALSE(shown->IsEnabled(id)) << NameOfControl(id);
+  device.context().engine().Set(ControlNamed("lpOutputUnit"), 41);
   backend.machineWritable = false;
   SETRESULT_INFO confirmed{.cbSize = sizeof confirmed, .wReserved = 0, .hSetResult = nullptr, .Result = 1};
   EXPECT_EQ(device.Reason(PROPSHEETUI_REASON_SET_RESULT, reinterpret_cast<LPARAM>(&confirmed)), -1);
@@ -290,51 +394,83 @@ TEST_F(SheetTest, TheDeviceSheetStoresWhatItConfirms) {
   ASSERT_TRUE(device.Confirm());
   DriverEnv saved;
   LoadPrinterEnv(printer.get(), &saved, nullptr, resources.get());
-  EXPECT_EQ(Get<"lpOutputUnit">(saved), 41);
+  EXPECT_EQ(Get<"lpOutputUnit">(saved), value::lpOutputUnit::kFloor2);
+}
+
+/// Another program saves device options while the sheet is open.
+TEST_F(SheetTest, TheDeviceSheetNeverUndoesWhatItDidNotChange) {
+  const auto saved_unit = [&] {
+    DriverEnv saved;
+    LoadPrinterEnv(printer.get(), &saved, nullptr, resources.get());
+    return Get<"lpFAXUnit">(saved);
+  };
+  const auto save_theirs = [&](uint8_t unit) {
+    DriverEnv theirs;
+    LoadPrinterEnv(printer.get(), &theirs, nullptr, resources.get());
+    Set<"lpFAXUnit">(theirs, unit);
+    ASSERT_TRUE(SavePrinterEnv(printer.get(), theirs));
+  };
+  const std::string question = "Varnell 70/36MX-2 PCL|changed printer P1?";
+  for (const bool touched : {false, true}) {
+    for (const int answer : {IDNO, IDYES}) {
+      save_theirs(1);
+      ScriptedSheet device(desk, printer.get(), 0, true);
+      ASSERT_EQ(device.Open(), 1);
+      device.Show("device-settings");
+      device.context().touched = touched;
+      save_theirs(2);
+      if (touched) desk.Answer(answer);
+      SETRESULT_INFO confirmed{.cbSize = sizeof confirmed, .wReserved = 0, .hSetResult = nullptr, .Result = 1};
+      EXPECT_EQ(device.Reason(PROPSHEETUI_REASON_SET_RESULT, reinterpret_cast<LPARAM>(&confirmed)), 1);
+      EXPECT_EQ(desk.Told(), touched ? question : "");
+      EXPECT_EQ(saved_unit(), touched && answer == IDYES ? 1 : 2);
+      EXPECT_EQ(device.info().Result, touched && answer == IDNO ? 0u : 1u);
+    }
+  }
 }
 
 TEST_F(SheetTest, ThePaneAndTheVersion) {
   OpenPage();
-  page->Press(164);
-  EXPECT_EQ(Value("previewMode"), 2);
+  page->Press("previewMode.Machine");
+  EXPECT_EQ(Value("previewMode"), "Machine");
   EXPECT_EQ(page->changes, 0) << "what the pictures show is no change of the job";
-  EXPECT_GE((*page)[166].repaints, 2);
-  sheet->pages[0].logic->Help(111);
-  EXPECT_EQ(page->help, std::pair(2002U, ControlId{111}));
-  ScriptedDialog* version = sheet->Show(1000);
-  EXPECT_EQ(version->TextOf(1001), "Varnell 70/36MX-2 PCL");
-  EXPECT_EQ(version->TextOf(1003), "Version : 02.00.00.00");
+  EXPECT_GE((*page)["upperPicture"].repaints, 2);
+  sheet->pages[0].logic->Help("lpMediaSize"_id);
+  EXPECT_EQ(page->help, std::pair(2002U, "lpMediaSize"_id));
+  ScriptedDialog* version = sheet->Show("version");
+  EXPECT_EQ(version->TextOf("product"), "Varnell 70/36MX-2 PCL");
+  EXPECT_EQ(version->TextOf("version"), "Version : 02.00.00.00");
   ASSERT_TRUE(sheet->Confirm());
   EXPECT_EQ(Get<"previewMode">(sheet->out), 2) << "but kept with it";
 }
 
 TEST_F(SheetTest, ThePagesAddressOnlyWhatTheirTemplatesHave) {
-  OpenPage("BindMargin_Check=1 lpCopierHardDisk=2 UserAuth_Check=1 lpAuthUserMode=2 SecMana_Check=1");
+  OpenPage("BindMargin_Check=On lpCopierHardDisk=Installed UserAuth_Check=On lpAuthUserMode=LoggedIn SecMana_Check=On");
   const auto leave = [](ScriptedDialog& dialog) {
-    EXPECT_TRUE(dialog.strangers().empty()) << *dialog.strangers().begin();
+    EXPECT_TRUE(dialog.strangers().empty()) << NameOfControl(*dialog.strangers().begin());
     dialog.Click(kCancelButton);
   };
-  desk.Expect(2300, leave);
-  desk.Expect(2950, leave);
-  page->Click(179);
-  page->Click(181);
-  desk.Expect(2910, [&](ScriptedDialog& trays) {
-    desk.Expect(2920, leave);
-    trays.Select(2911, 0);
-    trays.Click(2912);
+  desk.Expect("binding-margin", leave);
+  desk.Expect("authentication-and-department", leave);
+  page->Click("bindingMarginButton");
+  page->Click("authenticationButton");
+  desk.Expect("paper-type", [&](ScriptedDialog& trays) {
+    desk.Expect("edit-paper-type", leave);
+    trays.Select("trays", 0);
+    trays.Click("editTray");
     leave(trays);
   });
-  page->Click(182);
-  desk.Expect(1800, leave);
-  Choose(172, 2);
-  desk.Expect(2001, leave);
-  Choose(172, 3);
-  desk.Expect(2200, leave);
-  Choose(111, 512);
-  page->Check(124, true);
-  desk.Expect(2900, leave);
-  Choose(125, 20);
-  EXPECT_TRUE(page->strangers().empty()) << *page->strangers().begin();
+  page->Click("paperTypeButton");
+  desk.Expect("secure-print", leave);
+  Choose("lpOutputMethod", "Secure");
+  desk.Expect("box", leave);
+  Choose("lpOutputMethod", "SaveToBox");
+  desk.Expect("custom-size", leave);
+  Choose("lpMediaSize", "CustomSize");
+  page->Check("Nup_Check", true);
+  desk.Expect("layout-details", leave);
+  Choose("lpLayout", "Details");
+  EXPECT_TRUE(page->strangers().empty()) << NameOfControl(*page->strangers().begin());
 }
 
 /// Every allocation of a sheet's life fails once: it fails or goes on, and nothing is thrown, lost or left behind.
@@ -363,14 +499,60 @@ TEST_F(SheetTest, AHandlerWithoutMemoryLetsNothingOut) {
   for (int64_t left = 0; refused && left < 5000; ++left) {
     const FailingNew failing(left);
     logic->Activate();
-    logic->RowSelected(176);
-    logic->TextChanged(103);
+    logic->RowSelected("lpPRNType"_id);
+    logic->TextChanged("Copies"_id);
     logic->Deactivate();
     refused = failing.Refused();
   }
   EXPECT_FALSE(refused);
-  EXPECT_EQ(page->SelectedText(176), "[21595]");
+  EXPECT_EQ(page->SelectedText("lpPRNType"), "[21595]");
   EXPECT_EQ(Value("Copies"), 1);
+}
+
+/// Dialogs on the settings themselves and on a copy: whatever memory their start lacks, each closes, and nothing
+/// changes.
+TEST_F(SheetTest, ADialogThatCannotStartCloses) {
+  OpenPage("lpCopierHardDisk=Installed BindMargin_Check=On lpMarginMode=Reduce fMargin=50");
+  for (const TextSetting text : {TextSetting::kSecureId, TextSetting::kBoxFileName})
+    pages::SetText(ui(), text, u"longer than a text without an allocation");
+  struct Case {
+    DialogName dialog;
+    std::function<void()> open;
+  };
+  const Case cases[] = {{"binding-margin", [&] { page->Click("bindingMarginButton"); }},
+                        {"authentication-and-department", [&] { page->Click("authenticationButton"); }},
+                        {"paper-type", [&] { page->Click("paperTypeButton"); }},
+                        {"secure-print", [&] { Choose("lpOutputMethod", "Secure"); }},
+                        {"box", [&] { Choose("lpOutputMethod", "SaveToBox"); }},
+                        {"custom-size", [&] { Choose("lpMediaSize", "CustomSize"); }},
+                        {"layout-details", [&] {
+                           Put("BindMargin_Check=Off lpMarginMode=Shift fMargin=0 Nup_Check=On");
+                           page = sheet->Show("paper");
+                           Choose("lpLayout", "Details");
+                         }}};
+  for (const Case& c : cases) {
+    const auto before = Bytes();
+    int closed = 0;
+    for (int64_t left = 0; left < 400; ++left) {
+      bool started = false;
+      desk.Expect(c.dialog, [&](ScriptedDialog& dialog) {
+        started = true;
+        dialog.Click(kCancelButton);
+      });
+      desk.while_starting = [left](const auto& start) {
+        const FailingNew failing(left);
+        start();
+      };
+      c.open();
+      if (started) break;
+      ++closed;
+      ASSERT_TRUE(c.dialog == DialogName("paper-type") || c.dialog == DialogName("layout-details") || Bytes() == before)
+          << c.dialog << ' ' << left;
+    }
+    EXPECT_GT(closed, 0) << c.dialog;
+    EXPECT_EQ(page->SelectedText("lpOutputMethod"), "[40103]");
+    EXPECT_EQ(desk.Told(), "");
+  }
 }
 
 TEST_F(SheetTest, ADialogThatCannotBeCopiedForIsNotOpened) {
@@ -378,8 +560,8 @@ TEST_F(SheetTest, ADialogThatCannotBeCopiedForIsNotOpened) {
   const auto before = Bytes();
   {
     const FailingNew none(0);
-    page->Click(181);
-    page->Click(182);
+    page->Click("authenticationButton");
+    page->Click("paperTypeButton");
   }
   EXPECT_TRUE(Bytes() == before);
   EXPECT_EQ(desk.Told(), "");

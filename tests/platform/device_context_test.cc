@@ -1,7 +1,7 @@
 // Drawing state over a canvas: what is selected when, paths, clips, kept states, stale handles.
 #include <gtest/gtest.h>
 
-#include "platform/device_context.h"
+#include "platform/api/device_context.h"
 #include "support/recording_canvas.h"
 
 namespace heron::test {

@@ -1,17 +1,15 @@
 // The notation of templates, and that every template under resources/dialogs is sound.
-#include "platform/dialog_template.h"
+#include "platform/dialog/dialog_template.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <map>
 #include <set>
-#include <sstream>
 
-#include "platform/text.h"
+#include "platform/api/text.h"
+#include "support/control_names.h"
 
 namespace heron::platform {
 namespace {
@@ -32,19 +30,7 @@ std::optional<DialogTemplate> Parsed(std::string_view source, std::string* error
 
 std::vector<DialogTemplate> AllTemplates() {
   std::vector<DialogTemplate> all;
-  for (const auto& file : std::filesystem::directory_iterator(HERON_RESOURCES "/dialogs")) {
-    if (file.path().extension() != ".dialog") continue;
-    std::ifstream stream(file.path());
-    std::ostringstream source;
-    source << stream.rdbuf();
-    std::string error;
-    auto read = Parsed(source.str(), &error);
-    EXPECT_TRUE(read.has_value()) << file.path() << ": " << error;
-    if (!read) continue;
-    EXPECT_TRUE(file.path().filename().string().starts_with(std::to_string(read->number) + "-")) << file.path();
-    all.push_back(std::move(*read));
-  }
-  std::ranges::sort(all, {}, &DialogTemplate::number);
+  for (const auto& [number, dialog] : test::Templates()) all.push_back(dialog);
   return all;
 }
 
@@ -124,7 +110,8 @@ TEST(DialogTemplate, ReadsEveryPartOfTheNotation) {
   std::string error;
   const auto read = Parsed(
       "# a remark\r\ndialog 7 medium \"A \\\"title\\\"\"\ncolumn\ngroup - \"One\"\n"
-      "  label - \"&Na&&me:\" for=9\n  + text 9 limit=31 readonly\n  group 10 \"In\"\n    spin 11 for=9 wraps\n  "
+      "  label - \"&Na&&me:\" for=9\n  + text 9 key=lpText limit=31 readonly\n  group 10 \"In\"\n    spin 11 "
+      "as=lpText.spin for=9 wraps\n  "
       "end\nend\n"
       "column\nlistview 12 columns=\"21002:160,Größe:5\" several\npane\nplace 13 size=170x84\nbuttons\nbutton 1 \"\"\n",
       &error);
@@ -134,6 +121,7 @@ TEST(DialogTemplate, ReadsEveryPartOfTheNotation) {
   const auto& controls = read->controls;
   EXPECT_EQ(Mnemonic(controls[1].label), u'n');
   EXPECT_TRUE(controls[2].beside && controls[2].read_only && controls[2].limit == 31 && controls[2].group == 0);
+  EXPECT_TRUE(controls[2].key == "lpText" && controls[2].alias.empty() && controls[4].alias == "lpText.spin");
   EXPECT_TRUE(controls[4].wraps && controls[4].group == 3 && controls[3].group == 0);
   ASSERT_EQ(controls[5].columns.size(), 2U);
   EXPECT_TRUE(controls[5].columns[0].number == 21002 && controls[5].columns[1].text == u"Größe");
@@ -153,6 +141,8 @@ TEST(DialogTemplate, RefusesWhatItDoesntUnderstandAndNamesTheLine) {
            head + "list 70000",
            head + "list 5 limit=",
            head + "list 5 nonsense",
+           head + "list 5 key=",
+           head + "list 5 key=a as=b",
            head + "lists 5",
            head + "label - \"open",
            head + "group - \"T\"",

@@ -1,12 +1,12 @@
 // The file calls: names, exclusive making, bounds of handles and of transfers.
-#include "platform/files.h"
+#include "platform/api/files.h"
 
 #include <gtest/gtest.h>
 
 #include <set>
 #include <string>
 
-#include "platform/memory_backend.h"
+#include "platform/memory/memory_backend.h"
 
 namespace heron::platform {
 namespace {

@@ -1,16 +1,16 @@
 // The registry's calls on the backend in memory: handles, rights, sizes and nested batches.
 
-#include "platform/registry.h"
+#include "platform/api/registry.h"
 
 #include <gtest/gtest.h>
 
 #include <thread>
 #include <vector>
 
-#include "platform/handles.h"
-#include "platform/memory_backend.h"
-#include "platform/queues.h"
-#include "platform/text.h"
+#include "platform/api/handles.h"
+#include "platform/api/queues.h"
+#include "platform/api/text.h"
+#include "platform/memory/memory_backend.h"
 
 namespace heron::platform {
 namespace {

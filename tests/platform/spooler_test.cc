@@ -1,6 +1,6 @@
 // Queues and their data on the backend in memory: exact sizes, layouts, names, and what a failing store leaves.
 
-#include "platform/spooler.h"
+#include "platform/api/spooler.h"
 
 #include <gtest/gtest.h>
 
@@ -8,9 +8,9 @@
 #include <span>
 #include <vector>
 
-#include "platform/handles.h"
-#include "platform/memory_backend.h"
-#include "platform/queues.h"
+#include "platform/api/handles.h"
+#include "platform/api/queues.h"
+#include "platform/memory/memory_backend.h"
 
 namespace heron::platform {
 namespace {
@@ -130,10 +130,42 @@ TEST_F(SpoolerTest, NamesAreCheckedAndBackslashesKept) {
   EXPECT_EQ(FindQueue(u",,server,queue", nullptr), kErrorInvalidPrinterName);
   std::vector<std::u16string> names;
   EXPECT_EQ(ListQueues(&names), kErrorSuccess);
-  EXPECT_EQ(names, (std::vector<std::u16string>{u"Qu\u00E9", longest, u"\\\\server\\queue"}));
+  EXPECT_EQ(names, (std::vector<std::u16string>{u"\\\\server\\queue", u"Qu\u00E9", longest}));
   Queue found;
   EXPECT_EQ(FindQueue(u"\\\\SERVER\\queue", &found), kErrorSuccess);
   EXPECT_EQ(found.dataFile, u"/d/data");
+}
+
+TEST_F(SpoolerTest, ARemovedQueueIsKnownByItsIdentityUntilItIsBack) {
+  Queue queue;
+  ASSERT_EQ(FindQueue(u"Qu\u00E9", &queue), kErrorSuccess);
+  const std::u16string first = queue.identity;
+  EXPECT_EQ(first.size(), 16u);
+  ASSERT_EQ(AddQueue(Sample(u"Qu\u00E9")), kErrorSuccess);
+  ASSERT_EQ(FindQueue(u"Qu\u00E9", &queue), kErrorSuccess);
+  EXPECT_EQ(queue.identity, first) << "a replaced queue is the same one";
+  EXPECT_FALSE(WasQueueRemoved(u"Qu\u00E9", first));
+  ASSERT_EQ(RemoveQueue(u"Qu\u00E9"), kErrorSuccess);
+  EXPECT_TRUE(WasQueueRemoved(u"Qu\u00E9", first));
+  EXPECT_FALSE(WasQueueRemoved(u"Qu\u00E9", {}));
+  ASSERT_EQ(AddQueue(Sample(u"Qu\u00E9")), kErrorSuccess);
+  Queue fresh;
+  ASSERT_EQ(FindQueue(u"Qu\u00E9", &fresh), kErrorSuccess);
+  EXPECT_NE(fresh.identity, first);
+  ASSERT_EQ(RemoveQueue(u"Qu\u00E9"), kErrorSuccess);
+  ASSERT_EQ(AddQueue(queue), kErrorSuccess);  // with the identity that it had
+  EXPECT_FALSE(WasQueueRemoved(u"Qu\u00E9", first));
+}
+
+TEST_F(SpoolerTest, OfTwoThatAddANewQueueOneDoes) {
+  ASSERT_EQ(AddQueue(Sample(u"new"), AddMode::kNew), kErrorSuccess);
+  const std::string before = backend.Dump(Hive::kMachine);
+  Queue other = Sample(u"NEW");
+  other.port = u"elsewhere";
+  EXPECT_EQ(AddQueue(other, AddMode::kNew), kErrorPrinterAlreadyExists);
+  EXPECT_EQ(backend.Dump(Hive::kMachine), before);
+  EXPECT_EQ(AddQueue(other, AddMode::kReplace), kErrorSuccess);
+  EXPECT_NE(backend.Dump(Hive::kMachine), before);
 }
 
 TEST_F(SpoolerTest, ARemovedQueueIsGoneForItsOpenHandleToo) {
@@ -142,7 +174,7 @@ TEST_F(SpoolerTest, ARemovedQueueIsGoneForItsOpenHandleToo) {
   ASSERT_EQ(SetPrinterDataW(printer.get(), u"v", REG_BINARY, &byte, 1), kErrorSuccess);
   ASSERT_EQ(RemoveQueue(u"QU\u00E9"), kErrorSuccess);
   EXPECT_EQ(RemoveQueue(u"Qu\u00E9"), kErrorInvalidPrinterName);
-  EXPECT_EQ(backend.Dump(Hive::kMachine), "");
+  EXPECT_EQ(backend.Dump(Hive::kMachine).find("Print\\Printers"), std::string::npos);
   ASSERT_EQ(AddQueue(Sample(u"Qu\u00E9")), kErrorSuccess);
   EXPECT_EQ(GetPrinterDataW(printer.get(), u"v", nullptr, nullptr, 0, &needed), kErrorPrinterDeleted);
   EXPECT_EQ(SetPrinterDataW(printer.get(), u"v", REG_BINARY, &byte, 1), kErrorPrinterDeleted);
@@ -235,7 +267,7 @@ TEST_F(SpoolerTest, AFailureAnywhereLeavesTheQueuesAsTheyWere) {
   ASSERT_EQ(AddQueue(changed), kErrorSuccess);
   ASSERT_EQ(backend.Dump(Hive::kMachine), before);
   sweep("remove", [&] { return RemoveQueue(u"Qu\u00E9"); });
-  EXPECT_EQ(backend.Dump(Hive::kMachine), "");
+  EXPECT_EQ(backend.Dump(Hive::kMachine).find("Print\\Printers"), std::string::npos);
 }
 
 }  // namespace

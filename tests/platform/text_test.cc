@@ -1,14 +1,14 @@
 // Texts: conversions with their cuts and bad input, the expander, and the small calls that hand texts out.
 
-#include "platform/text.h"
+#include "platform/api/text.h"
 
 #include <gtest/gtest.h>
 
 #include <vector>
 
-#include "platform/memory_backend.h"
-#include "platform/modules.h"
-#include "platform/process.h"
+#include "platform/api/modules.h"
+#include "platform/api/process.h"
+#include "platform/memory/memory_backend.h"
 
 namespace heron::platform {
 namespace {

@@ -3,6 +3,7 @@
 
 #include <sstream>
 
+#include "generated/values.h"
 #include "settings/printer_data.h"
 #include "settings/text_scramble.h"
 #include "support/job_fixture.h"
@@ -40,12 +41,12 @@ class DocumentTest : public JobTest {
       std::u16string(u"@宋体").copy(list.pages[i].tabTextFontName, 3);
     }
     ASSERT_TRUE(WalkStore(set, ListStoreId::kPageLists, u"P1", WalkOp::kWrite));
-    Set<"InterSheet_Check">(record, 1);
+    Set<"InterSheet_Check">(record, value::InterSheet_Check::kOn);
     Set<"lpInterSheetList">(record, number);
   }
 
   void AskForSecurePrint() {
-    Set<"lpOutputMethod">(record, 2);
+    Set<"lpOutputMethod">(record, value::lpOutputMethod::kSecure);
     SetText<"secureId">(record, u"anna");
     SetText<"securePassword">(record, TextScramble(u"geheim", SecretKind::kSecurePrint));
     WriteAt(std::span(jobState), JobStateBlock::kConfirmSecure, uint32_t{1});
@@ -103,23 +104,23 @@ TEST_F(DocumentTest, StaleHandlesFailWithoutHarm) {
 }
 
 TEST_F(DocumentTest, SpreadsheetJobLeavesItsDeviceForTheReset) {
-  Set<"lpGraphicsMode">(record, 2);
-  Set<"lpPDLType">(record, 1);
+  Set<"lpGraphicsMode">(record, value::lpGraphicsMode::kVector);
+  Set<"lpPDLType">(record, value::lpPDLType::kPcl5);
   backend.processFileName = u"/opt/office/excel.exe";
   EXPECT_NE(Run(DOCUMENTEVENT_STARTDOC).find("DocStarted GetJobRecord GetFaxStatus"), std::string::npos);
   DriverEnv handed = record;
-  Set<"lpGraphicsMode">(handed, 1);
-  Set<"lpPDLType">(handed, 2);
+  Set<"lpGraphicsMode">(handed, value::lpGraphicsMode::kRaster);
+  Set<"lpPDLType">(handed, value::lpPDLType::kPclXl);
   Set<"lpOutput">(handed, 7);
   const void* const pointer = &handed;
   const void* replaced = nullptr;
   SetBookModeStatus(record, 1);
   SetBookModeResolution(u"P1", 300);
   Run(DOCUMENTEVENT_RESETDCPRE, &pointer, sizeof pointer, &replaced, sizeof replaced);
-  EXPECT_EQ(Get<"lpGraphicsMode">(handed), 2);
-  EXPECT_EQ(Get<"lpPDLType">(handed), 1);
-  EXPECT_EQ(Get<"lpOutput">(handed), 1);
-  EXPECT_EQ(Get<"lpQuality">(handed), 600);
+  EXPECT_EQ(Get<"lpGraphicsMode">(handed), value::lpGraphicsMode::kVector);
+  EXPECT_EQ(Get<"lpPDLType">(handed), value::lpPDLType::kPcl5);
+  EXPECT_EQ(Get<"lpOutput">(handed), value::lpOutput::kFax);
+  EXPECT_EQ(Get<"lpQuality">(handed), value::lpQuality::kDpi600);
   Run(DOCUMENTEVENT_ENDDOCPOST);
   EXPECT_EQ(ReadBookModeJob(u"P1").gfxMode, 0u);
 
@@ -128,10 +129,10 @@ TEST_F(DocumentTest, SpreadsheetJobLeavesItsDeviceForTheReset) {
   SetBookModeStatus(record, 2);
   replaced = &handed;
   Run(DOCUMENTEVENT_CREATEDCPRE, &create, sizeof create, &replaced, sizeof replaced);
-  EXPECT_EQ(Get<"lpOutput">(handed), 1);  // somebody replaces the record
+  EXPECT_EQ(Get<"lpOutput">(handed), value::lpOutput::kFax);  // somebody replaces the record
   replaced = nullptr;
   Run(DOCUMENTEVENT_CREATEDCPRE, &create, sizeof create, &replaced, sizeof replaced);
-  EXPECT_EQ(Get<"lpOutput">(handed), 2);
+  EXPECT_EQ(Get<"lpOutput">(handed), value::lpOutput::kPrinter);
 }
 
 TEST_F(DocumentTest, ForeignRecordsAndShortArgumentsStay) {
@@ -166,12 +167,19 @@ TEST_F(DocumentTest, SecurePrintIsConfirmed) {
   SetText<"secureId">(record, u"");
   Run(DOCUMENTEVENT_STARTDOCPOST);
   EXPECT_EQ(desk.shown, "<32008>: <32009><32028><21006><32011>geheim<32001>");
+  desk.is_window = false;
+  Run(DOCUMENTEVENT_STARTDOCPOST);
+  EXPECT_EQ(desk.shown, "<32008>: <32009><32028><21006><32011>***<32001>") << "what a terminal shows is kept";
+  SetText<"secureId">(record, u"anna");
+  Run(DOCUMENTEVENT_STARTDOCPOST);
+  EXPECT_EQ(desk.shown, "<32008>: <32009><32028>***<32011>***<32001>");
+  desk.is_window = true;
   WriteAt(std::span(jobState), JobStateBlock::kMaskPassword, uint16_t{1});
   Run(DOCUMENTEVENT_STARTDOCPOST);
   EXPECT_EQ(desk.shown.find("geheim"), std::string::npos);
   WriteAt(std::span(jobState), JobStateBlock::kConfirmSecure, uint32_t{0});
   Run(DOCUMENTEVENT_STARTDOCPOST);
-  EXPECT_EQ(desk.count, 3);
+  EXPECT_EQ(desk.count, 5);
 }
 
 TEST_F(DocumentTest, CancelledConfirmationCancelsTheJobAndGoesOn) {
@@ -187,15 +195,15 @@ TEST_F(DocumentTest, CancelledConfirmationCancelsTheJobAndGoesOn) {
 }
 
 TEST_F(DocumentTest, BoxIsConfirmed) {
-  Set<"lpOutputMethod">(record, 4);
+  Set<"lpOutputMethod">(record, value::lpOutputMethod::kSaveToBoxAndPrint);
   SetText<"boxFileName">(record, u"report");
   WriteAt(std::span(jobState), JobStateBlock::kConfirmBox, uint32_t{1});
   Run(DOCUMENTEVENT_STARTDOCPOST);
   EXPECT_EQ(desk.shown, "<32012>: <32013><32015><32029>report<32017><21006><32001>");
-  Set<"lpOutputMethod">(record, 3);
+  Set<"lpOutputMethod">(record, value::lpOutputMethod::kSaveToBox);
   Run(DOCUMENTEVENT_STARTDOCPOST);
   EXPECT_NE(desk.shown.find("<32014>"), std::string::npos);
-  Set<"lpOutputMethod">(record, 1);
+  Set<"lpOutputMethod">(record, value::lpOutputMethod::kPrint);
   Run(DOCUMENTEVENT_STARTDOCPOST);
   EXPECT_EQ(desk.count, 2);
 }

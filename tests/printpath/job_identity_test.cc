@@ -1,7 +1,7 @@
 // The job's identifier and who gets it.
 #include "printpath/job_identity.h"
 
-#include "platform/modules.h"
+#include "platform/api/modules.h"
 #include "settings/text_scramble.h"
 #include "support/job_fixture.h"
 
@@ -47,6 +47,13 @@ TEST_F(JobIdentityTest, AProgramWithTheNetworkLibraryIsLeftAlone) {
   EXPECT_TRUE(MakeJobId().starts_with(u"ACDE48"));
   FreeLibrary(held);
   EXPECT_TRUE(MakeJobId().starts_with(u"02005E"));
+}
+
+TEST_F(JobIdentityTest, BytesEndBehindAWholeCharacter) {
+  EXPECT_EQ(NotifyJob(printer.get(), std::u16string(30, u'i') + u"ä", u"P" + std::u16string(220, u'ü')), 42);
+  EXPECT_EQ(notified.find('|'), 30u) << "31 bytes would split the last character";
+  EXPECT_EQ(notified.size(), 30u + 1 + 439);
+  EXPECT_EQ(notified.find("\xEF\xBF\xBD"), std::string::npos);
 }
 
 TEST_F(JobIdentityTest, WhatIsMissingIsNotNotified) {

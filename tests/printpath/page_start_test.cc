@@ -1,6 +1,7 @@
 // What goes out before the first page: the form, the font map, and the program's flags.
 #include <gtest/gtest.h>
 
+#include "generated/values.h"
 #include "printpath/font_map.h"
 #include "support/job_fixture.h"
 #include "uistate/walk_store.h"
@@ -15,7 +16,7 @@ class PageStartTest : public JobTest {
   PageStartTest() {
     SetText<"overlayName">(record, u"/forms/head.vxf");
     backend.files.content[u"/forms/head.vxf"] = std::make_shared<std::vector<uint8_t>>(321);
-    Set<"FontUseFlg">(record, 0);
+    Set<"FontUseFlg">(record, value::FontUseFlg::kOff);
     ListStoreSet set = CreateListStoreSet();
     std::u16string(u"Caption").copy(set.overlays->messages[2].caption, 7);
     std::u16string(u"Use %s?").copy(set.overlays->messages[2].message, 7);
@@ -40,13 +41,13 @@ class PageStartTest : public JobTest {
       device.copy(pair.deviceFont, 31);
     }
     ASSERT_TRUE(WalkStore(set, ListStoreId::kFontSubst, u"P1", WalkOp::kWrite));
-    Set<"FontUseFlg">(record, 1);
+    Set<"FontUseFlg">(record, value::FontUseFlg::kOn);
   }
 };
 
 TEST_F(PageStartTest, FormGoesOutBeforeTheFirstPageOnly) {
   EXPECT_EQ(StartPage(), "");  // none is wanted
-  Set<"lpOverlay">(record, 3);
+  Set<"lpOverlay">(record, value::lpOverlay::kPrintWithForm);
   EXPECT_EQ(StartPage(), " GetPageNumber GetDrawPath GetPageState SetFormBlock [528]");
   EXPECT_EQ(Mode(), 3);
   EXPECT_EQ(ReadAt<uint32_t>(canvas.sent["EscSetFormBlock"], FormBlock::kFileSize), 321u);
@@ -57,7 +58,7 @@ TEST_F(PageStartTest, FormGoesOutBeforeTheFirstPageOnly) {
 
 TEST_F(PageStartTest, MissingOrRefusedFormIsNone) {
   Set<"lpOverlay">(record, 4);
-  Set<"OverlayPrompt">(record, 1);
+  Set<"OverlayPrompt">(record, value::OverlayPrompt::kOn);
   StartPage();
   EXPECT_EQ(desk.shown, "Caption: Use head.vxf?");
   EXPECT_EQ(desk.style, MB_YESNO | MB_ICONQUESTION);
@@ -71,15 +72,15 @@ TEST_F(PageStartTest, MissingOrRefusedFormIsNone) {
   StartPage();
   EXPECT_EQ(Mode(), 1);
   EXPECT_EQ(desk.count, 4);  // nobody is asked about a form that isn't there
-  Set<"lpOverlay">(record, 2);
-  Set<"OverlayPrompt">(record, 0);
+  Set<"lpOverlay">(record, value::lpOverlay::kCreateForm);
+  Set<"OverlayPrompt">(record, value::OverlayPrompt::kOff);
   StartPage();
   EXPECT_EQ(Mode(), 2);  // a form that is to be made need not be there
 }
 
 TEST_F(PageStartTest, Path556SendsThePathOrMarksTheState) {
   UsePath556();
-  Set<"lpOverlay">(record, 3);
+  Set<"lpOverlay">(record, value::lpOverlay::kPrintWithForm);
   pageState[PageState556::kOverlayPrompt] = 1;
   EXPECT_EQ(StartPage(), " GetPageNumber GetDrawPath GetPageState SetFormPath [520] SetPageState [556]");
   EXPECT_EQ(pageState[PageState556::kOverlaySkipped], 0);
@@ -90,7 +91,7 @@ TEST_F(PageStartTest, Path556SendsThePathOrMarksTheState) {
 
 TEST_F(PageStartTest, FontMapHoldsEveryPairInItsPlace) {
   StorePairs({{u"Arial Narrow", u"Helvetica Narrow"}, {u"Fancy", u"No Such Font"}, {u"Wingdings", u"Wingdings"}});
-  Set<"lpPDLType">(record, 2);
+  Set<"lpPDLType">(record, value::lpPDLType::kPclXl);
   EXPECT_EQ(StartPage(), " GetPageNumber GetDrawPath SetFontMap [552]");
   const auto& sent = canvas.sent["EscSetFontMap"];
   const auto text = [&](size_t entry, size_t index) {
@@ -106,15 +107,23 @@ TEST_F(PageStartTest, FontMapHoldsEveryPairInItsPlace) {
   EXPECT_EQ(sent[2 * 24 + 22], 2);
 
   UsePath556();
-  Set<"lpPDLType">(record, 1);
+  Set<"lpPDLType">(record, value::lpPDLType::kPcl5);
   EXPECT_EQ(StartPage(), " GetPageNumber GetDrawPath SetFontMap [540]");
   const auto& brief = canvas.sent["EscSetFontMap"];
   EXPECT_STREQ(reinterpret_cast<const char*>(brief.data()) + ReadAt<uint32_t>(brief, 8), "\x1b(19U\x1b(s1p4s3b24580T");
 }
 
+TEST_F(PageStartTest, NamesOfTheFontMapEndBehindAWholeCharacter) {
+  StorePairs({{u"ABCDEFGHIJKLMNOPQRSTUVWXYZabcde\u00E4", u"Wingdings"}});
+  const FontMapEntry entry = BuildFontMap(record).at(0);
+  EXPECT_EQ(std::string_view(entry.texts[0]), "ABCDEFGHIJKLMNOPQRSTUVWXYZabcde") << "byte 32 is half a letter";
+  EXPECT_EQ(WideText<4>(u"ab\U0001F600")[2], 0) << "two units would split the pair";
+  EXPECT_EQ(WideText<5>(u"ab\U0001F600")[3], 0xDE00);
+}
+
 TEST_F(PageStartTest, FirstFormNeedsNoCodeAndEmptyVariantsStayEmpty) {
   StorePairs({{u"Chancery", u"ITC Zapf Chancery"}});
-  Set<"lpPDLType">(record, 1);
+  Set<"lpPDLType">(record, value::lpPDLType::kPcl5);
   const FontMapEntry entry = BuildFontMap(record).at(0);
   EXPECT_STREQ(entry.texts[1], "");
   EXPECT_STREQ(entry.texts[2], "\x1b(19U\x1b(s1p1s0b45099T");

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "generated/values.h"
 #include "printpath/stamp_geometry.h"
 #include "printpath/watermark_stamp.h"
 #include "support/job_fixture.h"
@@ -23,7 +24,7 @@ class WatermarkTest : public JobTest {
     entry.color = 0x17E;
     std::u16string(u"Draft").copy(entry.text, 5);
     std::u16string(u"Serif").copy(entry.font, 5);
-    Set<"Watermark_Use">(record, 1);
+    Set<"Watermark_Use">(record, value::Watermark_Use::kOn);
     Set<"watermarkIndex">(record, 1);
     Set<"dmPrintQuality">(record, 600);
     Set<"dmYResolution">(record, 600);
@@ -128,7 +129,7 @@ TEST_F(WatermarkTest, Path556DrawsOrLeavesTheStampToThePrintingSide) {
   UsePath556();
   entry.angle = 455;
   entry.centerX = 0xFFFF;
-  Set<"FirstPageOnly">(record, 1);
+  Set<"FirstPageOnly">(record, value::FirstPageOnly::kOn);
   canvas.replies["EscGetPageNumber"].result = 1;
   Prepare();
   Put<uint8_t>(PageState556::kStampIntensity + 1, 0x33);
@@ -172,13 +173,13 @@ TEST_F(WatermarkTest, NothingIsDrawnWithoutAStamp) {
   Set<"watermarkIndex">(record, 255);
   EXPECT_EQ(EndPage(), nothing);
   Set<"watermarkIndex">(record, 1);
-  Set<"Watermark_Use">(record, 0);
+  Set<"Watermark_Use">(record, value::Watermark_Use::kOff);
   EXPECT_EQ(EndPage(), nothing);
-  Set<"Watermark_Use">(record, 1);
-  Set<"FirstPageOnly">(record, 1);
+  Set<"Watermark_Use">(record, value::Watermark_Use::kOn);
+  Set<"FirstPageOnly">(record, value::FirstPageOnly::kOn);
   canvas.replies["EscGetPageNumber"].result = 2;
   EXPECT_EQ(EndPage(), nothing + " GetPageNumber");
-  Set<"FirstPageOnly">(record, 0);
+  Set<"FirstPageOnly">(record, value::FirstPageOnly::kOff);
   for (const uint32_t size : {0u, 12u}) {
     entry.size = size;
     if (size != 0) entry.text[0] = 0;
@@ -206,8 +207,8 @@ TEST_F(WatermarkTest, ZoomAndLayoutMoveTheMiddle) {
   Put<uint8_t>(PageState488::kLayoutKind, 1);
   Put<uint8_t>(PageState488::kLayoutKind + 1, 2);
   EXPECT_EQ(at(3507, 2480 + 300), "");
-  Set<"Layout_Check">(record, 1);
-  Set<"lpLayout">(record, 8);  // the record says the same
+  Set<"Layout_Check">(record, value::Layout_Check::kOn);
+  Set<"lpLayout">(record, value::lpLayout::kTwoPages);  // the record says the same
   EXPECT_EQ(at(3507, 2480 + 300), "");
   canvas.replies["EscGetPageOrientation"].result = 2;
   EXPECT_EQ(at(2480, 3507 + 300), "");

@@ -7,7 +7,8 @@
 #include <memory>
 
 #include "escapes/escape_table.h"
-#include "platform/memory_backend.h"
+#include "generated/values.h"
+#include "platform/memory/memory_backend.h"
 #include "renderdriver/bytes.h"
 #include "renderdriver/ticket.h"
 #include "support/letter_record.h"
@@ -124,8 +125,8 @@ TEST_F(RenderDriverTest, TellsWhatWasSent) {
 
 TEST_F(RenderDriverTest, HandsTheRecordOutInItsBlocks) {
   DriverEnv record = LetterRecord();
-  Set<"lpOutputMethod">(record, 2);
-  Set<"lpPDLType">(record, 3);
+  Set<"lpOutputMethod">(record, value::lpOutputMethod::kSecure);
+  Set<"lpPDLType">(record, value::lpPDLType::kPclXlMode3);
   Open(record);
   const Block block = Ask("EscGetJobRecord", JobRecordBlock::kSize);
   const auto extra = Read<uint16_t>(block, JobRecordBlock::kExtraOffset);
@@ -142,7 +143,7 @@ TEST_F(RenderDriverTest, HandsTheRecordOutInItsBlocks) {
 
 TEST_F(RenderDriverTest, AFaxHasTheRecipientsThatWereHandedOver) {
   DriverEnv record = LetterRecord();
-  Set<"lpOutput">(record, 1);
+  Set<"lpOutput">(record, value::lpOutput::kFax);
   Set<"faxAddressFileId">(record, 77);
   Open(record);
   Start();
@@ -189,7 +190,7 @@ TEST_F(RenderDriverTest, APageStateComesBackAsItWentButForTheFieldsOfTheStamp) {
   EXPECT_FALSE(StampLeftTo(job)) << "order 1: the driver draws";
 
   DriverEnv record = LetterRecord();
-  Set<"lpWatermarkOrder">(record, 2);
+  Set<"lpWatermarkOrder">(record, value::lpWatermarkOrder::kTransparent);
   Open(record, DrawPath::k556);
   Start();
   StartJobPage(job);

@@ -1,9 +1,10 @@
-// What applications are told: counts and outputs agree, outputs are written as far as told and no further.
+// Answers to applications: counts and outputs agree, and outputs are written to their declared size only.
 #include "settings/capabilities.h"
 
 #include <algorithm>
 #include <cstring>
 
+#include "generated/values.h"
 #include "settings/defaults.h"
 #include "settings/papers.h"
 #include "settings/printer_data.h"
@@ -138,7 +139,7 @@ TEST_F(CapabilitiesTest, ExtentsCountAllRowsAndMeasureThoseWithASize) {
 TEST_F(CapabilitiesTest, BinsFollowTheFeedUnitOfTheMergedRecord) {
   const auto all = List<uint16_t>(kBins);
   DriverEnv given = Default();
-  Set<"lpSourceUnit">(given, 1);
+  Set<"lpSourceUnit">(given, value::lpSourceUnit::kNotInstalled);
   const auto bins = List<uint16_t>(kBins, 1, &given);
   for (const int hidden : {258, 259, 270}) {
     EXPECT_EQ(std::count(bins.begin(), bins.end(), hidden), 0) << hidden;
@@ -148,11 +149,11 @@ TEST_F(CapabilitiesTest, BinsFollowTheFeedUnitOfTheMergedRecord) {
   EXPECT_EQ(List<char16_t>(kBinNames, 24, &given), std::vector<char16_t>(bins.size() * 24));
 
   // Device options of the saved record don't come back over the caller's, but hold where the caller says nothing.
-  Set<"lpSourceUnit">(given, 2);
+  Set<"lpSourceUnit">(given, value::lpSourceUnit::kTray3And4);
   ASSERT_TRUE(SavePrinterEnv(printer.get(), given));
   const auto saved = List<uint16_t>(kBins);
   EXPECT_EQ(std::count(saved.begin(), saved.end(), 270), 0);
-  Set<"lpSourceUnit">(given, 1);
+  Set<"lpSourceUnit">(given, value::lpSourceUnit::kNotInstalled);
   EXPECT_EQ(List<uint16_t>(kBins, 1, &given), bins);
   EXPECT_FALSE(all.empty());
 }

@@ -1,6 +1,7 @@
 // Merging callers' records: each public field at its edges, private parts only whole, device options never.
 #include "settings/merge.h"
 
+#include "generated/values.h"
 #include "settings/defaults.h"
 #include "support/driver_fixture.h"
 #include "support/records.h"
@@ -97,7 +98,7 @@ TEST_F(MergeTest, FieldsBeyondTheDeclaredSizeDoNotCount) {
 
 TEST_F(MergeTest, PrivatePartCountsOnlyIfTheWholeFormatAgrees) {
   DriverEnv own = base;
-  Set<"lpStaple">(own, 3);
+  Set<"lpStaple">(own, value::lpStaple::kUpperRight);
   CallerRecord record(own);
   EXPECT_EQ(Merge(record), "lpStaple");
   record.Set<"dmDriverVersion">(0x4300);

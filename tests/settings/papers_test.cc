@@ -3,7 +3,7 @@
 
 #include <cstring>
 
-#include "platform/text.h"
+#include "platform/api/text.h"
 #include "support/driver_fixture.h"
 
 namespace heron {

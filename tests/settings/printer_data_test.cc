@@ -5,6 +5,7 @@
 
 #include <cstring>
 
+#include "generated/values.h"
 #include "settings/defaults.h"
 #include "support/driver_fixture.h"
 
@@ -116,7 +117,7 @@ TEST_F(PrinterDataTest, UserKeyTakesPartsBelowAndStaysBounded) {
 TEST_F(PrinterDataTest, WhatIsNoRecordOfOursIsRebuiltAndSaved) {
   const DriverEnv expected = Default();
   DriverEnv changed = expected;
-  Set<"lpSourceUnit">(changed, 3);
+  Set<"lpSourceUnit">(changed, value::lpSourceUnit::kTray3);
   struct {
     const char* what;
     size_t size;  // 0: nothing stored
@@ -142,7 +143,7 @@ TEST_F(PrinterDataTest, WhatIsNoRecordOfOursIsRebuiltAndSaved) {
 
 TEST_F(PrinterDataTest, SavedRecordComesBackUnderTheQueuesName) {
   DriverEnv saved = Default();
-  Set<"lpSourceUnit">(saved, 3);
+  Set<"lpSourceUnit">(saved, value::lpSourceUnit::kTray3);
   Set<"dmDriverVersion">(saved, 0xC200);  // the top two bits don't count
   SetText<"dmDeviceName">(saved, u"an older name");
   ASSERT_TRUE(SavePrinterEnv(printer.get(), saved));
@@ -155,6 +156,37 @@ TEST_F(PrinterDataTest, SavedRecordComesBackUnderTheQueuesName) {
   SetText<"dmDeviceName">(env, u"an older name");
   EXPECT_EQ(env.bytes, saved.bytes);
   EXPECT_EQ(backend.Dump(Hive::kMachine), before);
+}
+
+TEST_F(PrinterDataTest, ARecordThatIsNoLongerTheOneReadIsNotReplaced) {
+  SavedRecord seen;
+  DriverEnv mine;
+  ASSERT_TRUE(LoadPrinterEnv(printer.get(), &mine, u"P1", resources.get(), &seen));  // nothing was stored yet
+  Set<"lpSourceUnit">(mine, value::lpSourceUnit::kTray3);
+  ASSERT_EQ(ReplacePrinterEnv(printer.get(), seen, mine), Replaced::kDone);
+
+  ASSERT_TRUE(LoadPrinterEnv(printer.get(), &mine, u"P1", resources.get(), &seen));
+  DriverEnv theirs = mine;
+  Set<"lpOutputUnit">(theirs, value::lpOutputUnit::kFloor2);
+  ASSERT_TRUE(SavePrinterEnv(printer.get(), theirs));
+  Set<"lpFAXUnit">(mine, value::lpFAXUnit::kInstalled);
+  for (const bool outer : {false, true}) {
+    if (outer) {
+      ASSERT_EQ(BeginPrinterDataBatch(printer.get()), kErrorSuccess);
+    }
+    EXPECT_EQ(ReplacePrinterEnv(printer.get(), seen, mine), Replaced::kOvertaken);
+    if (outer) {
+      EXPECT_EQ(EndPrinterDataBatch(printer.get(), 1), kErrorSuccess) << "the batch around it goes on";
+    }
+    EXPECT_TRUE(IsSaved(theirs));
+  }
+  EXPECT_EQ(ReplacePrinterEnv(printer.get(), ReadSavedRecord(printer.get()), mine), Replaced::kDone);
+  EXPECT_TRUE(IsSaved(mine));
+  DeletePrinterDataW(printer.get(), kSaved);
+  EXPECT_EQ(ReplacePrinterEnv(printer.get(), seen, mine), Replaced::kOvertaken);
+  backend.machineWritable = false;
+  EXPECT_EQ(ReplacePrinterEnv(printer.get(), {}, mine), Replaced::kUnwritten);
+  EXPECT_EQ(GetLastError(), kErrorAccessDenied);
 }
 
 TEST_F(PrinterDataTest, RecordIsValidWhateverCallFails) {
@@ -209,7 +241,7 @@ TEST_F(PrinterDataTest, EventsOneAndThreeOnly) {
   EXPECT_TRUE(PrinterData(kSaved).empty());
 
   DriverEnv changed = Default();
-  Set<"lpSourceUnit">(changed, 3);
+  Set<"lpSourceUnit">(changed, value::lpSourceUnit::kTray3);
   SavePrinterEnv(printer.get(), changed);
   backend.country = u"86";
   EXPECT_EQ(HandlePrinterEvent(u"P1", 3), 1);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "generated/values.h"
 #include "settings/defaults.h"
 #include "support/driver_fixture.h"
 #include "support/records.h"
@@ -81,7 +82,7 @@ TEST_F(RecordTest, DefaultsOfEachDestination) {
     EXPECT_EQ(Get<"documentPaperSnapshot">(env), row.paper);
     EXPECT_EQ(Get<"dmDuplex">(env), 1);
     EXPECT_EQ(Get<"lpFrontCover">(env), 1);
-    EXPECT_EQ(Get<"EnableBPPChange_Check">(env), 1);
+    EXPECT_EQ(Get<"EnableBPPChange_Check">(env), value::EnableBPPChange_Check::kOn);
     EXPECT_EQ(Get<"maxCopies">(env), 999);
     EXPECT_EQ(Get<"bindingSide">(env), 2);
     EXPECT_EQ(Get<"trayTable.lpMediaSource">(env, 3), 258);

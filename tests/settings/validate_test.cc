@@ -1,8 +1,12 @@
 // Validation: geometry by hand-computed numbers, the zoom's causes, duplex against binding, and the closing mirrors.
 #include "settings/validate.h"
 
+#include <random>
+
+#include "generated/values.h"
 #include "settings/binding.h"
 #include "settings/defaults.h"
+#include "settings/merge.h"
 #include "settings/papers.h"
 #include "settings/printer_data.h"
 #include "settings/zoom.h"
@@ -86,6 +90,7 @@ TEST_F(ValidateTest, SizesOutOfRangeAreStoredAsTheDefaultButUsedAsGiven) {
   EXPECT_EQ(Get<"dmPaperLength">(env), 2100);
   EXPECT_EQ(Get<"paperSizeDots">(env, 0), 14173U);
   EXPECT_EQ(Get<"paperMargins">(env, 3), Get<"paperMargins">(env, 1)) << "a printable size below 0 is 0";
+  EXPECT_EQ(Get<"paperSizeDots">(env, 1), 0U) << "and so is a size";
 }
 
 TEST_F(ValidateTest, PaperWithoutGeometryAndUnknownPaper) {
@@ -100,14 +105,14 @@ TEST_F(ValidateTest, PaperWithoutGeometryAndUnknownPaper) {
 }
 
 TEST_F(ValidateTest, OutputPaperFollowsTheFamilyOfTheDocument) {
-  Set<"ZoomCheck">(env, 1);
+  Set<"ZoomCheck">(env, value::ZoomCheck::kOn);
   Set<"QXOutputPaperSize">(env, 9);
   Set<"lpOutputPaper">(env, 0x1000 | 9);
   Validate();
-  EXPECT_EQ(Get<"lpOutputPaper">(env), 9);
+  EXPECT_EQ(Get<"lpOutputPaper">(env), value::lpOutputPaper::kA4);
   EXPECT_EQ(Get<"outputPaperWidth">(env), 2100);
   EXPECT_EQ(Numbers<"outputMarginsDots">(), (Expected{100, 100, 4860, 6914}));
-  Set<"lpOutputPaper">(env, 514);
+  Set<"lpOutputPaper">(env, value::lpOutputPaper::kCustom2);
   Validate();
   EXPECT_EQ(Get<"UDMediaWidth">(env), 2099);
   EXPECT_EQ(Numbers<"outputSizeDots">(), (Expected{4960, 4960}));
@@ -117,34 +122,36 @@ TEST_F(ValidateTest, ResolutionIsRepairedAndFaxTakesItsOwn) {
   Set<"dmPrintQuality">(env, 777);
   Validate();
   EXPECT_EQ(Get<"dmPrintQuality">(env), 600);
-  EXPECT_EQ(Get<"lpResolution">(env), 600);
+  EXPECT_EQ(Get<"lpResolution">(env), value::lpResolution::kDpi600);
 
-  Set<"lpOutput">(env, 1);
+  Set<"lpOutput">(env, value::lpOutput::kFax);
   Set<"faxAddressCount">(env, 3);
-  Set<"lpQuality">(env, 200);
+  Set<"lpQuality">(env, value::lpQuality::kDpi200);
   Validate();
   EXPECT_EQ(Get<"dmYResolution">(env), 200);
-  EXPECT_EQ(Get<"lpResolution">(env), 600) << "the print resolution is kept";
+  EXPECT_EQ(Get<"lpResolution">(env), value::lpResolution::kDpi600) << "the print resolution is kept";
   EXPECT_EQ(Get<"paperSizeDots">(env, 0), 1700U);
 }
 
 TEST_F(ValidateTest, FaxWithoutRecipientsDependsOnBookMode) {
-  Set<"lpOutput">(env, 1);
+  Set<"lpOutput">(env, value::lpOutput::kFax);
   Set<"dmPrintQuality">(env, 400);
   DriverEnv copy = env;
   Validate();
   EXPECT_EQ(Get<"dmPrintQuality">(env), 600);
+  EXPECT_EQ(Get<"lpOutput">(env), value::lpOutput::kPrinter) << "it goes to the printer";
   env = copy;
   ASSERT_TRUE(SetBookModeStatus(env, 1));
   Validate();
+  EXPECT_EQ(Get<"lpOutput">(env), value::lpOutput::kFax);
   EXPECT_EQ(Get<"dmPrintQuality">(env), 400) << "a choice that was confirmed as fax keeps its quality";
 }
 
 TEST_F(ValidateTest, ZoomFollowsAChangedPaperAndItsRange) {
-  Set<"ZoomCheck">(env, 1);
+  Set<"ZoomCheck">(env, value::ZoomCheck::kOn);
   Set<"Zoom">(env, 1000);
   Set<"QXOutputPaperSize">(env, 9);
-  Set<"lpOutputPaper">(env, 9);
+  Set<"lpOutputPaper">(env, value::lpOutputPaper::kA4);
   Validate();
   EXPECT_EQ(Get<"Zoom">(env), 100) << "out of range";
   Set<"dmPaperSize">(env, 8);
@@ -155,19 +162,19 @@ TEST_F(ValidateTest, ZoomFollowsAChangedPaperAndItsRange) {
   Set<"Zoom">(env, 50);
   Validate();
   EXPECT_EQ(Get<"Zoom">(env), 50) << "the user's own zoom stays while the paper stays";
-  Set<"ZoomCheck">(env, 0);
+  Set<"ZoomCheck">(env, value::ZoomCheck::kOff);
   Validate();
   EXPECT_EQ(Get<"Zoom">(env), 100);
-  EXPECT_EQ(Get<"lpOutputPaper">(env), 8);
+  EXPECT_EQ(Get<"lpOutputPaper">(env), value::lpOutputPaper::kA3);
 }
 
 TEST_F(ValidateTest, ZoomMakesRoomForTheBindingMargin) {
   Start(86);
-  Set<"ZoomCheck">(env, 1);
+  Set<"ZoomCheck">(env, value::ZoomCheck::kOn);
   Set<"QXOutputPaperSize">(env, 9);
-  Set<"BindMargin_Check">(env, 1);
-  Set<"Layout_Check2">(env, 1);
-  Set<"lpMarginMode">(env, 2);
+  Set<"BindMargin_Check">(env, value::BindMargin_Check::kOn);
+  Set<"Layout_Check2">(env, value::Layout_Check2::kOn);
+  Set<"lpMarginMode">(env, value::lpMarginMode::kReduce);
   Set<"fMargin">(env, 20);
   Set<"bMargin">(env, 30);
   Set<"lpBindMargin">(env, 1);
@@ -186,9 +193,9 @@ TEST_F(ValidateTest, ResolutionChangeDoublesAndHalvesTheZoom) {
   Set<"uiZoomMode">(env, 1);
   Set<"Zoom">(env, 120);
   Validate();
-  EXPECT_EQ(Get<"ZoomCheck">(env), 1);
+  EXPECT_EQ(Get<"ZoomCheck">(env), value::ZoomCheck::kOn);
   EXPECT_EQ(Get<"Zoom">(env), 60);
-  EXPECT_EQ(Get<"lpResolution">(env), 600);
+  EXPECT_EQ(Get<"lpResolution">(env), value::lpResolution::kDpi600);
 }
 
 TEST_F(ValidateTest, DuplexAndBindingPositionAgree) {
@@ -219,34 +226,37 @@ TEST_F(ValidateTest, DuplexAndBindingPositionAgree) {
 TEST_F(ValidateTest, BindingSideOfFoldedHalvedAndTurnedSheets) {
   const auto side = [&](auto&&... set) {
     Start(1);
-    Set<"lpOutputPaper">(env, 9);
+    Set<"lpOutputPaper">(env, value::lpOutputPaper::kA4);
     (set(), ...);
     return int{ComputeBindingSide(env)};
   };
   EXPECT_EQ(side(), 2);
-  EXPECT_EQ(side([&] { Set<"lpOutputPaper">(env, 8); }), 4);
+  EXPECT_EQ(side([&] { Set<"lpOutputPaper">(env, value::lpOutputPaper::kA3); }), 4);
   EXPECT_EQ(side([&] { Set<"lpOutputPaper">(env, 0x3000 | 8); }), 4) << "families count as their plain size";
   EXPECT_EQ(side([&] { Set<"dmOrientation">(env, 2); }), 4);
-  EXPECT_EQ(side([&] { Set<"Nup_Check">(env, 1); }), 4) << "two pages turn the sheet";
-  EXPECT_EQ(side([&] { Set<"lpOutputPaper">(env, 8); }, [&] { Set<"lpPRNType">(env, 3); }), 2);
-  EXPECT_EQ(side([&] { Set<"Fold_Check">(env, 1); }, [&] { Set<"lpFold">(env, 22); }), 4);
-  EXPECT_EQ(side([&] { Set<"POD_OnePerSheet_Check">(env, 1); }), 2) << "A4 halved from A3, turned: class 2 flipped";
+  EXPECT_EQ(side([&] { Set<"Nup_Check">(env, value::Nup_Check::kOn); }), 4) << "two pages turn the sheet";
+  EXPECT_EQ(side([&] { Set<"lpOutputPaper">(env, value::lpOutputPaper::kA3); },
+                 [&] { Set<"lpPRNType">(env, value::lpPRNType::kBooklet); }),
+            2);
+  EXPECT_EQ(side([&] { Set<"Fold_Check">(env, value::Fold_Check::kOn); }, [&] { Set<"lpFold">(env, 22); }), 4);
+  EXPECT_EQ(side([&] { Set<"POD_OnePerSheet_Check">(env, value::POD_OnePerSheet_Check::kOn); }), 2)
+      << "A4 halved from A3, turned: class 2 flipped";
   EXPECT_EQ(side([&] { Set<"lpOutputPaper">(env, 4242); }), 1);
-  EXPECT_EQ(side([&] { Set<"lpBindPosit">(env, 3); }), 3);
+  EXPECT_EQ(side([&] { Set<"lpBindPosit">(env, value::lpBindPosit::kRight); }), 3);
   EXPECT_EQ(ComputeBindMarginSide(env), 2);
 }
 
 TEST_F(ValidateTest, OverlayWithoutAFormIsOff) {
   for (const char16_t* name : {u"", u"HR_DEFAULT"}) {
-    Set<"lpOverlay">(env, 2);
+    Set<"lpOverlay">(env, value::lpOverlay::kCreateForm);
     SetText<"overlayName">(env, name);
     Validate();
-    EXPECT_EQ(Get<"lpOverlay">(env), 1);
+    EXPECT_EQ(Get<"lpOverlay">(env), value::lpOverlay::kNoOverlay);
   }
-  Set<"lpOverlay">(env, 2);
+  Set<"lpOverlay">(env, value::lpOverlay::kCreateForm);
   SetText<"overlayName">(env, u"letterhead.vxf");
   Validate();
-  EXPECT_EQ(Get<"lpOverlay">(env), 2);
+  EXPECT_EQ(Get<"lpOverlay">(env), value::lpOverlay::kCreateForm);
 }
 
 TEST_F(ValidateTest, ClosesWithMirrorAndConstants) {
@@ -256,11 +266,78 @@ TEST_F(ValidateTest, ClosesWithMirrorAndConstants) {
   env.bytes[190] = 77;  // nobody's field of the public part
   Validate();
   EXPECT_EQ(std::memcmp(env.bytes.data(), env.bytes.data() + kPublicSize, kPublicSize), 0);
-  EXPECT_EQ(Get<"lpMediaSource">(env), 258);
+  EXPECT_EQ(Get<"lpMediaSource">(env), value::lpMediaSource::kTray3);
   EXPECT_EQ(Get<"dmCopies">(env), 999);
   EXPECT_EQ(Get<"renderCopyB">(env), 9);
   EXPECT_EQ(Get<"renderMode">(env), 2);
   EXPECT_EQ(env.bytes[190], 0);
+}
+
+/// Numbers of the fields that validation reads, at random; sizes of papers are within their range. A print resolution
+/// that changes is left out: the zoom that goes with it may end after the output paper was settled by it.
+DriverEnv RandomRecord(const DriverEnv& base, std::mt19937& random) {
+  constexpr std::string_view kFields[] = {"dmFields",
+                                          "dmPaperSize",
+                                          "dmPaperLength",
+                                          "dmPaperWidth",
+                                          "dmPrintQuality",
+                                          "dmDuplex",
+                                          "dmOrientation",
+                                          "dmCopies",
+                                          "dmDefaultSource",
+                                          "lpOutput",
+                                          "faxAddressCount",
+                                          "lpQuality",
+                                          "Zoom",
+                                          "ZoomCheck",
+                                          "lpOutputPaper",
+                                          "lpPRNType",
+                                          "lpBindPosit",
+                                          "QXOutputPaperSize",
+                                          "uiZoomMode",
+                                          "documentPaperSnapshot",
+                                          "lpMarginMode",
+                                          "BindMargin_Check",
+                                          "Layout_Check2",
+                                          "bMargin",
+                                          "lpMediaSource",
+                                          "lpLayout",
+                                          "Nup_Check",
+                                          "POD_OnePerSheet_Check"};
+  constexpr uint16_t kValues[] = {0, 1, 2, 3, 8, 9, 257, 256, 513, 521, 2057, 200, 300, 600, 1200, 5000, 65535};
+  DriverEnv env = base;
+  for (auto changes = 1 + random() % 6; changes > 0; --changes) {
+    const std::string_view name = kFields[random() % std::size(kFields)];
+    const EnvField& field = *std::ranges::find(kEnvFields, name, &EnvField::name);
+    auto value = random() % 3 == 0 ? static_cast<uint32_t>(random()) : uint32_t{kValues[random() % std::size(kValues)]};
+    if (name.starts_with("dmPaper") && name != "dmPaperSize") value = 1 + value % 5000;
+    std::memcpy(env.bytes.data() + field.offset, &value, field.ElementSize());
+  }
+  return env;
+}
+
+TEST_F(ValidateTest, ARecordIsValidAtOnceUnlessItsOwnSizeIsOutOfRange) {
+  std::mt19937 random(5);
+  Validate();
+  const auto resolved = [&](const DriverEnv& source) {
+    CallerRecord record(source);
+    DriverEnv result = env;
+    MergeRecord(resources.get(), ForeignEnv(record.data()), result);
+    EXPECT_TRUE(ValidateEnv(resources.get(), &result, printer.get()));
+    return result;
+  };
+  for (int run = 0; run < 20000; ++run) {
+    DriverEnv source = RandomRecord(env, random);
+    const uint16_t output = Get<"lpOutputPaper">(source);
+    const int plain = output & ~0x1000;  // a family that is stripped may leave no paper, or a custom one
+    if (plain != output && (plain == 0 || IsCustomPaper(plain))) continue;
+    const DriverEnv once = resolved(source);
+    ASSERT_EQ(Differences(once, resolved(once)), "") << run;
+    for (const size_t side : {size_t{0}, size_t{1}}) {
+      ASSERT_LT(Get<"paperSizeDots">(once, side), 1U << 24) << run;
+      ASSERT_LT(Get<"outputSizeDots">(once, side), 1U << 24) << run;
+    }
+  }
 }
 
 TEST(FitZoomTest, DegenerateRectanglesGive100) {

@@ -7,11 +7,11 @@
 #include <QImage>
 #include <QTemporaryDir>
 
-#include "desk/painting.h"
+#include "apps/desk/painting.h"
+#include "apps/spool/job_canvas.h"
 #include "escapes/escape_table.h"
-#include "platform/memory_backend.h"
+#include "platform/memory/memory_backend.h"
 #include "renderdriver/bytes.h"
-#include "spool/job_canvas.h"
 #include "support/letter_record.h"
 
 namespace heron::spool {
@@ -107,7 +107,9 @@ class JobCanvasTest : public CanvasTest {
     Send("EscDocStarted");
     Send("EscOutputStart");
     ASSERT_TRUE(canvas->StartPage());
-    canvas->SetContent([](QPainter& painter) { painter.fillRect(2500, 3000, 100, 600, Qt::blue); });
+    const QRectF sheet = canvas->space().sheet;
+    canvas->SetContent(
+        {{{sheet.size(), [](QPainter& painter) { painter.fillRect(2500, 3000, 100, 600, Qt::blue); }, {}}, sheet}});
   }
   void Send(std::string_view name, const Block& in = {}) {
     const auto row = std::ranges::find(kEscapes, name, &EscapeRow::name);
@@ -124,7 +126,7 @@ class JobCanvasTest : public CanvasTest {
   /// The finished page at 72 dpi.
   QImage Page() {
     EXPECT_TRUE(canvas->EndPage());
-    EXPECT_TRUE(canvas->Finish());
+    EXPECT_TRUE(canvas->Finish([](int) {}));
     const auto pdf = Poppler::Document::load(QString::fromStdString(Path()));
     EXPECT_EQ(pdf->numPages(), 1);
     return pdf->page(0)->renderToImage(72, 72).convertToFormat(QImage::Format_RGB32);
@@ -183,7 +185,7 @@ TEST_F(JobCanvasTest, AStampThatTheDriverLeavesToUsIsDrawnAroundTheMiddle) {
   Write<int16_t>(state, PageState556::kStampAngle, 90);
   Write<int32_t>(state, PageState556::kStampCenterX, -508);  // two inches to the left
   Send("EscSetPageState", state);
-  canvas->SetContent(nullptr);
+  canvas->SetContent({});
   const QRect ink = Ink(Page());
   EXPECT_NEAR(ink.center().x(), 306 - 144, 4);
   EXPECT_NEAR(ink.center().y(), 396, 4);

@@ -12,9 +12,9 @@
 
 #include "catalog/catalog.h"
 #include "catalog/strings.h"
-#include "platform/handles.h"
-#include "platform/memory_backend.h"
-#include "platform/queues.h"
+#include "platform/api/handles.h"
+#include "platform/api/queues.h"
+#include "platform/memory/memory_backend.h"
 
 namespace heron::test {
 

@@ -1,6 +1,6 @@
 // Every form of `new` and `delete` that the program uses comes here; a file of its own, so that none is inlined into a
 // caller.
-#include "support/failing_new.h"
+#include "failing_new.h"
 
 #include <cstdlib>
 #include <new>

@@ -3,14 +3,14 @@
 // given up). Messages are answered by `answer` and noted.
 #pragma once
 
+#include "driver_fixture.h"
 #include "entry/exports.h"
 #include "escapes/escape_blocks.h"
 #include "escapes/send_escape.h"
-#include "platform/document_events.h"
-#include "platform/message_box.h"
+#include "platform/api/document_events.h"
+#include "platform/api/message_box.h"
+#include "recording_canvas.h"
 #include "settings/defaults.h"
-#include "support/driver_fixture.h"
-#include "support/recording_canvas.h"
 
 namespace heron::test {
 
@@ -25,6 +25,9 @@ class NotingDesk : public platform::MessageDesk {
     return answer;
   }
 
+  bool MayShowSecrets() const override { return is_window; }
+
+  bool is_window = true;
   int answer = platform::IDOK;
   std::string shown;
   platform::DWORD style = 0;

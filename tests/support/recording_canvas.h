@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "escapes/escape_table.h"
-#include "platform/canvas.h"
-#include "platform/text.h"
+#include "platform/api/canvas.h"
+#include "platform/api/text.h"
 
 namespace heron::test {
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/devmode.h"
+#include "platform/api/devmode.h"
 #include "settings/driver_env.h"
 
 namespace heron::test {

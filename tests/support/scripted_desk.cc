@@ -1,12 +1,9 @@
-#include "support/scripted_desk.h"
+#include "scripted_desk.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 
-#include "platform/canvas.h"
-#include "platform/text.h"
+#include "platform/api/canvas.h"
+#include "platform/api/text.h"
 
 namespace heron::test {
 
@@ -29,20 +26,13 @@ class BlankCanvas : public platform::Canvas {
   bool EndPage() override { return true; }
 };
 
-/// The template of a dialog, from the files that the build packs.
-platform::DialogTemplate TemplateOf(uint16_t number) {
-  for (const auto& file : std::filesystem::directory_iterator(HERON_RESOURCES "/dialogs")) {
-    if (!file.path().filename().string().starts_with(std::to_string(number) + "-")) continue;
-    std::ifstream stream(file.path());
-    std::ostringstream source;
-    source << stream.rdbuf();
-    std::string error;
-    auto read = platform::ParseDialogTemplate(source.str(), &error);
-    if (read) return *read;
-    ADD_FAILURE() << file.path() << ": " << error;
-  }
+/// The template of a dialog.
+const platform::DialogTemplate& TemplateOf(uint16_t number) {
+  static const platform::DialogTemplate kNone;
+  const auto found = Templates().find(number);
+  if (found != Templates().end()) return found->second;
   ADD_FAILURE() << "dialog " << number << " has no template";
-  return {};
+  return kNone;
 }
 
 }  // namespace
@@ -59,7 +49,7 @@ ScriptedDialog::ScriptedDialog(ScriptedDesk& desk, uint16_t number, platform::Di
 
 // -- the user
 
-bool ScriptedDialog::MoveFocus(ControlId to) {
+bool ScriptedDialog::MoveFocus(ControlName to) {
   if (focused_ != 0 && focused_ != to && !logic_->LeavesFocus(focused_, to)) return false;
   focused_ = to;
   return true;
@@ -68,52 +58,55 @@ bool ScriptedDialog::MoveFocus(ControlId to) {
 /// What can't be used by a person can't be used by a script.
 bool ScriptedDialog::Reach(ControlId id) {
   const Control& control = Of(id);
-  if (!control.enabled || !control.visible) {
-    ADD_FAILURE() << "control " << id << " of dialog " << number_ << (control.visible ? " is disabled" : " is hidden");
+  if (!Has(id) || !control.enabled || !control.visible) {
+    ADD_FAILURE() << "control " << NameOfControl(id) << " of dialog " << number_
+                  << (!Has(id)          ? " doesn't exist"
+                      : control.visible ? " is disabled"
+                                        : " is hidden");
     return false;
   }
   return MoveFocus(id);
 }
 
-bool ScriptedDialog::Click(ControlId id) {
+bool ScriptedDialog::Click(ControlName id) {
   if (!Reach(id)) return false;
   logic_->Clicked(id);
   return true;
 }
 
-bool ScriptedDialog::Check(ControlId id, bool on) {
+bool ScriptedDialog::Check(ControlName id, bool on) {
   if (!Reach(id)) return false;
-  EXPECT_NE(Of(id).checked, on) << "control " << id;
+  EXPECT_NE(Of(id).checked, on) << NameOfControl(id);
   Of(id).checked = on;
   logic_->Clicked(id);
   return true;
 }
 
-bool ScriptedDialog::Press(ControlId id) {
+bool ScriptedDialog::Press(ControlName id) {
   if (!Reach(id)) return false;
   SetChecked(id, true);
   logic_->Clicked(id);
   return true;
 }
 
-bool ScriptedDialog::Select(ControlId id, int row) {
+bool ScriptedDialog::Select(ControlName id, int row) {
   if (!Reach(id)) return false;
   Of(id).selected = {row};
   logic_->RowSelected(id);
   return true;
 }
 
-bool ScriptedDialog::Choose(ControlId id, std::u16string_view text) {
+bool ScriptedDialog::Choose(ControlName id, std::u16string_view text) {
   const auto& rows = Of(id).rows;
   const auto row = std::ranges::find(rows, text, &platform::ListRow::text);
   if (row == rows.end()) {
-    ADD_FAILURE() << "list " << id << " of dialog " << number_ << " has no row " << ToUtf8(text);
+    ADD_FAILURE() << "list " << NameOfControl(id) << " of dialog " << number_ << " has no row " << ToUtf8(text);
     return false;
   }
   return Select(id, static_cast<int>(row - rows.begin()));
 }
 
-bool ScriptedDialog::Type(ControlId id, std::u16string_view keys) {
+bool ScriptedDialog::Type(ControlName id, std::u16string_view keys) {
   if (!Reach(id)) return false;
   SelectText(id, 0, std::u16string::npos);
   if (keys.empty()) Put(id, {});
@@ -121,7 +114,7 @@ bool ScriptedDialog::Type(ControlId id, std::u16string_view keys) {
   return true;
 }
 
-void ScriptedDialog::Append(ControlId id, std::u16string_view keys) {
+void ScriptedDialog::Append(ControlName id, std::u16string_view keys) {
   Control& control = Of(id);
   focused_ = id;
   for (const char16_t key : keys) {
@@ -134,28 +127,28 @@ void ScriptedDialog::Append(ControlId id, std::u16string_view keys) {
   }
 }
 
-void ScriptedDialog::Put(ControlId id, std::u16string_view text) {
+void ScriptedDialog::Put(ControlName id, std::u16string_view text) {
   focused_ = id;
   SetText(id, text);
   logic_->TextChanged(id);
 }
 
-void ScriptedDialog::Spin(ControlId id, int position) {
-  ASSERT_TRUE(Of(id).enabled) << id;
+void ScriptedDialog::Spin(ControlName id, int position) {
+  ASSERT_TRUE(Of(id).enabled) << NameOfControl(id);
   Of(id).position = std::clamp(position, Of(id).minimum, Of(id).maximum);
   logic_->PositionChanged(id);
 }
 
-void ScriptedDialog::Paint(ControlId id) {
+void ScriptedDialog::Paint(ControlName id) {
   BlankCanvas canvas;
   Paint(id, canvas, platform::RECT{0, 0, 1, 1});
 }
 
-std::string ScriptedDialog::TextOf(ControlId id) const {
+std::string ScriptedDialog::TextOf(ControlName id) const {
   return ToUtf8((*this)[id].text);
 }
 
-std::vector<std::string> ScriptedDialog::RowsOf(ControlId id) const {
+std::vector<std::string> ScriptedDialog::RowsOf(ControlName id) const {
   std::vector<std::string> texts;
   for (const platform::ListRow& row : (*this)[id].rows) {
     texts.push_back(ToUtf8(row.text));
@@ -164,14 +157,14 @@ std::vector<std::string> ScriptedDialog::RowsOf(ControlId id) const {
   return texts;
 }
 
-std::string ScriptedDialog::SelectedText(ControlId id) const {
+std::string ScriptedDialog::SelectedText(ControlName id) const {
   const int row = SelectedRow(id);
   return row == platform::kNoRow ? std::string("none") : ToUtf8((*this)[id].rows[static_cast<size_t>(row)].text);
 }
 
 // -- the dialog
 
-const ScriptedDialog::Control& ScriptedDialog::operator[](ControlId id) const {
+const ScriptedDialog::Control& ScriptedDialog::operator[](ControlName id) const {
   const auto found = controls_.find(id);
   return found == controls_.end() ? none_ : found->second;
 }
@@ -289,8 +282,8 @@ int ScriptedDesk::Run(uint16_t number, platform::DialogLogic* logic) {
   const Script script = dialogs_.front().second;
   dialogs_.pop_front();
   ScriptedDialog dialog(*this, number, logic);
-  logic->Initialise(&dialog);
-  script(dialog);
+  while_starting([&] { logic->Initialise(&dialog); });
+  if (!dialog.ended()) script(dialog);
   EXPECT_TRUE(dialog.ended()) << "dialog " << number << " was left open";
   logic->Destroy();
   return dialog.ended() ? dialog.result() : platform::IDCANCEL;

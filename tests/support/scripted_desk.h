@@ -14,9 +14,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/dialog.h"
-#include "platform/dialog_template.h"
-#include "platform/message_box.h"
+#include "platform/api/message_box.h"
+#include "platform/dialog/dialog.h"
+#include "platform/dialog/dialog_template.h"
+#include "support/control_names.h"
 
 namespace heron::test {
 
@@ -36,29 +37,35 @@ class ScriptedDialog : public platform::Dialog {
     int minimum = 0, maximum = 0, position = 0;
     uint32_t picture = 0;
     int repaints = 0;
+    std::vector<platform::RECT> repainted;  ///< areas, in the order in which they were asked for
+    std::u16string description;
   };
 
   ScriptedDialog(ScriptedDesk& desk, uint16_t number, platform::DialogLogic* logic);
 
   // What a user does. Focus moves to the control first; false if the logic refuses to let go of another one, or refuses
   // a key.
-  bool Click(ControlId id);           ///< a button
-  bool Check(ControlId id, bool on);  ///< a check
-  bool Press(ControlId id);           ///< a radio
-  bool Select(ControlId id, int row);
-  bool Choose(ControlId id, std::u16string_view text);  ///< the row with this text
-  bool Type(ControlId id, std::u16string_view keys);    ///< over what is there, key by key; refused keys are dropped
-  void Append(ControlId id, std::u16string_view keys);  ///< behind what is there
-  void Put(ControlId id, std::u16string_view text);     ///< text that came past the filter
-  void Spin(ControlId id, int position);
-  bool MoveFocus(ControlId to);
-  void Paint(ControlId id);  ///< on nothing
-  void Paint(ControlId id, platform::Canvas& canvas, const platform::RECT& place) { logic_->Draw(id, canvas, place); }
+  bool Click(ControlName id);           ///< a button
+  bool Check(ControlName id, bool on);  ///< a check
+  bool Press(ControlName id);           ///< a radio
+  bool Select(ControlName id, int row);
+  bool Choose(ControlName id, std::u16string_view text);  ///< the row with this text
+  bool Type(ControlName id, std::u16string_view keys);    ///< over what is there, key by key; refused keys are dropped
+  void Append(ControlName id, std::u16string_view keys);  ///< behind what is there
+  void Put(ControlName id, std::u16string_view text);     ///< text that came past the filter
+  void Spin(ControlName id, int position);
+  bool MoveFocus(ControlName to);
+  void Paint(ControlName id);  ///< on nothing
+  void Paint(ControlName id, platform::Canvas& canvas, const platform::RECT& place) { logic_->Draw(id, canvas, place); }
 
-  std::string TextOf(ControlId id) const;
-  std::vector<std::string> RowsOf(ControlId id) const;
-  std::string SelectedText(ControlId id) const;
-  const Control& operator[](ControlId id) const;
+  std::string TextOf(ControlName id) const;
+  std::vector<std::string> RowsOf(ControlName id) const;
+  std::string SelectedText(ControlName id) const;
+  std::string FocusedName() const { return NameOfControl(focused_); }
+  bool IsEnabled(ControlName id) const { return (*this)[id].enabled; }
+  void Focus(ControlName id) { focused_ = id; }
+  int SelectedRow(ControlName id) const { return SelectedRow(platform::ControlId{id}); }
+  const Control& operator[](ControlName id) const;
   /// Controls that the logic has set something of, but which the template hasn't got.
   const std::set<ControlId>& strangers() const { return strangers_; }
   bool ended() const { return ended_; }
@@ -94,6 +101,8 @@ class ScriptedDialog : public platform::Dialog {
   std::vector<int> SelectedRows(ControlId id) const override { return (*this)[id].selected; }
   void SelectRows(ControlId id, std::span<const int> rows) override { Of(id).selected = {rows.begin(), rows.end()}; }
   void Repaint(ControlId id) override { ++Of(id).repaints; }
+  void RepaintArea(ControlId id, const platform::RECT& area) override { Of(id).repainted.push_back(area); }
+  void SetDescription(ControlId id, std::u16string_view text) override { Of(id).description = text; }
   void SetPicture(ControlId id, uint32_t picture, uint32_t) override { Of(id).picture = picture; }
   int RunDialog(uint16_t dialog, platform::DialogLogic* logic) override;
   void End(int result) override;
@@ -128,7 +137,9 @@ class ScriptedDesk : public platform::MessageDesk {
   ~ScriptedDesk() override;
 
   void Answer(int button) { answers_.push_back(button); }
-  void Expect(uint16_t dialog, Script script) { dialogs_.emplace_back(dialog, std::move(script)); }
+  void Expect(DialogName dialog, Script script) { dialogs_.emplace_back(dialog, std::move(script)); }
+  /// Around the start of a dialog's logic.
+  std::function<void(const std::function<void()>&)> while_starting = [](const auto& start) { start(); };
   /// What was told since the last call, "caption|text", a question with "?" behind it; parts of several boxes joined by
   /// " / ".
   std::string Told() { return std::exchange(told_, {}); }

@@ -7,7 +7,7 @@
 
 #include "entry/exports.h"
 #include "pages/sheet_context.h"
-#include "support/scripted_desk.h"
+#include "scripted_desk.h"
 
 namespace heron::test {
 
@@ -50,7 +50,7 @@ class ScriptedSheet {
   platform::LONG Open() { return Reason(platform::PROPSHEETUI_REASON_INIT); }
 
   /// Brings a page to the front, first leaving the one there; null if that one refuses.
-  ScriptedDialog* Show(uint16_t number) {
+  ScriptedDialog* Show(DialogName number) {
     if (front_ != nullptr && !front_->logic->Deactivate()) return nullptr;
     front_ = nullptr;
     for (Page& page : pages) {

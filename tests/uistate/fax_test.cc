@@ -1,11 +1,11 @@
 // Fax recipients: the exchange form in two code pages, damaged files, and the ring of address files.
 #include <filesystem>
 
-#include "platform/files.h"
+#include "platform/api/files.h"
+#include "platform/sqlite/store.h"
 #include "settings/defaults.h"
-#include "store/store.h"
+#include "store_fixture.h"
 #include "uistate/recipients.h"
-#include "uistate/store_fixture.h"
 
 namespace heron::test {
 namespace {

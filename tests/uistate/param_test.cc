@@ -2,8 +2,9 @@
 #include <map>
 #include <set>
 
+#include "generated/values.h"
 #include "settings/defaults.h"
-#include "uistate/store_fixture.h"
+#include "store_fixture.h"
 #include "uistate/ui_state.h"
 
 namespace heron::test {
@@ -139,7 +140,7 @@ TEST_F(ParamTest, SpecialRowsReadTheRecordTheirOwnWay) {
   Set<"lpFrontCover">(env, 1);
   EXPECT_EQ(read(20), 0);
   EXPECT_EQ(read(21), 2);
-  EXPECT_EQ(Get<"lpFrontCover">(env), 2);
+  EXPECT_EQ(Get<"lpFrontCover">(env), value::lpFrontCover::kBlank);
   EXPECT_EQ(read(20), 1);
   for (const uint16_t layout : std::to_array<uint16_t>({1, 2, 5})) {
     Set<"lpLayout">(env, layout);
@@ -147,7 +148,7 @@ TEST_F(ParamTest, SpecialRowsReadTheRecordTheirOwnWay) {
   }
   Set<"EnableBPPChange_Check">(env, 2);
   EXPECT_EQ(read(560), 1);
-  Set<"EnableBPPChange_Check">(env, 1);
+  Set<"EnableBPPChange_Check">(env, value::EnableBPPChange_Check::kOn);
   EXPECT_EQ(read(560), 0);
   Set<"dmPaperSize">(env, 9);
   Set<"dmPaperWidth">(env, 1234);

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "store/store.h"
+#include "platform/sqlite/store.h"
 #include "store_fixture.h"
 #include "uistate/list_stores_seed.h"
 #include "uistate/user_stores.h"

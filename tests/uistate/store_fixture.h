@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/registry.h"
-#include "platform/text.h"
+#include "platform/api/registry.h"
+#include "platform/api/text.h"
 #include "settings/printer_data.h"
 #include "support/driver_fixture.h"
 #include "uistate/list_stores.h"

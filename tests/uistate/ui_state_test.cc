@@ -4,10 +4,11 @@
 #include <set>
 #include <sstream>
 
+#include "generated/values.h"
 #include "settings/defaults.h"
+#include "store_fixture.h"
 #include "support/failing_new.h"
 #include "support/records.h"
-#include "uistate/store_fixture.h"
 #include "uistate/ui_state.h"
 
 namespace heron::test {
@@ -48,10 +49,10 @@ class UiStateTest : public StoreTest {
       std::memcpy(record.bytes.data() + param.field->At(param.row->fieldIndex), &value, param.field->ElementSize());
     }
     Set<"dmDefaultSource">(record, Get<"lpMediaSource">(record));
-    if (Get<"lpLayout">(record) <= 2) Set<"lpLayout">(record, 8);
+    if (Get<"lpLayout">(record) <= 2) Set<"lpLayout">(record, value::lpLayout::kTwoPages);
     Set<"EnableBPPChange_Check">(record, 1 + random() % 2);
     if (Get<"ZoomCheck">(record) == 0) Set<"lpOutputPaper">(record, Get<"dmPaperSize">(record));
-    if (Get<"lpOverlay">(record) == 3) Set<"OverlayPrompt">(record, 0);
+    if (Get<"lpOverlay">(record) == 3) Set<"OverlayPrompt">(record, value::OverlayPrompt::kOff);
     if (IsCustomPaper(Get<"dmPaperSize">(record))) {
       Set<"dmPaperWidth">(record, Get<"UDPaperWidth">(record));
       Set<"dmPaperLength">(record, Get<"UDPaperLength">(record));
@@ -142,7 +143,7 @@ TEST_F(UiStateTest, TheCurrentListsTabSettingsAreTaken) {
   ListStoreSet set = ReadAll();
   set.pageLists->lists[4].tabSettings = {1025, 5, 11, 12, 13, -3};
   ASSERT_TRUE(Write(set, ListStoreId::kPageLists));
-  Set<"lpInterSheetList">(env, 5);
+  Set<"lpInterSheetList">(env, value::lpInterSheetList::kList5);
   const UiStatePtr ui = Create(env);
   EXPECT_EQ((SlotAs<u"lpTabPaperSize", ListBlock>(*ui).value), 1025);
   EXPECT_EQ((SlotAs<u"TabTopMargin", NumericBlock>(*ui).value), 11);
@@ -219,7 +220,7 @@ TEST_F(UiStateTest, WritingBackDerivesWhatFollows) {
   EXPECT_EQ(Get<"dmPaperWidth">(out), 1000);
   EXPECT_EQ(Get<"dmPaperLength">(out), 2000);
   EXPECT_EQ(Get<"dmFields">(out) & 12, 12u);
-  EXPECT_EQ(Get<"lpOutputPaper">(out), 513);
+  EXPECT_EQ(Get<"lpOutputPaper">(out), value::lpOutputPaper::kCustom1);
   EXPECT_EQ(Get<"layoutFactor">(out), 4);
   EXPECT_EQ(Get<"EnableBPPChange_Check">(out), 2);
   EXPECT_EQ(Get<"lpOverlay">(out), 4);

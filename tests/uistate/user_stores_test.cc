@@ -1,5 +1,6 @@
 #include "uistate/user_stores.h"
 
+#include "generated/values.h"
 #include "store_fixture.h"
 
 namespace heron::test {
@@ -14,7 +15,7 @@ class UserStoresTest : public StoreTest {
     Set<"dmDriverVersion">(env, version);
     std::memcpy(FieldBytes<"publicMirror">(env), env.bytes.data(), 68);
     SetText<"dmDeviceName">(env, u"not the mirror");
-    Set<"lpOverlay">(env, 3);
+    Set<"lpOverlay">(env, value::lpOverlay::kPrintWithForm);
     Set<"bOverlayIndex">(env, 2);
     Set<"watermarkIndex">(env, 5);
     return env;

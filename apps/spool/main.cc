@@ -1,0 +1,99 @@
+// The program `heron-spool`: prints one document with a record. `heron print` runs it.
+
+#include <sys/stat.h>
+
+#include <CLI/CLI.hpp>
+#include <QGuiApplication>
+#include <iostream>
+#include <new>
+
+#include "common/command.h"
+#include "common/record_file.h"
+#include "interrupt.h"
+#include "print_job.h"
+#include "progress.h"
+
+namespace heron::spool {
+namespace {
+
+struct Options {
+  PrintRequest request;
+  std::string record;
+  int path = 488;
+  bool yes = false;
+  bool no = false;
+  bool json = false;
+};
+
+void Answer(const Options& options, const PrintedJob& printed) {
+  const std::string folder = cli::Printable(options.request.folder);
+  if (printed.refused > 0) {
+    std::cerr << "heron: the printing half refused " << printed.refused
+              << " escapes of the driver; job.json gives the reasons\n";
+  }
+  if (!printed.overlay.empty())
+    std::cerr << "heron: the form is kept beside the pages, in " << printed.overlay << "; it isn't merged into them\n";
+  if (options.json) {
+    return cli::PrintJson("print",
+                          {{"folder", options.request.folder},
+                           {"pages", printed.pages},
+                           {"jobId", printed.id},
+                           {"refused", printed.refused},
+                           {"overlay", printed.overlay.empty() ? cli::Json(nullptr) : cli::Json(printed.overlay)}});
+  }
+  std::cout << "Printed " << printed.pages << (printed.pages == 1 ? " page" : " pages") << " to " << folder
+            << ": pages.pdf, job.json\n";
+}
+
+void Run(Options& options) {
+  umask(077);  // a job may hold confidential pages and settings
+  CatchInterrupts();
+  options.request.record = cli::ReadRecord(options.record);
+  options.request.path = static_cast<renderdriver::DrawPath>(options.path);
+  Progress progress;
+  const TerminalDesk desk(options.yes  ? cli::Consent::kYes
+                          : options.no ? cli::Consent::kNo
+                                       : cli::Consent::kAsk,
+                          progress);
+  const PrintedJob printed = Print(options.request, desk, progress);
+  progress.Clear();
+  Answer(options, printed);
+}
+
+void AddOptions(CLI::App& app, Options& options) {
+  app.set_help_flag("-h,--help", "Show how the program is used");
+  app.set_version_flag("--version", "heron-spool " HERON_VERSION, "Show the version");
+  app.add_option("-p,--printer", options.request.printer, "Printer to print on")->required();
+  app.add_option("--record", options.record, "The job's record (- for standard input)")->required();
+  app.add_option("--out", options.request.folder, "Folder that receives the job")->required();
+  app.add_option("--path", options.path,
+                 "Bytes of the printing half's page state, 488 or 556; watermarks are drawn differently")
+      ->check(CLI::IsMember({488, 556}));
+  CLI::Option* yes = app.add_flag("--yes", options.yes, "Answer all questions with yes");
+  app.add_flag("--no", options.no, "Answer all questions with no")->excludes(yes);
+  app.add_flag("--json", options.json, "Answer as JSON");
+  app.add_option("document", options.request.document, "Document to print (- for standard input)")->required();
+}
+
+int RunMain(int argc, char** argv) {
+  CLI::App app("Prints a document with a settings record; `heron print` runs it.", "heron-spool");
+  Options options;
+  AddOptions(app, options);
+  return cli::RunApp(app, argc, argv, [&] { Run(options); });
+}
+
+}  // namespace
+}  // namespace heron::spool
+
+int main(int argc, char** argv) {
+  // Qt's messages about the missing display don't help the user.
+  qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+  // Fonts and pictures need an application object, but no display.
+  char name[] = "heron-spool";
+  char platform[] = "-platform";
+  char offscreen[] = "offscreen";
+  char* qt_arguments[] = {name, platform, offscreen, nullptr};
+  int qt_count = 3;
+  const QGuiApplication application(qt_count, qt_arguments);
+  return heron::spool::RunMain(argc, argv);
+}

@@ -1,0 +1,200 @@
+// Runs one job through its document events (print_job.h).
+
+#include "print_job.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <qpdf/QPDFExc.hh>
+
+#include "document.h"
+#include "entry/exports.h"
+#include "interrupt.h"
+#include "job_canvas.h"
+#include "job_folder.h"
+#include "platform/api/canvas.h"
+#include "platform/api/document_events.h"
+#include "platform/api/text.h"
+#include "platform/sqlite/store.h"
+#include "renderdriver/ticket.h"
+#include "settings/driver_env.h"
+
+namespace heron::spool {
+namespace {
+
+using cli::Bytes;
+using cli::Failure;
+using platform::DWORD;
+using platform::LONG;
+using renderdriver::Job;
+
+constexpr char kPagesFile[] = "pages.pdf";
+constexpr char kTicketFile[] = "job.json";
+constexpr char kOverlayFile[] = "overlay.vxf";
+constexpr size_t kLargestForm = size_t{64} * 1024 * 1024;
+constexpr uint8_t kMakeForm = 2;  ///< lpOverlay
+constexpr LONG kJobNumber = 1;    ///< the spooler's own; the driver only hands it on
+
+platform::DEVMODEW* AsDevMode(Bytes& bytes) {
+  return reinterpret_cast<platform::DEVMODEW*>(bytes.data());
+}
+
+/// The record as the driver makes it of what the application hands in.
+Bytes Resolved(cli::Printer& printer, Bytes record) {
+  Bytes resolved(kEnvSize);
+  if (DrvDocumentProperties(nullptr, printer.handle(), printer.name(), AsDevMode(resolved), AsDevMode(record),
+                            platform::DM_COPY | platform::DM_MODIFY) != 1) {
+    throw Failure(cli::kFailed, "the driver couldn't build a record for this printer");
+  }
+  return resolved;
+}
+
+/// The driver may put a record of its own in place of the application's when the device context is made.
+void AnnounceContext(cli::Printer& printer, Bytes& record) {
+  char16_t driver[] = u"heron";
+  platform::DOCEVENT_CREATEDCPRE context{driver, printer.name(), AsDevMode(record), 0};
+  platform::DEVMODEW* replaced = nullptr;
+  if (DrvDocumentEvent(printer.handle(), nullptr, platform::DOCUMENTEVENT_CREATEDCPRE, sizeof context, &context,
+                       sizeof replaced, &replaced) != 1) {
+    throw Failure(cli::kFailed, "the driver failed at CREATEDCPRE");
+  }
+  if (replaced == nullptr) return;
+  const auto* const bytes = reinterpret_cast<const uint8_t*>(replaced);
+  if (ForeignEnv(bytes).Size() == kEnvSize) record.assign(bytes, bytes + kEnvSize);
+}
+
+Job OpenRenderJob(const PrintRequest& request, const Bytes& record) {
+  renderdriver::JobSetup setup;
+  std::copy_n(record.begin(), kEnvSize, setup.record.bytes.begin());
+  setup.printer = platform::FromUtf8(request.printer);
+  setup.path = request.path;
+  std::optional<Job> job = renderdriver::OpenJob(std::move(setup));
+  if (!job) throw Failure(cli::kFailed, "the record has no sheet to print on: its paper size can't be used");
+  if (Get<"lpOverlay">(job->setup.record) == kMakeForm)
+    throw Failure(cli::kFailed, "lpOverlay=2 makes a form, which isn't built; print without it");
+  return std::move(*job);
+}
+
+/// The document events of one device context.
+class Events {
+ public:
+  Events(cli::Printer& printer, JobCanvas& canvas, Job& job, const TerminalDesk& desk)
+      : printer_(printer), job_(job), desk_(desk), hdc_(platform::OpenCanvas(&canvas)) {}
+  ~Events() { platform::CloseCanvas(hdc_); }
+  Events(const Events&) = delete;
+  Events& operator=(const Events&) = delete;
+
+  /// Throws what ends the job: a driver that gives up, a cancel, an interrupt.
+  void Send(int event, const char* name, void* in = nullptr, DWORD in_size = 0) {
+    job_.event = name;
+    const int result = DrvDocumentEvent(printer_.handle(), hdc_, event, in_size, in, 0, nullptr);
+    job_.event.clear();
+    EndIfInterrupted();
+    if (desk_.wantedConsent())
+      throw Failure(cli::kConsent,
+                    "a question couldn't be asked without a terminal; agree with --yes, or run on a terminal; nothing "
+                    "was printed");
+    if (renderdriver::IsCancelled(job_)) throw Failure(cli::kConsent, "the job was cancelled; nothing was printed");
+    if (result != 1) throw Failure(cli::kFailed, "the driver failed at " + std::string(name));
+  }
+  void Abort() { DrvDocumentEvent(printer_.handle(), hdc_, platform::DOCUMENTEVENT_ABORTDOC, 0, nullptr, 0, nullptr); }
+
+ private:
+  cli::Printer& printer_;
+  Job& job_;
+  const TerminalDesk& desk_;
+  platform::HDC hdc_;
+};
+
+/// The page at its own size in the middle of the sheet, made smaller only if it doesn't fit.
+PlacedPage InTheMiddle(DocumentPage page, const PageSpace& space) {
+  const QSizeF sheet = space.sheet.size();
+  const double shrink = std::min({1.0, sheet.width() / page.size.width(), sheet.height() / page.size.height()});
+  QRectF box(QPointF(), page.size * shrink);
+  box.moveCenter(space.sheet.center());
+  return {std::move(page), box};
+}
+
+/// What prints a document and shows how far it is.
+struct Run {
+  Events& events;
+  JobCanvas& canvas;
+  const Document& document;
+  Progress& progress;
+};
+
+void PrintPages(const Run& run) {
+  const int count = run.document.PageCount();
+  for (int page = 0; page < count; ++page) {
+    run.progress.Show("Printing page " + std::to_string(page + 1) + " of " + std::to_string(count));
+    run.events.Send(platform::DOCUMENTEVENT_STARTPAGE, "STARTPAGE");
+    const bool started = run.canvas.StartPage();
+    // Between the page's events, where an application draws: the driver may already have drawn under the content.
+    run.canvas.SetContent({InTheMiddle(run.document.Page(page), run.canvas.space())});
+    run.events.Send(platform::DOCUMENTEVENT_ENDPAGE, "ENDPAGE");
+    if (!started || !run.canvas.EndPage()) throw Failure(cli::kFailed, "a page couldn't be written; check the disk");
+  }
+}
+
+void WritePages(const Run& run) {
+  const auto progress = [&](int percent) {
+    EndIfInterrupted();
+    run.progress.Show("Writing the pages: " + std::to_string(percent) + " %");
+  };
+  if (!run.canvas.Finish(progress)) throw Failure(cli::kFailed, "the pages couldn't be written; check the disk");
+}
+
+void RunDocument(const Run& run, const std::u16string& title) {
+  const platform::DOCINFOW info{sizeof info, title.c_str(), nullptr, nullptr, 0};
+  const platform::DOCINFOW* start = &info;
+  LONG number = kJobNumber;
+  try {
+    run.events.Send(platform::DOCUMENTEVENT_STARTDOC, "STARTDOC", &start, sizeof start);
+    run.events.Send(platform::DOCUMENTEVENT_STARTDOCPOST, "STARTDOCPOST", &number, sizeof number);
+    PrintPages(run);
+    run.events.Send(platform::DOCUMENTEVENT_ENDDOC, "ENDDOC");
+    WritePages(run);  // before ENDDOCPOST: a job that can't be written still ends with ABORTDOC
+    run.events.Send(platform::DOCUMENTEVENT_ENDDOCPOST, "ENDDOCPOST");
+  } catch (...) {
+    // Whatever went wrong, the driver must learn that the document ended.
+    run.events.Abort();
+    throw;
+  }
+}
+
+/// Copies the form that the job names into the folder. The name of the copy, empty if there is none.
+std::string KeepOverlay(const Job& job, const JobFolder& folder) {
+  if (job.form.mode == 1) return {};
+  std::vector<uint8_t> form;
+  if (store::ReadFileBytes(platform::ToUtf8(job.form.path), kLargestForm, &form) != 0) return {};
+  folder.Write(kOverlayFile, form);
+  return kOverlayFile;
+}
+
+}  // namespace
+
+PrintedJob Print(const PrintRequest& request, const TerminalDesk& desk, Progress& progress) {
+  JobFolder folder(request.folder);
+  cli::Printer printer(request.printer);
+  Bytes record = Resolved(printer, request.record);
+  AnnounceContext(printer, record);
+  Job job = OpenRenderJob(request, record);
+  JobCanvas canvas(job, folder.Path(kPagesFile));
+  const std::unique_ptr<Document> document = LoadDocument(request.document, canvas.space(), progress);
+  const std::u16string title =
+      request.document == "-" ? u"-" : std::filesystem::path(request.document).filename().u16string();
+  job.document = title;
+  try {
+    Events events(printer, canvas, job, desk);
+    RunDocument({events, canvas, *document, progress}, title);
+  } catch (const QPDFExc&) {
+    FailDocument(DocumentName(request.document), "the PDF is damaged");
+  }
+  PrintedJob printed{job.pages, job.refused, platform::ToUtf8(job.id), KeepOverlay(job, folder)};
+  const std::string ticket = renderdriver::Ticket(job, kPagesFile, printed.overlay);
+  folder.Write(kTicketFile, {reinterpret_cast<const uint8_t*>(ticket.data()), ticket.size()});
+  folder.Keep();  // last: from here on the job is visible
+  return printed;
+}
+
+}  // namespace heron::spool

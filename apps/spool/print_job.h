@@ -1,0 +1,33 @@
+// Prints one document like an application: sends the driver every document event; the printing half keeps the job.
+#pragma once
+
+#include <string>
+
+#include "common/command.h"
+#include "common/record_file.h"
+#include "renderdriver/job.h"
+#include "terminal_desk.h"
+
+namespace heron::spool {
+
+struct PrintRequest {
+  std::string printer;
+  cli::Bytes record;     ///< the application's input; at least the public part
+  std::string document;  ///< path, or "-"
+  std::string folder;
+  renderdriver::DrawPath path = renderdriver::DrawPath::k488;
+};
+
+/// What became of it.
+struct PrintedJob {
+  int pages = 0;
+  size_t refused = 0;  ///< escapes that the printing side refused
+  std::string id;
+  std::string overlay;  ///< file in the folder, empty for none
+};
+
+/// Prints and leaves the job's folder. Throws a Failure, and then leaves nothing: 3 for a job that was cancelled, 1 for
+/// a document that can't be read or a driver that gave up, EndIfInterrupted's for one that was interrupted.
+PrintedJob Print(const PrintRequest& request, const TerminalDesk& desk, Progress& progress);
+
+}  // namespace heron::spool

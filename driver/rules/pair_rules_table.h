@@ -1,0 +1,230 @@
+// Values of two controls that don't go together, and which control gives way.
+//
+// Reader: combination_tables.cc, at compile time. A rule is: A=v & B=w -> T:=x. When control A has just taken value v
+// while B holds w, T must take x; as a list sees it, the item v of A is forbidden while B holds w. Braces mean each of
+// the values; M stands in turn for each of trayMediaType.page, trayMediaType.frontCover and trayMediaType.backCover,
+// the same one wherever it occurs in a rule.
+//
+// A conflict stands once for each control that can be the one just changed, with that control first: rules are looked
+// up by their first control. As a rule the control just changed wins and the other one yields. Rules with one first
+// control stand together. To add a conflict, add its rule under both controls.
+#pragma once
+
+#include <string_view>
+
+namespace heron::engine {
+
+// clang-format off
+inline constexpr std::u16string_view kPairRuleText = uR"(
+lpMediaSource={Tray3,Tray4,Large} & lpSourceUnit=NotInstalled -> lpMediaSource:=Auto
+lpMediaSource={Tray4,Large} & lpSourceUnit=Tray3 -> lpMediaSource:=Auto
+lpMediaSource=Large & lpSourceUnit=Tray3And4 -> lpMediaSource:=Auto
+lpMediaSource=Tray4 & lpSourceUnit=Tray3AndLarge -> lpMediaSource:=Auto
+lpOIPaperTray={Tray3,Tray4,Large} & lpSourceUnit=NotInstalled -> lpOIPaperTray:=Tray1
+lpOIPaperTray={Tray4,Large} & lpSourceUnit=Tray3 -> lpOIPaperTray:=Tray1
+lpOIPaperTray=Large & lpSourceUnit=Tray3And4 -> lpOIPaperTray:=Tray1
+lpOIPaperTray=Tray4 & lpSourceUnit=Tray3AndLarge -> lpOIPaperTray:=Tray1
+lpFrontCoverTray={Tray3,Tray4,Large} & lpSourceUnit=NotInstalled -> lpFrontCoverTray:=Tray1
+lpFrontCoverTray={Tray4,Large} & lpSourceUnit=Tray3 -> lpFrontCoverTray:=Tray1
+lpFrontCoverTray=Large & lpSourceUnit=Tray3And4 -> lpFrontCoverTray:=Tray1
+lpFrontCoverTray=Tray4 & lpSourceUnit=Tray3AndLarge -> lpFrontCoverTray:=Tray1
+lpBackCoverTray={Tray3,Tray4,Large} & lpSourceUnit=NotInstalled -> lpBackCoverTray:=Tray1
+lpBackCoverTray={Tray4,Large} & lpSourceUnit=Tray3 -> lpBackCoverTray:=Tray1
+lpBackCoverTray=Large & lpSourceUnit=Tray3And4 -> lpBackCoverTray:=Tray1
+lpBackCoverTray=Tray4 & lpSourceUnit=Tray3AndLarge -> lpBackCoverTray:=Tray1
+lpOutputTray={Tray1,Tray2,Tray3} & lpOutputUnit=NotInstalled -> lpOutputTray:=Auto
+lpOutputTray=Tray3 & lpOutputUnit={Bin,Separator,Floor2,Floor2And3,Floor4} -> lpOutputTray:=Auto
+lpOutputTray={MailBin1,MailBin2,MailBin3,MailBin4} & lpMailBinKit=NotInstalled -> lpOutputTray:=Auto
+lpOutputTray={Tray1,21,Tray2,41,Tray3,MailBin1,MailBin2,MailBin3,MailBin4} & FoldStaple_Check=On -> FoldStaple_Check:=Off
+lpOutputTray={MailBin1,MailBin2,MailBin3,MailBin4} & Staple_Check=On -> Staple_Check:=Off
+lpOutputTray={MailBin1,MailBin2,MailBin3,MailBin4} & Collate_Check=On -> Collate_Check:=Off
+lpOutputTray={MailBin1,MailBin2,MailBin3,MailBin4} & OHPInterLeave_Check=On -> lpOutputTray:=Auto
+lpOutputTray={MailBin1,MailBin2,MailBin3,MailBin4} & M={Transparency,Special2,Heavy,Envelope,Thick,58} -> lpOutputTray:=Auto
+lpSourceUnit={NotInstalled,Tray3,Tray3AndLarge} & lpMediaSource=Tray4 -> lpMediaSource:=Auto
+lpSourceUnit={NotInstalled,Tray3And4,Tray3} & lpMediaSource=Large -> lpMediaSource:=Auto
+lpSourceUnit=NotInstalled & lpMediaSource=Tray3 -> lpMediaSource:=Auto
+lpSourceUnit={NotInstalled,Tray3,Tray3AndLarge} & lpOIPaperTray=Tray4 -> lpOIPaperTray:=Tray1
+lpSourceUnit={NotInstalled,Tray3And4,Tray3} & lpOIPaperTray=Large -> lpOIPaperTray:=Tray1
+lpSourceUnit=NotInstalled & lpOIPaperTray=Tray3 -> lpOIPaperTray:=Tray1
+lpSourceUnit={NotInstalled,Tray3,Tray3AndLarge} & lpFrontCoverTray=Tray4 -> lpFrontCoverTray:=Tray1
+lpSourceUnit={NotInstalled,Tray3And4,Tray3} & lpFrontCoverTray=Large -> lpFrontCoverTray:=Tray1
+lpSourceUnit=NotInstalled & lpFrontCoverTray=Tray3 -> lpFrontCoverTray:=Tray1
+lpSourceUnit={NotInstalled,Tray3,Tray3AndLarge} & lpBackCoverTray=Tray4 -> lpBackCoverTray:=Tray1
+lpSourceUnit={NotInstalled,Tray3And4,Tray3} & lpBackCoverTray=Large -> lpBackCoverTray:=Tray1
+lpSourceUnit=NotInstalled & lpBackCoverTray=Tray3 -> lpBackCoverTray:=Tray1
+lpOutputUnit=NotInstalled & lpOutputTray={Tray1,Tray2} -> lpOutputTray:=Auto
+lpOutputUnit={NotInstalled,Bin,Separator,Floor2,Floor2And3,Floor4} & lpOutputTray=Tray3 -> lpOutputTray:=Auto
+lpOutputUnit={NotInstalled,Separator,Floor2,Floor2And3,Floor4} & lpMailBinKit=Installed -> lpMailBinKit:=NotInstalled
+lpOutputUnit={NotInstalled,Separator,Floor2,Floor2And3,Floor4} & lpPunchKit={TwoHoles,TwoAndThreeHoles,FourHoles} -> lpPunchKit:=NotInstalled
+lpOutputUnit={NotInstalled,Separator,Floor2,Floor2And3,Floor4} & lpSaddleUnit=Installed -> lpSaddleUnit:=NotInstalled
+lpOutputUnit=Floor4 & lpPunchHoles={TwoHoles,ThreeHoles} -> lpPunchHoles:=FourHoles
+lpOutputUnit={Floor2,Floor2And3} & lpPunchHoles=FourHoles -> lpPunchHoles:=TwoHoles
+lpOutputUnit=Floor2 & lpPunchHoles=ThreeHoles -> lpPunchHoles:=TwoHoles
+lpOutputUnit={NotInstalled,Separator} & Staple_Check=On -> Staple_Check:=Off
+lpOutputUnit={NotInstalled,Separator} & Punch_Check=On -> Punch_Check:=Off
+lpOutputUnit={NotInstalled,Separator} & Collate_Check=On -> Collate_Check:=Off
+lpMailBinKit=NotInstalled & lpOutputTray={MailBin1,MailBin2,MailBin3,MailBin4} -> lpOutputTray:=Auto
+lpMailBinKit=Installed & lpOutputUnit={NotInstalled,Separator,Floor2,Floor2And3,Floor4} -> lpMailBinKit:=NotInstalled
+lpMailBinKit=Installed & lpSaddleUnit=Installed -> lpSaddleUnit:=NotInstalled
+lpPunchKit={TwoHoles,TwoAndThreeHoles,FourHoles} & lpOutputUnit={NotInstalled,Separator,Floor2,Floor2And3,Floor4} -> lpPunchKit:=NotInstalled
+lpPunchKit=FourHoles & lpPunchHoles={TwoHoles,ThreeHoles} -> lpPunchHoles:=FourHoles
+lpPunchKit=TwoHoles & lpPunchHoles=ThreeHoles -> lpPunchHoles:=TwoHoles
+lpPunchKit={TwoHoles,TwoAndThreeHoles} & lpPunchHoles=FourHoles -> lpPunchHoles:=TwoHoles
+lpSaddleUnit=Installed & lpOutputUnit={NotInstalled,Separator,Floor2,Floor2And3,Floor4} -> lpSaddleUnit:=NotInstalled
+lpSaddleUnit=Installed & lpMailBinKit=Installed -> lpMailBinKit:=NotInstalled
+lpSaddleUnit=NotInstalled & FoldStaple_Check=On -> FoldStaple_Check:=Off
+lpPunchHoles={TwoHoles,ThreeHoles} & lpOutputUnit=Floor4 -> lpPunchHoles:=FourHoles
+lpPunchHoles={TwoHoles,ThreeHoles} & lpPunchKit=FourHoles -> lpPunchHoles:=FourHoles
+lpPunchHoles={ThreeHoles,FourHoles} & lpOutputUnit=Floor2 -> lpPunchHoles:=TwoHoles
+lpPunchHoles=FourHoles & lpOutputUnit=Floor2And3 -> lpPunchHoles:=TwoHoles
+lpPunchHoles={ThreeHoles,FourHoles} & lpPunchKit=TwoHoles -> lpPunchHoles:=TwoHoles
+lpPunchHoles=FourHoles & lpPunchKit=TwoAndThreeHoles -> lpPunchHoles:=TwoHoles
+Staple_Check=On & lpOutputUnit={NotInstalled,Separator} -> Staple_Check:=Off
+Staple_Check=On & lpPRNType=Booklet -> lpPRNType:=OneSided
+Staple_Check=On & FoldStaple_Check=On -> FoldStaple_Check:=Off
+Staple_Check=On & lpOutputTray={MailBin1,MailBin2,MailBin3,MailBin4} -> Staple_Check:=Off
+Staple_Check=On & Collate_Check=On -> Collate_Check:=Off
+Staple_Check=On & lpPOD_OnePerSheet=SamePageTwice -> POD_OnePerSheet_Check:=Off
+Staple_Check=On & OHPInterLeave_Check=On -> Staple_Check:=Off
+Staple_Check=On & M={Transparency,Special2,Heavy,Envelope,58} -> Staple_Check:=Off
+Punch_Check=On & lpOutputUnit={NotInstalled,Separator} -> Punch_Check:=Off
+Punch_Check=On & lpPRNType=Booklet -> lpPRNType:=OneSided
+Punch_Check=On & FoldStaple_Check=On -> FoldStaple_Check:=Off
+Punch_Check=On & lpPOD_OnePerSheet=SamePageTwice -> POD_OnePerSheet_Check:=Off
+Punch_Check=On & OHPInterLeave_Check=On -> Punch_Check:=Off
+Punch_Check=On & M={Transparency,Special2,Heavy,Envelope,Thick,58} -> Punch_Check:=Off
+FoldStaple_Check=On & lpSaddleUnit=NotInstalled -> FoldStaple_Check:=Off
+FoldStaple_Check=On & Staple_Check=On -> Staple_Check:=Off
+FoldStaple_Check=On & Punch_Check=On -> Punch_Check:=Off
+FoldStaple_Check=On & Collate_Check=On -> Collate_Check:=Off
+FoldStaple_Check=On & lpOutputTray={Tray1,21,Tray2,41,Tray3,MailBin1,MailBin2,MailBin3,MailBin4} -> lpOutputTray:=Auto
+FoldStaple_Check=On & POD_OnePerSheet_Check=On -> POD_OnePerSheet_Check:=Off
+FoldStaple_Check=On & Back_Check=On -> Back_Check:=Off
+FoldStaple_Check=On & OHPInterLeave_Check=On -> FoldStaple_Check:=Off
+FoldStaple_Check=On & M={Transparency,Special2,Heavy,Envelope,Thick,58} -> FoldStaple_Check:=Off
+Collate_Check=On & lpOutputUnit={NotInstalled,Separator} -> Collate_Check:=Off
+Collate_Check=On & Staple_Check=On -> Staple_Check:=Off
+Collate_Check=On & FoldStaple_Check=On -> FoldStaple_Check:=Off
+Collate_Check=On & lpOutputTray={MailBin1,MailBin2,MailBin3,MailBin4} -> Collate_Check:=Off
+Collate_Check=On & OHPInterLeave_Check=On -> Collate_Check:=Off
+Collate_Check=On & M=Envelope -> Collate_Check:=Off
+lpFAXUnit=NotInstalled & lpOutput.Fax=Fax -> lpOutput.Fax:=Printer
+lpPRNType=OneSided & Chapter_Check=On -> Chapter_Check:=Off
+lpPRNType=Booklet & Staple_Check=On -> Staple_Check:=Off
+lpPRNType=Booklet & Punch_Check=On -> Punch_Check:=Off
+lpPRNType=Booklet & Sort_Check=Off -> Sort_Check:=On
+lpPRNType=Booklet & Back_Check=On -> Back_Check:=Off
+lpPRNType=Booklet & InterSheet_Check=On -> InterSheet_Check:=Off
+lpPRNType=Booklet & POD_OnePerSheet_Check=On -> POD_OnePerSheet_Check:=Off
+lpPRNType={TwoSided,Booklet} & OHPInterLeave_Check=On -> lpPRNType:=OneSided
+lpPRNType=Booklet & PaperLess_Check=On -> PaperLess_Check:=Off
+lpPRNType={TwoSided,Booklet} & M={Transparency,Special2,Heavy,Envelope,Thick,OneSidePrinted} -> lpPRNType:=OneSided
+lpFoldStaple={FoldAndStaple,Fold} & Sort_Check=Off -> Sort_Check:=On
+Sort_Check=Off & lpPRNType=Booklet -> lpPRNType:=OneSided
+Sort_Check=Off & lpFoldStaple={FoldAndStaple,Fold} -> FoldStaple_Check:=Off
+Sort_Check=Off & lpOutputMethod=Proof -> lpOutputMethod:=Print
+Sort_Check=Off & Front_Check=On -> Front_Check:=Off
+Sort_Check=Off & Back_Check=On -> Back_Check:=Off
+Sort_Check=Off & InterSheet_Check=On -> InterSheet_Check:=Off
+Sort_Check=Off & Chapter_Check=On -> Chapter_Check:=Off
+Sort_Check=Off & POD_OnePerSheet_Check=On -> POD_OnePerSheet_Check:=Off
+Sort_Check=Off & CopyNo_Check=1 -> CopyNo_Check:=0
+Sort_Check=Off & OHPInterLeave_Check=On -> Sort_Check:=On
+lpOutputMethod={Secure,SaveToBox,SaveToBoxAndPrint} & lpCopierHardDisk=NotInstalled -> lpOutputMethod:=Print
+lpOutputMethod=Proof & Sort_Check=Off -> Sort_Check:=On
+lpOutputMethod=Proof & OHPInterLeave_Check=On -> lpOutputMethod:=Print
+Front_Check=On & Sort_Check=Off -> Sort_Check:=On
+Front_Check=On & POD_OnePerSheet_Check=On -> POD_OnePerSheet_Check:=Off
+Front_Check=On & OHPInterLeave_Check=On -> Front_Check:=Off
+Back_Check=On & lpPRNType=Booklet -> lpPRNType:=OneSided
+Back_Check=On & Sort_Check=Off -> Sort_Check:=On
+Back_Check=On & POD_OnePerSheet_Check=On -> POD_OnePerSheet_Check:=Off
+Back_Check=On & FoldStaple_Check=On -> FoldStaple_Check:=Off
+Back_Check=On & OHPInterLeave_Check=On -> Back_Check:=Off
+InterSheet_Check=On & lpPRNType=Booklet -> lpPRNType:=OneSided
+InterSheet_Check=On & Sort_Check=Off -> Sort_Check:=On
+InterSheet_Check=On & Chapter_Check=On -> Chapter_Check:=Off
+InterSheet_Check=On & POD_OnePerSheet_Check=On -> POD_OnePerSheet_Check:=Off
+InterSheet_Check=On & OHPInterLeave_Check=On -> InterSheet_Check:=Off
+InterSheet_Check=On & PaperLess_Check=On -> PaperLess_Check:=Off
+Chapter_Check=On & lpPRNType=OneSided -> Chapter_Check:=Off
+Chapter_Check=On & Sort_Check=Off -> Sort_Check:=On
+Chapter_Check=On & InterSheet_Check=On -> InterSheet_Check:=Off
+Chapter_Check=On & POD_OnePerSheet_Check=On -> POD_OnePerSheet_Check:=Off
+Chapter_Check=On & OHPInterLeave_Check=On -> Chapter_Check:=Off
+Chapter_Check=On & PaperLess_Check=On -> PaperLess_Check:=Off
+Chapter_Check=On & M={Transparency,Special2,Heavy,Envelope} -> Chapter_Check:=Off
+Chapter_Check=On & M={Thick,OneSidePrinted} -> lpPRNType:=OneSided
+POD_OnePerSheet_Check=On & lpPRNType=Booklet -> lpPRNType:=OneSided
+POD_OnePerSheet_Check=On & Sort_Check=Off -> Sort_Check:=On
+POD_OnePerSheet_Check=On & FoldStaple_Check=On -> FoldStaple_Check:=Off
+POD_OnePerSheet_Check=On & Front_Check=On -> Front_Check:=Off
+POD_OnePerSheet_Check=On & Back_Check=On -> Back_Check:=Off
+POD_OnePerSheet_Check=On & InterSheet_Check=On -> InterSheet_Check:=Off
+POD_OnePerSheet_Check=On & Chapter_Check=On -> Chapter_Check:=Off
+POD_OnePerSheet_Check=On & OHPInterLeave_Check=On -> POD_OnePerSheet_Check:=Off
+POD_OnePerSheet_Check=On & PaperLess_Check=On -> PaperLess_Check:=Off
+lpPOD_OnePerSheet=SamePageTwice & Staple_Check=On -> Staple_Check:=Off
+lpPOD_OnePerSheet=SamePageTwice & Punch_Check=On -> Punch_Check:=Off
+CopyNo_Check=1 & Sort_Check=Off -> Sort_Check:=On
+CopyNo_Check=1 & OHPInterLeave_Check=On -> CopyNo_Check:=0
+lpCopierHardDisk=NotInstalled & lpOutputMethod={Secure,SaveToBox,SaveToBoxAndPrint} -> lpOutputMethod:=Print
+lpWidePaperPos.Center=Center & ImageShift_Check=On -> ImageShift_Check:=Off
+ImageShift_Check=On & lpWidePaperPos.Center=Center -> lpWidePaperPos.LeadingEdge:=LeadingEdge
+OHPInterLeave_Check=On & lpOutputTray={MailBin1,MailBin2,MailBin3,MailBin4} -> OHPInterLeave_Check:=Off
+OHPInterLeave_Check=On & lpPRNType={TwoSided,Booklet} -> OHPInterLeave_Check:=Off
+OHPInterLeave_Check=On & Staple_Check=On -> OHPInterLeave_Check:=Off
+OHPInterLeave_Check=On & Punch_Check=On -> OHPInterLeave_Check:=Off
+OHPInterLeave_Check=On & FoldStaple_Check=On -> OHPInterLeave_Check:=Off
+OHPInterLeave_Check=On & lpOutputMethod=Proof -> OHPInterLeave_Check:=Off
+OHPInterLeave_Check=On & Collate_Check=On -> OHPInterLeave_Check:=Off
+OHPInterLeave_Check=On & Sort_Check=Off -> OHPInterLeave_Check:=Off
+OHPInterLeave_Check=On & Front_Check=On -> OHPInterLeave_Check:=Off
+OHPInterLeave_Check=On & Back_Check=On -> OHPInterLeave_Check:=Off
+OHPInterLeave_Check=On & InterSheet_Check=On -> OHPInterLeave_Check:=Off
+OHPInterLeave_Check=On & Chapter_Check=On -> OHPInterLeave_Check:=Off
+OHPInterLeave_Check=On & POD_OnePerSheet_Check=On -> OHPInterLeave_Check:=Off
+OHPInterLeave_Check=On & CopyNo_Check=1 -> OHPInterLeave_Check:=Off
+Nup_Check=On & PaperLess_Check=On -> PaperLess_Check:=Off
+PaperLess_Check=On & Nup_Check=On -> PaperLess_Check:=Off
+PaperLess_Check=On & Chapter_Check=On -> PaperLess_Check:=Off
+PaperLess_Check=On & lpPRNType=Booklet -> PaperLess_Check:=Off
+PaperLess_Check=On & POD_OnePerSheet_Check=On -> PaperLess_Check:=Off
+PaperLess_Check=On & InterSheet_Check=On -> PaperLess_Check:=Off
+PaperLess_Check=On & lpOverlay.PrintWithForm=PrintWithForm -> PaperLess_Check:=Off
+lpOverlay.PrintWithForm=PrintWithForm & PaperLess_Check=On -> PaperLess_Check:=Off
+DraftPrint=On & EngSaveToner_Check=On -> EngSaveToner_Check:=Off
+DraftPrint=On & lpSmoothing={Low,Medium,High} -> lpSmoothing:=Off
+EngSaveToner_Check=On & DraftPrint=On -> DraftPrint:=Off
+EngSaveToner_Check=On & lpSmoothing={Low,Medium,High} -> lpSmoothing:=Off
+lpSmoothing={Low,Medium,High} & EngSaveToner_Check=On -> EngSaveToner_Check:=Off
+lpSmoothing={Low,Medium,High} & DraftPrint=On -> DraftPrint:=Off
+M={Transparency,Special2,Heavy,Envelope,Thick,OneSidePrinted} & lpPRNType={TwoSided,Booklet} -> lpPRNType:=OneSided
+M={Transparency,Special2,Heavy,Envelope,58} & Staple_Check=On -> Staple_Check:=Off
+M={Transparency,Special2,Heavy,Envelope,Thick,58} & Punch_Check=On -> Punch_Check:=Off
+M={Transparency,Special2,Heavy,Envelope,Thick,58} & FoldStaple_Check=On -> FoldStaple_Check:=Off
+M={Transparency,Special2,Heavy,Envelope,Thick,58} & lpOutputTray={MailBin1,MailBin2,MailBin3,MailBin4} -> lpOutputTray:=Auto
+M={Transparency,Special2,Heavy,Envelope} & Chapter_Check=On -> Chapter_Check:=Off
+M={Thick,OneSidePrinted} & Chapter_Check=On -> lpPRNType:=OneSided
+M=Envelope & Collate_Check=On -> Collate_Check:=Off
+lpMediaType.dialog={Transparency,Special2,Heavy,Envelope,Thick,OneSidePrinted} & lpPRNType={TwoSided,Booklet} -> lpPRNType:=OneSided
+lpMediaType.dialog={Transparency,Special2,Heavy,Envelope,58} & Staple_Check=On -> Staple_Check:=Off
+lpMediaType.dialog={Transparency,Special2,Heavy,Envelope,Thick,58} & Punch_Check=On -> Punch_Check:=Off
+lpMediaType.dialog={Transparency,Special2,Heavy,Envelope,Thick,58} & FoldStaple_Check=On -> FoldStaple_Check:=Off
+lpMediaType.dialog={Transparency,Special2,Heavy,Envelope,Thick,58} & lpOutputTray={MailBin1,MailBin2,MailBin3,MailBin4} -> lpOutputTray:=Auto
+lpMediaType.dialog={Transparency,Special2,Heavy,Envelope} & Chapter_Check=On -> Chapter_Check:=Off
+lpMediaType.dialog={Thick,OneSidePrinted} & Chapter_Check=On -> lpPRNType:=OneSided
+lpMediaType.dialog=Envelope & Collate_Check=On -> Collate_Check:=Off
+lpMediaType.dialog={Transparency,Special2,Heavy,Envelope,Thick,OneSidePrinted} & trayRowSource={Tray1,Tray2,Tray3,Tray4,Large} -> trayRowSource:=Auto
+trayRowSource={Tray3,Tray4,Large} & lpSourceUnit=NotInstalled -> trayRowSource:=Auto
+trayRowSource={Tray4,Large} & lpSourceUnit=Tray3 -> trayRowSource:=Auto
+trayRowSource=Large & lpSourceUnit=Tray3And4 -> trayRowSource:=Auto
+trayRowSource=Tray4 & lpSourceUnit=Tray3AndLarge -> trayRowSource:=Auto
+lpInterSheetListTray={Tray3,Tray4,Large} & lpSourceUnit=NotInstalled -> lpInterSheetListTray:=7
+lpInterSheetListTray={Tray4,Large} & lpSourceUnit=Tray3 -> lpInterSheetListTray:=7
+lpInterSheetListTray=Large & lpSourceUnit=Tray3And4 -> lpInterSheetListTray:=7
+lpInterSheetListTray=Tray4 & lpSourceUnit=Tray3AndLarge -> lpInterSheetListTray:=7
+)";
+// clang-format on
+
+}  // namespace heron::engine
