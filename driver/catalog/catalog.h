@@ -12,14 +12,14 @@
 
 namespace heron {
 
-/// Opened per operation by OpenResourceContext, closed by whoever opened it.
+/// Opened per operation by OpenResourceContext, closed by its opener.
 struct ResourceContext {
   platform::HMODULE module;  ///< the resource module, or null: labels are then empty, everything else works
   uint32_t reserved;         ///< 0
   uint32_t destinationMask;  ///< 0xFF, 0xFF00 or 0x10000
 };
 
-/// The user's country code, as the locale tells it; 1 if it can't be read.
+/// The user's country code, from the locale; 1 if it can't be read.
 uint32_t ReadLocaleCountry();
 
 /// 0x10000 for country 81, 0xFF00 for the countries of the second destination, else 0xFF.

@@ -1,4 +1,4 @@
-// What this model has switched on, and which facility stands behind a store or a section of a settings file.
+// What this model has switched on, and which facility is behind a store or a section of a settings file.
 //
 // Readers: IsFacilityEnabled, IsStoreEnabled, IsFileSectionEnabled. Ids are stored or shared: never renumber one.
 #pragma once

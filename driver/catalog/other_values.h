@@ -115,7 +115,7 @@ constexpr bool IsItalic(int style) {
 }
 }  // namespace fontStyle
 
-/// How the text of a tab stands (PageEntry::tabTextOrient) and where (PageEntry::tabTextAlign).
+/// Direction of a tab's text (PageEntry::tabTextOrient) and where (PageEntry::tabTextAlign).
 namespace tabText {
 inline constexpr int16_t kUpwards = 1;
 inline constexpr int16_t kTurned = 2;

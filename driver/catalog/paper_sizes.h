@@ -2,9 +2,9 @@
 //
 // Reader: paper_geometry.cc, at compile time. A row is: paper code, width and height in hundredths of a millimetre, and
 //   twin      the rotated code (bit 0x800) has the same size
-//   families  the code stands in the families 0x1000, 0x2000 and 0x3000 too
+//   families  the code is in the families 0x1000, 0x2000 and 0x3000 too
 //   edge      printable to its edges; other codes outside the families keep a margin
-// Code 14 stands twice, as the device lists it; a search finds the first.
+// Code 14 appears twice, as the device lists it; a search finds the first.
 #pragma once
 
 #include <string_view>

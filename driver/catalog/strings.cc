@@ -1,7 +1,7 @@
 // The driver directory and the cache of texts, both process-wide and guarded by one lock.
 //
 // A cached text is found by its offset in a pool. The pool grows by further pieces and never moves one, so addresses
-// hold until the cache is freed. When memory runs out a text is simply not found: nobody gets a dangling or a half
+// hold until the cache is freed. When memory runs out a text is simply not found: no caller gets a dangling or a half
 // text.
 #include "catalog/strings.h"
 

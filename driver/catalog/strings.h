@@ -11,7 +11,7 @@
 namespace heron {
 
 /// Takes the driver directory of the queue `printer` (data file's path, cut behind its last separator). False, with the
-/// old one kept, if the queue can't tell or tells one of more than 260 characters.
+/// old one kept, if the queue has none or one of more than 260 characters.
 bool RefreshDriverDirectory(platform::HANDLE printer);
 /// The driver directory with its closing separator, empty before the first refresh.
 std::u16string DriverDirectory();

@@ -93,7 +93,7 @@ constexpr void EnterRows(FeatureIndex& index, FeatureKind kind, const auto& rows
       feature.kind = kind;
       feature.first = static_cast<uint16_t>(row);
     }
-    if (feature.kind != kind) throw "a feature stands in two tables";
+    if (feature.kind != kind) throw "a feature is in two tables";
     if (feature.first + feature.count != static_cast<int>(row)) throw "the rows of a feature don't lie together";
     if (row > begin && rows[row].feature < rows[row - 1].feature) throw "the features don't ascend";
     ++feature.count;

@@ -1,4 +1,4 @@
-// A change on trial: what was asked for, what else must change, what stands in the way; and the rules that find it.
+// A change on trial: what was asked for, what else must change, what opposes it; and the rules that find it.
 //
 // The resolve loop (resolve.h) writes a request's values into the settings, runs the operations below, which add to the
 // log, and writes the log's values in turn. The rules read current values and availability; they write settings only
@@ -91,7 +91,7 @@ struct ChangeLog {
 
 /// Adds an entry; false if the control holds the value already, so that there is nothing to do, or the log is full.
 bool AddEntry(const Engine& engine, ChangeLog& log, ControlIndex control, uint16_t value, Reason reason);
-/// Adds a setting that stands in the way. The list may hold one more than once until it is put in order.
+/// Adds a setting that opposes the change. The list may hold one more than once until it is put in order.
 void AddOpposition(ChangeLog& log, ControlIndex control, uint16_t value);
 /// The last pending entry of a control, or null.
 LogEntry* FindPending(ChangeLog& log, ControlIndex control);

@@ -63,7 +63,7 @@ size_t KeptFrom(const ChangeLog& log, ControlIndex control, uint16_t value) {
   return 0;
 }
 
-/// A custom paper's mark stands in the way; the user knows the paper.
+/// A custom paper's mark opposes the change; the user knows the paper.
 void NamePapers(const Engine& engine, ChangeLog& log) {
   const uint16_t count = log.oppositionCount;
   for (uint16_t i = 0; i < count; ++i) {

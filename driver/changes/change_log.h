@@ -1,4 +1,4 @@
-// What becomes of a log behind the rules: which entries of a pass count, and in which order the rest is told.
+// What becomes of a log behind the rules: which entries of a pass count, and in which order the rest is reported.
 //
 // Adding to a request, a log and an opposition list is declared with them in change.h.
 #pragma once
@@ -23,7 +23,7 @@ void CollapseLog(const Engine& engine, ChangeLog& log);
 /// Sorts entries and opposition by control id and leaves the last of each control.
 void SortLog(ChangeLog& log);
 
-/// The same after a single change of `control` to `value`: entries that stood before the rules set the control back are
+/// The same after a single change of `control` to `value`: entries from before the rules set the control back are
 /// dropped, and marks of custom papers in the opposition become the papers.
 void OrderLog(const Engine& engine, ControlIndex control, uint16_t value, ChangeLog& log);
 

@@ -31,7 +31,7 @@ bool OperandsUsable(const Engine& engine, const PairRule& rule) {
   return !first_counts || engine.Usable(first);
 }
 
-/// The rule would take back what the user has just set: what else it rests on stands in the way.
+/// The rule would take back what the user has just set: what else it depends on opposes the change.
 void Oppose(const Engine& engine, const ChangeRequest& request, RuleTerm target, std::span<const RuleTerm> others,
             ChangeLog& log) {
   for (const RequestRow& row : request.UserRows()) {

@@ -67,7 +67,7 @@ std::u16string_view ItemLabel(const Engine& engine, ControlIndex control) {
   return label.substr(0, label.find(u'\0'));
 }
 
-/// A fax that nobody is to receive goes to the printer.
+/// A fax without recipients goes to the printer.
 void CheckRecipients(Engine& engine, EngineView* view) {
   const UiState& ui = *engine.ui;
   if (Setting<u"lpOutput">(ui) != value::lpOutput::kFax || ui.head().faxRowCount != 0) return;

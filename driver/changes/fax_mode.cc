@@ -24,7 +24,7 @@ constexpr ControlIndex kMediaType = Control(u"lpMediaType.dialog");
 /// What a fax sets to its default and says so.
 constexpr ControlIndex kGuarded[] = {kSource, Control(u"Copies"), Control(u"lpOutputTray"), Control(u"lpBindPosit"),
                                      Control(u"lpPRNType")};
-/// What may stand on a forbidden item behind a fax.
+/// Settings that may be left on a forbidden item after a fax.
 constexpr ControlIndex kReturning[] = {Control(u"lpBindPosit"), Control(u"lpPRNType"), Control(u"lpOutputTray"),
                                        kSource};
 

@@ -40,14 +40,14 @@ bool EarnsLine(const Resolver& resolver, const LogEntry& entry, DeviceLines devi
   return (device == DeviceLines::kYes && IsOfDevice(entry)) || IsDeviceReason(entry.reason);
 }
 
-/// What a refused paper of the request stands for: the double-only paper that the user asked for.
+/// What a refused paper of the request means: the double-only paper that the user asked for.
 uint16_t OpposingValue(const Resolver& resolver, const Opposition& row) {
   const RequestRow* asked = FindRow(resolver.request, kOutputPaper);
   if (row.control != kOutputPaper || asked == nullptr || !IsSubstitutedPaper(asked->newValue)) return row.value;
   return asked->newValue;
 }
 
-/// Text of the character that can't stand where it does.
+/// Text of the character that isn't allowed at its place.
 TextNumber NameOf(PageTextError error) {
   if (error == PageTextError::kComma) return text::kComma;
   return error == PageTextError::kZero ? text::kDigitZero : text::kHyphen;

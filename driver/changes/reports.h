@@ -33,10 +33,10 @@ class ReportText {
 /// Model and language, as captions name the driver.
 std::u16string ModelCaption();
 
-/// Whether the control is told of at all: mirrors of a tray's media only with the first tray of that source.
+/// Whether the control is reported at all: mirrors of a tray's media only with the first tray of that source.
 bool IsReportable(ControlIndex control, const TraySnapshot& trays);
 
-/// The control's label; of a mirror with its tray as it stands in `trays`.
+/// The control's label; of a mirror with its tray as in `trays`.
 std::u16string ReportLabel(ControlIndex control, const TraySnapshot& trays);
 /// Text of a value, or its number.
 std::u16string ValueText(ControlIndex control, uint16_t value);
@@ -47,14 +47,14 @@ int CountableEntries(const Engine& engine, const ChangeLog& log);
 /// "Label => value" for each entry that earns a line; in other modes than a single change not for silent controls.
 /// False if none does: then no header may introduce them.
 bool AddLines(ReportText& report, const Resolver& resolver, DeviceLines device);
-/// "Label : value" for each setting that stands in the way; mirrors that a report leaves out only where nothing else
+/// "Label : value" for each setting that opposes the change; mirrors that a report leaves out only where nothing else
 /// does. False if there is none.
 bool AddOpposingLines(ReportText& report, const Resolver& resolver);
 
 /// That rows of the per-page list are in conflict now, or empty. With a line end before it if `follows_lines`.
 std::u16string PerPageRemark(const Resolver& resolver, bool follows_lines);
 
-// Messages about page numbers and per-page rows, for whoever shows them.
+// Messages about page numbers and per-page rows, for pages and commands.
 
 /// Who asks: the row dialog, or the field of chapter starts.
 enum class PageTextField : uint8_t { kRow, kChapters };
@@ -62,7 +62,7 @@ enum class PageTextField : uint8_t { kRow, kChapters };
 /// What is wrong with a page text; empty without an error.
 std::u16string PageTextErrorText(PageTextError error, PageTextField field);
 
-/// That pages stand twice: the first five of `repeated`.
+/// That pages are listed twice: the first five of `repeated`.
 std::u16string DuplicatePagesText(std::span<const uint16_t> repeated);
 
 /// What a repair of the row in the row settings has changed; empty if nothing.

@@ -110,7 +110,7 @@ void BuildRequest(Resolver& resolver, EngineView* view, ControlIndex control) {
   request.userCount = request.count;
 }
 
-/// The entry "custom paper" of a paper list stands for the paper that was chosen there last.
+/// The entry "custom paper" of a paper list means the paper that was chosen there last.
 void TakePickedPaper(Engine& engine, ChangeRequest& request) {
   if (request.count == 0 || request.rows[0].newValue != kCustomEntry) return;
   RequestRow& row = request.rows[0];

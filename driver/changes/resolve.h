@@ -1,7 +1,7 @@
-// What a change brings with it, told before it happens: the trial, the report, and the change or its withdrawal.
+// What a change brings with it, reported before it happens: the trial, the report, and the change or its withdrawal.
 //
-// A Resolver stands beside the Engine of a sheet. A run tries the new values on the settings, lets the rules add what
-// must change too, in passes, and puts everything back; what remains is a log. The user is told or asked, then the
+// A Resolver belongs to the Engine of a sheet. A run tries the new values on the settings, lets the rules add what
+// must change too, in passes, and puts everything back; what remains is a log. The user is informed or asked, then the
 // values change for good, or the whole state is as it was before his action, byte for byte. An exception that leaves
 // any of these operations restores it too.
 //
@@ -67,7 +67,7 @@ struct ResolveOutcome {
 /// The report of the opening run, until a page is there to show it.
 struct DeferredReport {
   std::u16string caption;
-  std::u16string text;  ///< empty: nothing to tell
+  std::u16string text;  ///< empty: nothing to report
 };
 
 struct Resolver {
@@ -96,7 +96,7 @@ void RecordDialogDifferences(Resolver& resolver, uint16_t dialog);
 /// The same for all controls but those of per-page dialogs, for ResolveRecall.
 void RecordRecallDifferences(Resolver& resolver);
 
-/// One control changed by the user, whose new value the view tells, or a restore-defaults button. An unknown control is
+/// One control changed by the user, whose new value the view reads, or a restore-defaults button. An unknown control is
 /// result 0 without effect.
 ResolveOutcome ResolveChange(Resolver& resolver, EngineView* view, uint16_t control);
 
@@ -107,7 +107,7 @@ ResolveOutcome ResolveRecall(Resolver& resolver, EngineView* view);
 /// ShowDeferredReport. After an overrun only the number of punch holes is corrected.
 ResolveOutcome ResolveOpen(Resolver& resolver, EngineView* view);
 
-/// Shows the report of ResolveOpen once, if it has something to tell.
+/// Shows the report of ResolveOpen once, unless it is empty.
 void ShowDeferredReport(Resolver& resolver, EngineView* view);
 
 }  // namespace heron::engine

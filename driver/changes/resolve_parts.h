@@ -1,4 +1,4 @@
-// Between the files of resolving (the loop, the presenting, the applying) and of going to fax. Nobody else's business.
+// Between the files of resolving (the loop, the presenting, the applying) and of going to fax. Internal to them.
 #pragma once
 
 #include "changes/resolve.h"
@@ -15,7 +15,7 @@ void RecordInRequest(ChangeRequest& request, ControlIndex control, uint16_t valu
 /// the result if the passes or the log's room don't suffice.
 void ResolveLoop(Resolver& resolver, EngineView* view, uint16_t overrun);
 
-/// Tells the user, asks him where that is due, and applies or withdraws the change.
+/// Informs the user, asks where a question is due, and applies or withdraws the change.
 ResolveOutcome PresentChange(Resolver& resolver, EngineView* view, ControlIndex control);
 ResolveOutcome PresentRecall(Resolver& resolver, EngineView* view);
 /// Composes the report of an opening run.

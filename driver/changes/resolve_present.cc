@@ -1,4 +1,4 @@
-// What the user is told of a run, what he is asked, and what comes of his answer.
+// Reports of a run, the question to the user, and what follows from the answer.
 #include <new>
 #include <optional>
 #include <utility>

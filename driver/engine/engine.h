@@ -2,10 +2,10 @@
 //
 // An Engine looks at the UiState that it was last bound to, a sheet's own or a clone of it, and keeps all that is
 // computed for it; nothing is process-wide. It belongs to the thread of its state. What else must change when a control
-// changes is asked through change.h; who stands in front is an EngineView.
+// changes is asked through change.h; its user is an EngineView.
 //
 // Conventions. A control is named by its id (u16) at the edges and by its ControlIndex inside; an unknown id gives what
-// its declaration tells and changes nothing, kNoControl is never passed where an index is wanted. 65535 is a value that
+// its declaration gives and changes nothing, kNoControl is never passed where an index is wanted. 65535 is a value that
 // no control holds. Nothing here allocates but the functions that return a text. A `view` may be null.
 #pragma once
 
@@ -129,7 +129,7 @@ bool StoreTrayMedia(Engine& engine, ControlIndex mirror, uint16_t value);
 /// Recomputes the availability of every control from the values alone, but for 251 to 254, which hang on the view's
 /// focus too and are unavailable without one. Item statuses of 2024 and 3300 are recomputed on the way.
 void EvaluateRules(Engine& engine, EngineView* view);
-/// Tells the view of every ruled control of the dialog on show (UiHead::activeDialogId), in the order of the rules.
+/// Passes the view every ruled control of the dialog on show (UiHead::activeDialogId), in the order of the rules.
 void ApplyAvailability(const Engine& engine, EngineView* view);
 
 bool IsControlAvailable(const Engine& engine, uint16_t id);

@@ -42,7 +42,7 @@ uint16_t CodeOf(const Engine& engine, std::span<const FinishCapabilityRow> rows,
   return row == rows.end() || column >= row->codes.size() ? uint16_t{0} : row->codes[column];
 }
 
-/// In the check of a per-page row its own values stand in for the page's.
+/// In the check of a per-page row its own values replace the page's.
 void TakeRow(const Engine& engine, FinishContext& context, ControlIndex control, uint16_t value) {
   const uint16_t staple = control == kPerPageStaple ? value : engine.Value(kPerPageStaple);
   const uint16_t punch = control == kPerPagePunch ? value : engine.Value(kPerPagePunch);

@@ -65,7 +65,7 @@ class ItemFinishCheck {
 };
 
 /// The value that an edge rule puts in the place of its control's; kNoControl if it leaves it. With a `list`, `value`
-/// stands for that list's own value.
+/// means that list's own value.
 struct EdgeFinding {
   ControlIndex control = kNoControl;
   uint16_t instead = 0;

@@ -59,7 +59,7 @@ void LoadRow(Engine& engine, const PageEntry& row) {
   engine.Set(Control(u"lpPrnTabIndexNo"), static_cast<uint16_t>(row.prnTabIndexNo));
 }
 
-/// The media of the row's tray; a tray of its own value stands for the document's.
+/// The media of the row's tray; a tray of its own value means the document's.
 void LoadRowMedia(Engine& engine) {
   const uint16_t tray = engine.Value(kTray);
   const TrayMedia media = MediaOfTray(
@@ -114,7 +114,7 @@ bool CheckList(Engine& engine, ControlIndex control, bool repair) {
   return true;
 }
 
-/// Stapling can't be told to stop where nothing is stapled.
+/// Stapling can't be stopped where nothing is stapled.
 bool CheckStapleStop(Engine& engine, bool repair) {
   const uint16_t staple = engine.Value(kStaple);
   const bool stapled =

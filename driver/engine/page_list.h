@@ -1,6 +1,6 @@
 // The working per-page list: swapped with the other nine, and checked against the settings.
 //
-// Its rows, head and counts stand in the state's variable block; the list stores keep all ten.
+// Its rows, head and counts are in the state's variable block; the list stores keep all ten.
 #pragma once
 
 #include <cstdint>

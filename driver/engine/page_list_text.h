@@ -11,7 +11,7 @@ namespace heron::engine {
 enum class PageTextError : uint8_t {
   kNone = 0,
   kCharacter = 1,  ///< not a number or a range of numbers, or too many digits
-  kComma = 2,      ///< where it can't stand
+  kComma = 2,      ///< at a wrong place
   kZero = 3,
   kHyphen = 4,
   kTooMany = 5,  ///< found by callers of ParsePageText

@@ -2,7 +2,7 @@
 // tray; and the settings that are derived from others.
 //
 // Floor of the engine that needs a UiState and nothing else: no rule, no page. Everything is computed afresh from the
-// values; nothing is kept between calls. Sizes are hundredths of a millimetre unless told otherwise.
+// values; nothing is kept between calls. Sizes are hundredths of a millimetre unless stated otherwise.
 #pragma once
 
 #include <cstdint>
@@ -101,7 +101,7 @@ void DeriveBindMargin(const UiState& ui);
 /// Whether a layout puts two pages on a sheet.
 bool IsTwoPages(uint16_t layout);
 
-/// The rows of the list of page orders that go with the layout and the orientation; one value stands in several rows.
+/// The rows of the list of page orders that go with the layout and the orientation; one value is in several rows.
 struct OrderRows {
   size_t first, last;
 };

@@ -1,4 +1,4 @@
-// What the engine asks of whoever stands in front of it: a page, the command line, a test.
+// What the engine needs from its user: a page, the command line, a test.
 //
 // The engine never knows windows. Controls are named by id, values are those of the setting. Nothing here may start
 // another change: the engine is not re-entrant, even while a report is waiting for its answer.
@@ -9,7 +9,7 @@
 
 namespace heron::engine {
 
-/// What the user is told, and whether he is asked.
+/// A report to the user, and whether it asks.
 struct Report {
   std::u16string_view caption;
   std::u16string_view text;
@@ -25,7 +25,7 @@ class EngineView {
   virtual uint16_t ReadControl(uint16_t id) = 0;
   /// Shows a report and waits for it to be answered. True for Yes and for OK.
   virtual bool Show(const Report& report) = 0;
-  /// Whether there is somebody who can answer a question. Where nobody is, a No of Show isn't an answer: what hangs on
+  /// Whether a user can answer a question. If not, a No of Show isn't an answer: what hangs on
   /// one isn't done.
   virtual bool CanAnswer() const { return true; }
 

@@ -95,7 +95,7 @@ void SetQuality(uint8_t* record, uint32_t resolution, uint8_t output, bool own) 
 struct FieldPolicy {
   bool excel = false;
   uint32_t status = 0;      ///< BookMode of the user and queue
-  uint32_t resolution = 0;  ///< only if the status tells a choice
+  uint32_t resolution = 0;  ///< only if the status has a choice
 };
 
 FieldPolicy ReadFieldPolicy(const char16_t* printer_name) {
@@ -106,7 +106,7 @@ FieldPolicy ReadFieldPolicy(const char16_t* printer_name) {
 }
 
 /// What a caller may believe of the record's fields. The spreadsheet program overwrites copies, duplex and quality
-/// unless it is told that the driver doesn't take them.
+/// unless the driver says that it doesn't take them.
 void AdjustFields(const FieldPolicy& policy, uint8_t* record) {
   DWORD fields = ForeignEnv(record).Public<"dmFields">();
   const bool own = IsOwnEnv(record);

@@ -47,7 +47,7 @@ HERON_EXPORT BOOL PrinterProperties(platform::HWND window, HANDLE printer);
 HERON_EXPORT DWORD DrvDeviceCapabilities(HANDLE printer, char16_t* device_name, WORD capability, void* output,
                                          DEVMODEW* input);
 
-/// 1, or 0 with a last error. `needed` tells the room at `output` and receives the size needed.
+/// 1, or 0 with a last error. `needed` is the room at `output` and receives the size needed.
 HERON_EXPORT BOOL DrvConvertDevMode(char16_t* printer_name, DEVMODEW* input, DEVMODEW* output, DWORD* needed,
                                     DWORD mode);
 

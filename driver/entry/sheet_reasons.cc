@@ -107,8 +107,8 @@ bool ApplyNow(SheetContext& context) {
   });
 }
 
-/// What a user changed after the last Apply dies with the sheet, as texts and lists have no committed copy that tells.
-/// A host that confirms without an Apply gets what stands on the pages. False if that can't be applied.
+/// What a user changed after the last Apply dies with the sheet, as texts and lists have no committed copy to compare.
+/// A host that confirms without an Apply gets what is on the pages. False if that can't be applied.
 bool WriteBack(SheetContext& context) {
   const bool unapplied = context.applied == nullptr;
   if (unapplied && !ApplyNow(context)) return false;

@@ -1,4 +1,4 @@
-// Where the fields of the printing side's blocks stand. Offsets are bytes, numbers little-endian, texts UTF-16 with a
+// Positions of the fields in the printing side's blocks. Offsets are bytes, numbers little-endian, texts UTF-16 with a
 // terminator unless said otherwise. The blocks belong to the printing side: what is not named here goes back as it
 // came, and every number in a reply is checked before it is used.
 #pragma once
@@ -11,7 +11,7 @@ namespace heron {
 /// The reply of EscGetJobRecord.
 struct JobRecordBlock {
   static constexpr size_t kSize = 9797;
-  static constexpr size_t kExtraOffset = 6460;  ///< u16: where EnvExtra stands in this block
+  static constexpr size_t kExtraOffset = 6460;  ///< u16: offset of EnvExtra in this block
   static constexpr size_t kPrinterName = 6468;  ///< text, up to kEnvBase
   static constexpr size_t kEnvBase = 6688;      ///< EnvBase of the job, the record's bytes 220 to 1426
   static constexpr size_t kEnvBaseSize = 1207;

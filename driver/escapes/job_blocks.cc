@@ -7,7 +7,7 @@
 namespace heron {
 namespace {
 
-/// A record may be longer than ours, but nobody makes one of this size.
+/// A record may be longer than ours, but no driver makes one of this size.
 constexpr uint32_t kLargestRecord = 0x10000;
 
 }  // namespace

@@ -9,7 +9,7 @@ bool CancelJob(platform::HDC hdc) {
 }
 
 int ShowMessage(std::u16string_view text, std::u16string_view caption, platform::DWORD flags) {
-  // Owner is the active window of the process, which whoever shows the box knows best.
+  // Owner is the active window of the process, which the desk that shows the box knows.
   return platform::MessageBoxW(nullptr, std::u16string(text).c_str(), std::u16string(caption).c_str(), flags);
 }
 

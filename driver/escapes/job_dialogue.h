@@ -9,10 +9,10 @@
 
 namespace heron {
 
-/// Tells the printing side that the user gave up: the flag first, then the cancel. False if an escape failed.
+/// Informs the printing side that the user cancelled: the flag first, then the cancel. False if an escape failed.
 bool CancelJob(platform::HDC hdc);
 
-/// Shows the text `text` under the caption `caption` and gives the answer; 0 if nobody can be asked.
+/// Shows the text `text` under the caption `caption` and returns the answer; 0 if no user can be asked.
 int ShowMessage(std::u16string_view text, std::u16string_view caption, platform::DWORD flags);
 
 }  // namespace heron

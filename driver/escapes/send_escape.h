@@ -1,4 +1,4 @@
-// Sending escapes with exactly the bytes that the table tells, and reading and writing their blocks within bounds.
+// Sending escapes with exactly the bytes that the table gives, and reading and writing their blocks within bounds.
 //
 // SendEscape<"EscSetJobId">(hdc, bytes), AskEscape<"EscGetFaxTime">(hdc, &time), CallEscape<"EscGetPageNumber">(hdc): a
 // name that doesn't exist, or a value of another size, doesn't compile. A closed context fails like an escape.
@@ -56,7 +56,7 @@ bool SendEscape(platform::HDC hdc, const T& value) {
   return RunEscape(hdc, kRow, BytesOf(value), {}) != 0;
 }
 
-/// An escape whose size is told by the table's rules only.
+/// An escape whose size only the table's rules give.
 template <FieldName kName>
 bool SendEscapeBytes(platform::HDC hdc, std::span<const uint8_t> bytes) {
   static_assert(Escape(kName.View()).in < 0);

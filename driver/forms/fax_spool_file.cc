@@ -12,9 +12,9 @@ constexpr size_t kPathLength = 260;
 int MakeSpoolFile(const DocumentEvent& event) {
   const std::u16string path = MakeTempFile(kSpoolPrefix);
   if (path.empty()) return kStop;
-  const bool told = SendEscape<"EscSetSpoolFile">(event.hdc, WideText<kPathLength>(path)) &&
+  const bool sent = SendEscape<"EscSetSpoolFile">(event.hdc, WideText<kPathLength>(path)) &&
                     RecordTempFile(PrinterName(event.printer), kSpoolFileNumber, path);
-  if (told) return kGoOn;
+  if (sent) return kGoOn;
   DeleteTempFile(path);
   return kStop;
 }

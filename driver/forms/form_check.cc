@@ -34,7 +34,7 @@ bool SameText(std::u16string_view a, std::u16string_view b) {
   return std::ranges::equal(a, b, {}, Lower, Lower);
 }
 
-/// Sign and digits of the text, whatever stands between them.
+/// Sign and digits of the text, whatever is between them.
 int64_t NumberIn(std::u16string_view text) {
   int64_t value = 0;
   bool negative = false;

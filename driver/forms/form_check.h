@@ -36,7 +36,7 @@ void FormExpectFromJob(FormCheckTable& table, const DriverEnv& record);
 bool FormReadDescription(FormCheckTable& table, const std::u16string& path);
 
 /// Texts compare without regard to case. A page description language above the expected one doesn't fit; a colour above
-/// the expected one is told apart.
+/// the expected one has its own result.
 FormFit FormCompare(const FormCheckTable& table);
 
 /// The three in order; kNone if any step fails.

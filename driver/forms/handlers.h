@@ -13,7 +13,7 @@ int OnFaxJob(const DocumentEvent& event);
 /// STARTDOCPOST: a spool file, if the job wants one. ENDDOCPOST: its end.
 int OnFaxSpoolFile(const DocumentEvent& event);
 
-/// STARTDOC: a job that makes or uses a form that can't be is told so and cancelled.
+/// STARTDOC: a job that makes or uses an impossible form shows a message and is cancelled.
 int OnOverlayCheck(const DocumentEvent& event);
 
 }  // namespace heron

@@ -43,10 +43,10 @@ uint32_t RecordedCount(std::u16string_view printer_name) {
   uint32_t count = 0;
   DWORD type = 0;
   DWORD size = sizeof count;
-  const bool told = key != nullptr &&
-                    RegQueryValueExW(key.get(), kCountValue, &type, reinterpret_cast<uint8_t*>(&count), &size) == 0 &&
-                    type == REG_DWORD && size == sizeof count;
-  return told ? std::min(count, kTempFileCount) : 0;
+  const bool known = key != nullptr &&
+                     RegQueryValueExW(key.get(), kCountValue, &type, reinterpret_cast<uint8_t*>(&count), &size) == 0 &&
+                     type == REG_DWORD && size == sizeof count;
+  return known ? std::min(count, kTempFileCount) : 0;
 }
 
 std::u16string RecordedPath(HKEY names, uint32_t number) {

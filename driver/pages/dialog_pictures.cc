@@ -82,7 +82,7 @@ void DrawPage(Canvas& canvas, const RECT& page, const RECT& clip) {
     canvas.FillRect({page.left + inset, y, page.right - inset, y + 1}, kText, clip);
 }
 
-/// How many pages stand along the long and the short side of a sheet, by layout class.
+/// How many pages are along the long and the short side of a sheet, by layout class.
 struct Grid {
   LONG along, across;
 };
@@ -105,7 +105,7 @@ void DrawPages(Canvas& canvas, const RECT& area, uint8_t layout, const RECT& cli
   }
 }
 
-/// Where the pages stand: moved away from the margin, or reduced in their proportions beside it.
+/// Where the pages are placed: moved away from the margin, or reduced in their proportions beside it.
 RECT PagesBeside(const RECT& sheet, const MarginPicture& picture) {
   const Edge edge = EdgeOf(picture.marginEdge);
   if (edge == kNone) return sheet;

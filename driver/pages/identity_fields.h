@@ -73,7 +73,7 @@ bool AcceptsIdentityKey(std::span<const IdentityField> fields, ControlId id, con
 
 /// Sets the limits of the fields on their controls.
 void LimitFields(platform::Dialog& dialog, std::span<const IdentityField> fields);
-/// What stands in one of the fields, cut to its limit.
+/// The text of one of the fields, cut to its limit.
 std::u16string FieldText(const platform::Dialog& dialog, std::span<const IdentityField> fields, ControlId id);
 
 /// A password in two fields at one place: one hides what is typed, one shows it.
@@ -82,8 +82,8 @@ class PasswordFields {
   PasswordFields(ControlId hiding, ControlId plain, TextSetting setting)
       : hiding_(hiding), plain_(plain), setting_(setting) {}
 
-  /// Shows the stored password in both and makes one of them visible: the hiding one if `hides`, or if nobody can be
-  /// named as the owner of the settings.
+  /// Shows the stored password in both and makes one of them visible: the hiding one if `hides`, or if the user can't
+  /// be named as the owner of the settings.
   void Open(platform::Dialog& dialog, const UiState& ui, bool hides);
   std::u16string Text(const platform::Dialog& dialog) const { return dialog.Text(visible_); }
   /// Whether the password may be stored.

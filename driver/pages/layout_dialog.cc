@@ -45,9 +45,9 @@ void LayoutDialog::OnChanged(ControlId id) {
   uint16_t& order = Setting<u"lpOrder">(ui());
   const engine::OrderRows rows = engine::OrderRowsOf(ui());
   const auto items = engine::GetControlBlock(engine(), kOrder)->Items();
-  bool stands = false;
-  for (size_t i = rows.first; i <= rows.last && i < items.size(); ++i) stands |= items[i].value == order;
-  if (!stands)
+  bool offered = false;
+  for (size_t i = rows.first; i <= rows.last && i < items.size(); ++i) offered |= items[i].value == order;
+  if (!offered)
     order = engine::IsTwoPages(layout) ? engine::GetControlDefault(engine(), kOrder) : value::lpOrder::kRightThenDown;
   ShowGroup(kLayoutGroup);
   ShowGroup(kOrderGroup);

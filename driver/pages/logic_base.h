@@ -57,9 +57,9 @@ class LogicBase : public platform::DialogLogic {
 
   /// Shows a message box over this dialog; its answer. The focus may leave any field for it unchecked.
   int Tell(const std::u16string& text, const std::u16string& caption, platform::DWORD flags);
-  /// Tells what is wrong with a field and gives it the focus with all its text selected. False, for who refuses.
+  /// Shows what is wrong with a field and gives it the focus with all its text selected. False, for who refuses.
   bool Refuse(ControlId field, const std::u16string& text, const std::u16string& caption);
-  /// The same for what may not stand in a field: beeps and clears it first.
+  /// The same for what a field may not contain: beeps and clears it first.
   bool RefuseCleared(ControlId field, const std::u16string& text, const std::u16string& caption);
   /// Text 21014, "X: enter a number from A to B", with the name's text number.
   static std::u16string RangeText(uint32_t name, int64_t minimum, int64_t maximum);

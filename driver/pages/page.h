@@ -62,10 +62,10 @@ class Page : public SettingsView {
   /// Before the defaults button restores the settings: what no control shows.
   virtual void ResetUnshown() {}
 
-  /// Resolves a change of the control and tells the sheet. True if it was applied.
+  /// Resolves a change of the control and informs the sheet. True if it was applied.
   bool Change(ControlId id);
   void MarkChanged();
-  /// Tells that rows of the per-page list have come into conflict, if any has.
+  /// Reports that rows of the per-page list have come into conflict, if any has.
   void TellNewConflicts();
 
  private:

@@ -321,7 +321,7 @@ bool PaperPage::AcceptsKey(ControlId id, const platform::TypedKey& key) {
   return id != kZoomField || AcceptsNumberKey(key, kMostOfZoom);
 }
 
-/// To another window the focus may go unchecked: whoever leaves the page is asked again.
+/// To another window the focus may go unchecked: the user is asked again when leaving the page.
 bool PaperPage::MayLeave(ControlId id, ControlId to) {
   constexpr ControlId kUnchecked[] = {0, kCancelButton, 5, 151};
   return id != kZoomField || std::ranges::count(kUnchecked, to) != 0 || CheckZoom();

@@ -1,6 +1,6 @@
 // Page 100: orientation, papers and zoom, paper source, print type and layout, finishing, output method, copies.
 //
-// Most of its controls follow the common sequences of their kind; what is told here is the rest: the paper lists with
+// Most of its controls follow the common sequences of their kind; here is the rest: the paper lists with
 // custom papers and print position, zoom and copies, the output methods with their dialogs, and the dialogs behind its
 // buttons.
 #pragma once

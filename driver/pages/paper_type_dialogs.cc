@@ -19,7 +19,7 @@ constexpr ShownControl kPaperTypeControls[] = {{kInterleave}};
 constexpr ShownControl kEditControls[] = {{engine::ControlId(u"lpMediaType.dialog")}};
 constexpr ShownControl kInterleaveControls[] = {{engine::ControlId(u"lpOIPaperTray")}};
 
-/// Stands for the selected tray; no template has it.
+/// Means the selected tray; no template has it.
 constexpr uint16_t kSelectedTray = engine::ControlId(u"trayRowSource");
 
 std::u16string LabelOfType(uint16_t media_type) {

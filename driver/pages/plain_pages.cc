@@ -9,7 +9,7 @@
 namespace heron::pages {
 namespace {
 
-/// The engine's controls of a dialog, which stand together in its table.
+/// The engine's controls of a dialog, which are together in its table.
 std::span<const ShownControl> ControlsOf(uint16_t dialog) {
   static constexpr auto kAll = [] {
     std::array<ShownControl, engine::kControlCount> all;

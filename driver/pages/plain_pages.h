@@ -5,7 +5,7 @@
 
 namespace heron::pages {
 
-/// Shows which settings will stand on the page, and how they stand. None of them can be used.
+/// Shows the settings of the page and their values. None of them can be changed.
 class UnbuiltPage : public Page {
  public:
   UnbuiltPage(SheetContext& sheet, const PageRow& row);

@@ -9,7 +9,7 @@ namespace {
 
 using platform::MenuItem;
 
-/// Pictures 12200 to 12223, each with its mask behind it; a command's grey form stands ten further.
+/// Pictures 12200 to 12223, each with its mask behind it; a command's grey form is ten further.
 enum Picture : uint32_t {
   kSavePicture = 12200,
   kRecallPicture = 12202,

@@ -27,7 +27,7 @@ enum LibraryCommand : uint16_t {
 
 std::vector<platform::MenuItem> LibraryMenu(const SettingsLibrary& library);
 
-/// Place of the entry that a command stands for, or -1.
+/// Place of the entry that a command means, or -1.
 int EntryOfCommand(uint16_t command);
 
 }  // namespace heron::pages

@@ -1,4 +1,4 @@
-// Dialog 2355: where the image of a short sheet stands in the feed direction.
+// Dialog 2355: where the image of a short sheet is placed in the feed direction.
 #pragma once
 
 #include "pages/settings_view.h"

@@ -1,8 +1,8 @@
-// A page or dialog whose controls are views of settings: it shows them, tells which one the user changed, and stands in
-// front of the engine.
+// A page or dialog whose controls are views of settings: it shows them, reports which one the user changed, and stands
+// in front of the engine.
 //
-// No setting is held here. A table (ShownControl) tells which controls are shown in which group; what kind each is, and
-// which setting it shows, the engine's own table tells. A change of kind list, check or radio ends in OnChanged, a
+// No setting is held here. A table (ShownControl) lists which controls are shown in which group; what kind each is, and
+// which setting it shows, is in the engine's own table. A change of kind list, check or radio ends in OnChanged, a
 // typed or spun number in OnNumber. To redisplay, a group's bit is set in the RefreshMask and the show step runs.
 #pragma once
 
@@ -69,7 +69,7 @@ class SettingsView : public LogicBase, public engine::EngineView {
   void OnTextChanged(ControlId id) override;
   void OnPositionChanged(ControlId id) override;
 
-  /// The user changed a list, check or radio; its setting still holds the old value, ReadControl tells the new one. A
+  /// The user changed a list, check or radio; its setting still holds the old value, ReadControl returns the new one. A
   /// value that was chosen again from a list is resolved again, and what it opens is opened again.
   virtual void OnChanged(ControlId id) = 0;
   /// The user typed or spun a number; the setting holds the old one.
@@ -106,7 +106,7 @@ class SettingsView : public LogicBase, public engine::EngineView {
   /// The same on a copy of the settings, which takes their place after OK. 0 if no copy could be made.
   int RunOnClone(uint16_t dialog, DialogLogic& logic);
 
-  /// What ReadControl tells of a control whatever it shows, for one change.
+  /// What ReadControl returns for a control whatever it shows, for one change.
   class Pending {
    public:
     Pending(SettingsView& view, ControlId id, uint16_t value) : view_(view) { view.pending_ = {{id, value}}; }

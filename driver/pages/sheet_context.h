@@ -26,7 +26,7 @@ struct SheetContext {
   bool editable = true;
   std::unique_ptr<JobRequest> request;  ///< null for a device sheet
 
-  // What the host gave, and what it has been told.
+  // What the host gave, and what it has been informed of.
   platform::PFNCOMPROPSHEET callback = nullptr;
   platform::HANDLE sheet = nullptr;
   platform::HANDLE lastPage = nullptr;

@@ -26,7 +26,7 @@ bool IsControlKey(const TypedKey& key) {
   return key.character < u' ';
 }
 
-/// A zero that would stand before other digits, or behind a lone zero.
+/// A zero before other digits, or behind a lone zero.
 bool IsIdleZero(const TypedKey& key, const Remainder& field) {
   return key.character == u'0' && (field.caret == 0 || (field.text == u"0" && field.caret == 1));
 }

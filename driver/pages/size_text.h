@@ -35,7 +35,7 @@ uint32_t ParseSize(int unit, std::u16string_view text);
 size_t SizeTextLimit(int unit);
 /// Whether a size field takes a key.
 bool AcceptsSizeKey(int unit, const platform::TypedKey& key);
-/// Whether a field of plain numbers takes a key; `most` characters may stand there already.
+/// Whether a field of plain numbers takes a key; `most` characters may be there already.
 bool AcceptsNumberKey(const platform::TypedKey& key, size_t most);
 /// The same of a field whose number may be 0, and whose length its own limit holds.
 bool AcceptsShortNumberKey(const platform::TypedKey& key);

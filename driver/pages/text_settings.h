@@ -32,7 +32,7 @@ void SetText(const UiState& ui, TextSetting setting, std::u16string_view text);
 /// Whose settings a record holds, compared with who has opened it.
 enum class OwnerCheck : uint8_t { kBothEmpty = 1, kSameUser = 2, kNoneStored = 3, kUserUnknown = 4, kAnotherUser = 5 };
 
-/// Makes the current user the owner. What the settings keep of another person, or of one who can't be told (3 to 5), is
+/// Makes the current user the owner. What the settings keep of another person, or of an unknown one (3 to 5), is
 /// cleared first: secure print, box, authentication.
 OwnerCheck TakeOwnership(engine::Engine& engine);
 /// The same, but settings without an owner keep what they hold: for a user who sets them himself, one after the other.

@@ -15,7 +15,7 @@
 
 namespace heron {
 
-/// A name of the table; `numbered` if a number stands between its two parts. Names are ASCII.
+/// A name of the table; `numbered` if a number is between its two parts. Names are ASCII.
 struct NamePattern {
   std::string head;
   std::string tail;
@@ -69,7 +69,7 @@ const KeyPlan& Plan();
 /// The value that a key names in `ui`, by the numbers of its section and its own name. False if it has no place there.
 bool LocateValue(const KeyEntry& key, const UiState& ui, int section_number, int key_number, StoreField* value);
 
-/// The default that stands in for an absent value, with the size and type of the value; null if there is none.
+/// The default of an absent value, with the size and type of the value; null if there is none.
 const uint8_t* StoredDefault(const KeyEntry& key, const UiState& ui);
 
 }  // namespace heron

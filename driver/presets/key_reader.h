@@ -26,7 +26,7 @@ class KeyReader final : public KeyTransfer {
 /// sign. False, with `number` untouched, for anything else.
 bool ParseNumber(std::string_view text, uint16_t type, uint32_t* number);
 
-/// Puts `text` into a text field, cut to its room, and fills it up with zeros. What stands behind a zero isn't text.
+/// Puts `text` into a text field, cut to its room, and fills it up with zeros. What follows a zero isn't text.
 void PutText(const StoreField& field, std::u16string_view text);
 
 }  // namespace heron

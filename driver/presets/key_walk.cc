@@ -65,7 +65,7 @@ class Walker {
   bool transferred_ = false;
 };
 
-/// The key's last number: as the table tells it, or as the list's count does.
+/// The key's last number: from the table, or from the list's count.
 int Walker::LastNumber(const KeyEntry& key, int section_number) const {
   if (key.count == kNoEntry || (into_ && !KnowsCount(key, section_number))) return key.row->hi;
   const KeyEntry& count = Plan().keys[static_cast<size_t>(key.count)];

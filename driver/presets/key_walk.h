@@ -19,7 +19,7 @@ class KeyTransfer {
 };
 
 enum class WalkKind : uint8_t {
-  kInto,   ///< values come into the state: counts first, then what they bound; a list without a count tells its own
+  kInto,   ///< values come into the state: counts first, then what they bound; a list without a count gives its own
   kOutOf,  ///< values leave it, in file order
 };
 

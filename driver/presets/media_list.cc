@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::string_view kSection = "MEDIATYPELISTDATA";
 
-/// One of the four values of an item: its key, and the feature that tells what it may be.
+/// One of the four values of an item: its key, and the feature with its allowed values.
 struct MediaValue {
   std::string_view key;
   uint8_t TrayMedia::*member;

@@ -85,7 +85,7 @@ void ParsePageNumbers(std::string_view text, PageNumberLists* lists) {
   uint16_t* const pages = lists->pages[kChapterList];
   *count = 0;
   std::fill_n(pages, kPageNumbersPerList, uint16_t{0});
-  // From the end; what stands ahead of the first tag belongs to the same list.
+  // From the end; what precedes the first tag belongs to the same list.
   for (size_t tag = text.rfind(kChapterTag); tag != std::string_view::npos; tag = text.rfind(kChapterTag)) {
     AddItems(text.substr(tag + kChapterTag.size()), count, pages);
     text = text.substr(0, tag);

@@ -22,9 +22,9 @@ static_assert(sizeof(PageNumberLists) == 488);
 
 PageNumberLists& PageNumbersOf(const UiState& ui);
 
-/// The lists as text; empty without pages. A number above 9999 can't be told and is left out.
+/// The lists as text; empty without pages. A number above 9999 can't be written and is left out.
 std::string FormatPageNumbers(const PageNumberLists& lists);
-/// The reverse. Pages ascend and stand once; what is no number or run is passed over, so are pages beyond the room.
+/// The reverse. Pages ascend and appear once; what is no number or run is passed over, so are pages beyond the room.
 void ParsePageNumbers(std::string_view text, PageNumberLists* lists);
 
 }  // namespace heron

@@ -66,7 +66,7 @@ LibraryEntryPtr MakeEntry(const SettingsLibrary& library, const UiState& setting
   return entry;
 }
 
-/// Message of a file that isn't opened; the other codes have told theirs.
+/// Message of a file that isn't opened; the other codes have shown theirs.
 void TellNotRegistered(const SettingsLibrary& library, OpenCode code) {
   if (code == OpenCode::kNoFile || code == OpenCode::kNoSettingsFile || code == OpenCode::kNoState)
     TellUser(library, text::kRegisterSettingsFile, {text::kNotASettingsFile});
@@ -121,7 +121,7 @@ bool MayBeRenamed(const SettingsLibrary& library, const LibraryEntry& entry, con
          !IsOtherBaseName(library, &entry, renamed.name) && (renamed == entry.location || !FileExists(renamed.Path()));
 }
 
-/// Renames an entry and saves it. On kNo the user has been told and everything is as it was.
+/// Renames an entry and saves it. On kNo the user has been informed and everything is as it was.
 LibrarySaved RenameEntry(SettingsLibrary& library, LibraryEntry& entry, std::u16string_view name) {
   if (entry.location.name == name && entry.displayName == name) return LibrarySaved::kYes;
   const FileLocation old_location = entry.location;

@@ -151,7 +151,7 @@ bool SaveEntry(LibraryEntry& entry) {
   WriteDriverIdentity(file, entry.identity);
   if (!LibraryWriteSettings(*entry.state, file)) return false;
   std::string bytes = file.Bytes();
-  if (bytes.size() > platform::kProfileLimit) return false;  // nobody could read it again
+  if (bytes.size() > platform::kProfileLimit) return false;  // it couldn't be read again
   const std::u16string path = entry.location.Path();
   const bool is_fresh = !FileExists(path);
   if (platform::SaveProfile(path.c_str(), file) != platform::kErrorSuccess) {

@@ -38,7 +38,7 @@ FileLocation StandardFile(int number);
 enum FileAttributes : int32_t {
   kStandardEntry = 0,     ///< the driver's: stays in the list, another version brings its own
   kOwnEntry = 1,          ///< the user's
-  kProtectedEntry = 2,    ///< the user's, but file or folder can't be written; never stands in a file
+  kProtectedEntry = 2,    ///< the user's, but file or folder can't be written; never in a file
   kReplaceableEntry = 3,  ///< like the standard one, but can be removed from the list
 };
 

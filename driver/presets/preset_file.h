@@ -1,7 +1,7 @@
 // Settings files: a state's settings into a file, back, and from one state to another.
 //
 // A file is text in the system's code page, CR LF, in the layout of a profile (platform/api/profile.h). Which keys
-// stand in it and in which order is told by uistate/file_keys.table. A file is read up to kProfileLimit and replaced
+// are in it and in which order is set by uistate/file_keys.table. A file is read up to kProfileLimit and replaced
 // whole. Reading changes working values only; committed ones are the pages' to set.
 #pragma once
 

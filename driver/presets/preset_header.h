@@ -36,7 +36,7 @@ struct DriverIdentity {
 
 /// Cut to kLibraryNameLength.
 void WriteLibraryName(platform::Profile& file, std::u16string_view name);
-/// The name that stands in the file, else the base name of `path`.
+/// The name in the file, else the base name of `path`.
 std::u16string ReadLibraryName(const platform::Profile& file, std::u16string_view path);
 
 /// Replaces the comment's section by one at the end of the file. Lines are cut to kLibraryCommentLength.

@@ -50,7 +50,7 @@ std::u16string FileInfoName(int slot) {
   return (slot < 10 ? u"File Info 0" : u"File Info ") + Digits(slot);
 }
 
-/// One key, read. What isn't there, or is of another shape, is its fallback; what can't be told now makes it fail.
+/// One key, read. What isn't there, or is of another shape, is its fallback; what can't be read now makes it fail.
 class KeyReading {
  public:
   explicit KeyReading(const std::u16string& path) {
@@ -181,7 +181,7 @@ bool WriteEntries(std::u16string_view printer_name, const std::vector<IndexEntry
 /// A queue whose name has backslashes has a key below another; a share of a server is the deepest that there is.
 constexpr int kDeepestQueue = 3;
 
-/// Opens a key if it exists; false if that can't be told now.
+/// Opens a key if it exists; false if that can't be read now.
 bool OpenIfThere(const std::u16string& path, UniqueKey* key) {
   DWORD status = kErrorSuccess;
   *key = platform::OpenKey(HKEY_CURRENT_USER, path.c_str(), platform::KEY_READ, &status);
@@ -189,7 +189,7 @@ bool OpenIfThere(const std::u16string& path, UniqueKey* key) {
 }
 
 /// Adds the names of the queues at and below `name` that have a list, as their keys have them. False if the store can't
-/// tell now.
+/// be read now.
 bool AddQueuesBelow(const std::u16string& name, int depth, std::vector<std::u16string>* names) {
   UniqueKey key;
   if (!name.empty()) {

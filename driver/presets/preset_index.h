@@ -31,12 +31,12 @@ struct LibraryIndex {
   bool operator==(const LibraryIndex&) const = default;
 };
 
-/// What is stored; missing or misshapen values are empty. False if the store can't tell now.
+/// What is stored; missing or misshapen values are empty. False if the store can't be read now.
 bool ReadLibraryIndex(std::u16string_view printer_name, LibraryIndex* index);
 /// Replaces all of it, as one. False: it is as it was. `index` has a driver; its count is that of its entries.
 bool WriteLibraryIndex(std::u16string_view printer_name, const LibraryIndex& index);
 
-/// The user's other queues whose lists have the file too, by the names of their keys. False if the store can't tell
+/// The user's other queues whose lists have the file too, by the names of their keys. False if the store can't be read
 /// now.
 bool OtherListsOf(std::u16string_view printer_name, const FileLocation& location, std::vector<std::u16string>* names);
 

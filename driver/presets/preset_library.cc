@@ -91,7 +91,7 @@ bool ChooseEntries(SettingsLibrary& library, std::vector<IndexEntry>* entries) {
   return true;
 }
 
-/// Whether the driver that wrote the file is this one; tells what differs.
+/// Whether the driver that wrote the file is this one; reports what differs.
 bool IsFromThisDriver(const SettingsLibrary& library, const DriverIdentity& theirs, OpenCode* code) {
   const DriverIdentity ours;
   struct Difference {
@@ -153,7 +153,7 @@ IndexEntry Located(const IndexEntry& listed) {
   return located;
 }
 
-/// Puts a listed entry into the library if it isn't gone or refused. False: it can't be told now what becomes of it.
+/// Puts a listed entry into the library if it isn't gone or refused. False: it can't be read now.
 bool TakeListed(SettingsLibrary& library, const IndexEntry& stored) {
   const IndexEntry listed = Located(stored);
   const FilePresence presence = LookForFile(listed.location.Path());

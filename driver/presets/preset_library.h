@@ -1,14 +1,14 @@
 // The settings library of a user and a queue: at most 25 settings files, in an order that the user chose.
 //
 // A library lives as long as one dialog, menu or command; nothing outlives it but the registry's list and the files. It
-// tells and asks the user through its view, under the texts' own numbers, which the caller keeps in use
+// informs and asks the user through its view, under the texts' own numbers, which the caller keeps in use
 // (catalog/strings.h). What is written is written whole: a file replaced, the list as one; a file that gets another
 // name is there under both until the list names the new one. A place is 0 to count - 1, in the order shown.
 //
 // Several programs may have the library of one user open. Files and list are written in one batch of the user's tree,
 // and only if the stored list and the files to be replaced are still what the library has read. Otherwise the library
 // is read anew and the change is made again of what is there now, with its checks and questions. Nothing is asked or
-// told while the batch holds the others up.
+// reported while the batch blocks the others.
 //
 // The checks and sequences behind the buttons of the dialogs are here too, so that a dialog only calls them.
 #pragma once
@@ -67,16 +67,16 @@ void SettingsLibraryClose(SettingsLibraryPtr& library);
 
 /// Saves the user's new and changed entries and the list, as one. An entry that can't be saved keeps its old file in
 /// the list, a new one isn't in it. False if anything couldn't be written, or if another program has changed list or
-/// files since they were read; the user has been told.
+/// files since they were read; the user has been informed.
 bool LibrarySaveIndex(SettingsLibrary& library);
 
 /// Makes a new entry of `settings`, to be saved by LibrarySaveIndex; one of the same file gives up its place to it.
-/// False, with the user told where he can do something about it: the library is full, folder or name is empty or too
-/// long, the folder or a file of that name can't be written, memory is short.
+/// False, with the user informed where he can do something about it: the library is full, folder or name is empty or
+/// too long, the folder or a file of that name can't be written, memory is short.
 bool LibraryAddCurrent(SettingsLibrary& library, const UiState& settings, const std::u16string& folder,
                        std::u16string_view name, std::u16string_view comment);
 
-/// Adds an existing file at the end. False, with nothing changed and the user told unless the library is full.
+/// Adds an existing file at the end. False, with nothing changed and the user informed unless the library is full.
 bool LibraryRegisterFile(SettingsLibrary& library, const FileLocation& location);
 
 enum class LibraryDirection : uint8_t { kUp = 1, kDown = 2, kRemove = 3 };
@@ -84,23 +84,23 @@ enum class LibraryDirection : uint8_t { kUp = 1, kDown = 2, kRemove = 3 };
 bool LibraryMove(SettingsLibrary& library, int place, LibraryDirection direction);
 
 /// Gives an entry with loaded settings another name, which was checked, and its file the same; saved at once. False,
-/// with the user told and everything as it was: the name is another entry's or a file's, file or list can't be
+/// with the user informed and everything as it was: the name is another entry's or a file's, file or list can't be
 /// written, or another program has changed them.
 bool LibraryRename(SettingsLibrary& library, int place, std::u16string_view name);
 
 /// Takes a comment of any line ends; LibrarySaveIndex saves it. False for more than 512 characters, for an entry that
-/// is never written or can't be reached now, and, with the user told, for characters that the code page lacks.
+/// is never written or can't be reached now, and, with the user informed, for characters that the code page lacks.
 bool LibrarySetComment(SettingsLibrary& library, int place, std::u16string_view comment);
 
-// Checks of a new name. False after the first that fails, of which the user is told.
+// Checks of a new name. False after the first that fails, of which the user is informed.
 
 /// A file of the name is replaced if the user agrees; the question names other queues whose lists have it.
 bool CheckSaveName(const SettingsLibrary& library, const std::u16string& folder, std::u16string_view name);
 /// For the entry at `place`, which may have the name itself.
 bool CheckEntryName(const SettingsLibrary& library, int place, std::u16string_view name);
 
-// What the OK of a dialog does. False if it can't be done, of which the user is told; the list is written. The library
-// may have been read anew meanwhile, so that entries have other places.
+// What the OK of a dialog does. False if it can't be done, of which the user is informed; the list is written. The
+// library may have been read anew meanwhile, so that entries have other places.
 
 /// Also false, after a message, where the library is full.
 bool SaveSettingsAs(SettingsLibrary& library, const UiState& settings, const std::u16string& folder,
@@ -137,7 +137,7 @@ enum class OpenCode : uint8_t {
 enum class OpenFor : uint8_t { kList, kRegistering };
 
 /// Opens the entry of a file, with its settings if the library loads them. Null unless the code is kOpened; of a file
-/// that another driver wrote the user has been told.
+/// that another driver wrote the user has been informed.
 LibraryEntryPtr OpenEntry(const SettingsLibrary& library, const FileLocation& location, OpenFor purpose,
                           OpenCode* code);
 /// Puts an entry into the slot behind the last; there is one.
@@ -151,20 +151,20 @@ inline constexpr int kLibraryAttempts = 64;
 
 enum class LibrarySaved : uint8_t {
   kYes,
-  kNo,        ///< the user has been told
+  kNo,        ///< the user has been informed
   kOutdated,  ///< nothing was written: list or files aren't what was read any more
 };
 LibrarySaved SaveLibrary(SettingsLibrary& library);
 /// Deletes settings files that a killed program made, or was about to delete, and that no list names.
 void SweepUnfinishedFiles(std::u16string_view printer_name);
 /// Makes `change` and saves it, again on the library as it is then while other programs change it. False if the change
-/// itself is, or if it can't be saved, of which the user has been told.
+/// itself is, or if it can't be saved, of which the user has been informed.
 bool ChangeLibrary(SettingsLibrary& library, const std::function<bool()>& change);
 
 /// Whether an entry other than `own` (may be null) is shown under the name.
 bool IsOtherDisplayName(const SettingsLibrary& library, const LibraryEntry* own, std::u16string_view name);
 /// `text` with the names of the user's other queues that list the file; empty if none does. Nothing if the store can't
-/// tell now.
+/// be read now.
 std::optional<std::u16string> OtherListsText(const SettingsLibrary& library, const FileLocation& location,
                                              TextNumber text);
 

@@ -29,7 +29,7 @@ std::u16string LackingCharacters(std::u16string_view text) {
   return lacking;
 }
 
-/// Which texts tell what is wrong with a name.
+/// The texts that say what is wrong with a name.
 struct NameTexts {
   TextNumber caption;
   TextNumber illegal;
@@ -82,9 +82,9 @@ int PlaceOfFile(const SettingsLibrary& library, const FileLocation& location) {
 bool CheckCodePage(const SettingsLibrary& library, std::u16string_view checked, TextNumber caption, TextNumber text) {
   const std::u16string lacking = LackingCharacters(checked);
   if (lacking.empty()) return true;
-  const std::u16string told =
+  const std::u16string message =
       platform::ExpandText(GetUiString(text), {int64_t{platform::GetACP()}, std::u16string_view(lacking)});
-  library.view.Show({GetUiString(caption), told, false});
+  library.view.Show({GetUiString(caption), message, false});
   return false;
 }
 

@@ -89,7 +89,7 @@ bool WriteList(SettingsLibrary& library) {
   return true;
 }
 
-/// What couldn't be written, to be told when no other program is held up any more, and what has to go for it.
+/// What couldn't be written, to be reported when no other program is blocked any more, and what has to go for it.
 struct Failures {
   std::vector<LibraryEntry*> madeFiles;  ///< new entries whose file wasn't there before
   int newEntries = 0;

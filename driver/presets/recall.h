@@ -33,8 +33,8 @@ bool LibraryRecall(const SettingsLibrary& library, int place, UiState& ui, uint8
 bool RecallSettings(engine::Resolver& resolver, engine::EngineView* view, const SettingsLibrary& library, int place,
                     uint8_t parts, engine::ResolveOutcome* outcome);
 
-/// A copy of `ui` made fit for saving: what is meant for one job goes, of which the user is told. Null if memory runs
-/// out. The texts are in use.
+/// A copy of `ui` made fit for saving: what is meant for one job goes, of which the user is informed. Null if memory
+/// runs out. The texts are in use.
 UiStatePtr PrepareForSaving(const UiState& ui, const ResourceContext* resources, engine::EngineView& view);
 
 }  // namespace heron

@@ -1,4 +1,4 @@
-// A settings file as the walk reads it: where each section stands, and the value of a key as its bytes are.
+// A settings file as the walk reads it: the place of each section, and the value of a key as its bytes are.
 //
 // Unlike the profile calls, nothing is trimmed: a value runs from its "=" to the CR. An index lives for one read.
 #pragma once
@@ -42,7 +42,7 @@ class SectionIndex {
 std::u16string ReadProfileKey(SectionIndex& index, size_t place, std::string_view key, std::u16string_view fallback,
                               size_t size);
 
-/// What stands for an absent key, and so is no value of any setting.
+/// Marks an absent key, and so is no value of any setting.
 inline constexpr std::string_view kAbsent = "error";
 
 }  // namespace heron

@@ -1,4 +1,4 @@
-// Where things stand in the three places that show previews, and how they scale.
+// Layout of the three places that show previews, and how they scale.
 //
 // A place is divided in pixels at scale 1. A place of the usual size has scale 1; a larger or smaller one is scaled as
 // a whole by what fits, and what is left over in one direction is room for the parts.

@@ -115,7 +115,7 @@ class Builder {
     const int16_t length = along_top ? sheet.width : sheet.height;
     const int count = picture_.punchHoles;
     for (int i = 0; i < count; ++i) {
-      // Two stand around the middle, three at the quarter points, four in the middle of each quarter.
+      // Two are placed around the middle, three at the quarter points, four in the middle of each quarter.
       const int along = count == value::lpPunchHoles::kTwoHoles ? length / 2 + (i == 0 ? -kHoleDistance : kHoleDistance)
                         : count == value::lpPunchHoles::kThreeHoles ? length * (i + 1) / 4
                                                                     : length * (2 * i + 1) / 8;

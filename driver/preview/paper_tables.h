@@ -1,4 +1,4 @@
-// The pictures of the paper view: which number stands for what, and where it stands on the sheet.
+// The pictures of the paper view: the number of each, and its place on the sheet.
 //
 // Reader: paper_stack.cc. A row is a run of codes of one element. Masks run like the images unless the codes share one.
 // The boxes are those of the first page; what moves (second page, margin, holes) is added by the reader. They follow

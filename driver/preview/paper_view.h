@@ -31,7 +31,7 @@ struct PaperPicture {
   uint8_t marginMode = 0;  ///< 1 the page moves, 2 it is reduced
   uint8_t marginEdge = 0;
   uint8_t duplexEdge = 0;
-  uint8_t duplexFlip = 0;  ///< 4, 5: how the back stands against the front
+  uint8_t duplexFlip = 0;  ///< 4, 5: how the back is turned against the front
   uint8_t order = 0;       ///< 1 to 6
   uint8_t border = 0;      ///< 1 solid, 2 dotted
   uint8_t booklet = 0;

@@ -1,4 +1,4 @@
-// The symbols of the status panel: which number stands for which symbol, and what the settings must be.
+// The symbols of the status panel: the number of each, and the settings that show it.
 //
 // Reader: status_view.cc. A row of pictures is a run of codes of one group; image and mask count on from the first
 // code, a mask of kOneMask serves all of them. A feature's number is what the icon order lists. To add a symbol: its

@@ -1,4 +1,4 @@
-// The status panel: small symbols that tell which features are in force.
+// The status panel: small symbols of the features in force.
 //
 // Like the paper view: settings to a descriptor, descriptor to a stack. The order of the second row is the order in
 // which its features were turned on; it is kept in the settings (UiState::iconOrder) and brought up to date once a

@@ -1,4 +1,4 @@
-// The sentence of the status panel: a symbol's words stand in its row of status_tables.h.
+// The sentence of the status panel: a symbol's words are in its row of status_tables.h.
 #include "preview/sentence.h"
 #include "preview/status_tables.h"
 #include "preview/words.h"

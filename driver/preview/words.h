@@ -12,11 +12,11 @@
 
 namespace heron::preview {
 
-/// What the paper view tells beside its picture, as its labels do.
+/// What the paper view shows beside its picture, as its labels do.
 struct PaperFacts {
   std::u16string paper;     ///< name of what is printed on
   std::u16string original;  ///< the document's; empty if it is the same
-  uint16_t zoom = 0;        ///< percent; 0 where it isn't told
+  uint16_t zoom = 0;        ///< percent; 0 where it isn't shown
   uint16_t copies = 1;
 };
 
@@ -26,7 +26,7 @@ PaperFacts PaperFactsOf(const UiState& ui);
 std::u16string SayPaper(const PaperPicture& picture, const PaperFacts& facts);
 /// `highlights`: with the lit source and tray.
 std::u16string SayMachine(const MachinePicture& picture, bool highlights);
-/// Features in the order of `iconOrder`; what is usual isn't told.
+/// Features in the order of `iconOrder`; what is usual isn't mentioned.
 std::u16string SayStatus(const StatusPicture& picture);
 
 /// What DrawUpperPicture shows of the settings.

@@ -12,7 +12,7 @@ namespace {
 
 using namespace platform;
 
-/// The pointer that stands at `data`; null if `size` hasn't the room of one.
+/// The pointer at `data`; null if `size` hasn't the room of one.
 void* PointerAt(const void* data, uint32_t size, size_t index = 0) {
   void* pointer = nullptr;
   if (data != nullptr && size >= (index + 1) * sizeof pointer) {
@@ -32,8 +32,8 @@ DriverEnv* RecordOf(const DocumentEvent& event) {
 
 /// Fax or print as the user last confirmed it, unless somebody replaces the record anyway.
 void RestoreOutput(const DocumentEvent& event, DriverEnv& record) {
-  const bool told = event.out != nullptr && event.outSize >= sizeof(void*);
-  if (!told || PointerAt(event.out, event.outSize) != nullptr) return;
+  const bool has_room = event.out != nullptr && event.outSize >= sizeof(void*);
+  if (!has_room || PointerAt(event.out, event.outSize) != nullptr) return;
   const std::u16string printer_name = PrinterName(event.printer);
   if (BookModeStatus(printer_name) == kBookModeFax) {
     Set<"lpOutput">(record, value::lpOutput::kFax);

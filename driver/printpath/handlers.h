@@ -1,7 +1,7 @@
 // The handlers of a document's events that print; entry/document_event.cc calls them in their fixed order.
 //
 // Each gets every event, acts on its own, and gives kGoOn, or the result that ends the event. None keeps anything
-// between events: what it needs it asks of the printing side, and what a job has done already stands there. A user's
+// between events: what it needs it asks of the printing side, and what a job has done already is known there. A user's
 // Cancel is no failure.
 #pragma once
 
@@ -9,7 +9,7 @@
 
 namespace heron {
 
-/// STARTDOC: the user's name, the cancel flag cleared, the start told. STARTPAGE: the sizes of the user papers.
+/// STARTDOC: the user's name, the cancel flag cleared, the start reported. STARTPAGE: the sizes of the user papers.
 int OnUserIdentity(const DocumentEvent& event);
 
 /// Keeps the choices of a spreadsheet program's user through the records that the program hands back.
@@ -18,8 +18,8 @@ int OnAppWorkarounds(const DocumentEvent& event);
 /// STARTPAGE: the per-page list of the record and the texts of its tab sheets, once.
 int OnPerPageLists(const DocumentEvent& event);
 
-/// STARTDOC: the start of output told. STARTDOCPOST: secure print and box are confirmed by the user if the job wants
-/// it.
+/// STARTDOC: the start of output reported. STARTDOCPOST: secure print and box are confirmed by the user if the job
+/// wants it.
 int OnOutputConfirmation(const DocumentEvent& event);
 
 /// STARTDOCPOST: the job's identifier, for the printing side and the notification module.

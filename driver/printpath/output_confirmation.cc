@@ -22,7 +22,7 @@ std::u16string OrNone(const std::u16string& identifier) {
   return identifier.empty() ? std::u16string(Text(text::kNone)) : identifier;
 }
 
-constexpr std::u16string_view kHiddenSecret = u"***";  ///< tells no length either
+constexpr std::u16string_view kHiddenSecret = u"***";  ///< hides the length too
 
 /// The identifier as it may be seen.
 std::u16string ShownId(const DriverEnv& record) {

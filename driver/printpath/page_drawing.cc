@@ -13,7 +13,7 @@ namespace {
 
 using namespace platform;
 
-/// Tells path 488 what program prints.
+/// Passes path 488 the program that prints.
 void TellApplication(HDC hdc) {
   if (AskDrawPath(hdc) != DrawPath::k488) return;
   PageState state(hdc, DrawPath::k488);

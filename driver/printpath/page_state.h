@@ -8,7 +8,7 @@
 
 namespace heron {
 
-/// Which layout a job has: EscGetDrawPath tells.
+/// Which layout a job has, from EscGetDrawPath.
 enum class DrawPath : uint8_t { k488, k556 };
 
 inline DrawPath AskDrawPath(platform::HDC hdc) {

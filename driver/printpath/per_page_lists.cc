@@ -10,7 +10,7 @@
 namespace heron {
 namespace {
 
-/// A list of the job, with the store that it stands in; no list unless it holds between 1 and 30 entries.
+/// A list of the job, with its store; no list unless it holds between 1 and 30 entries.
 struct JobList {
   std::unique_ptr<PageListStore> store;
   const PageList* list = nullptr;

@@ -1,4 +1,4 @@
-// Where a line of text stands on a page so that its middle is where the user put it: integer arithmetic, in this order.
+// Position of a line of text on a page so that its middle is where the user put it: integer arithmetic, in this order.
 #pragma once
 
 #include <cstdint>
@@ -28,7 +28,7 @@ struct StampPage {
 platform::POINT StampPosition(const StampPage& page, int32_t center_x, int32_t center_y, int32_t angle,
                               platform::LONG height);
 
-/// A page's sides as the printing side tells them.
+/// A page's sides as the printing side reports them.
 struct PageSides {
   uint32_t left, top, right, bottom;  ///< pixels
 };

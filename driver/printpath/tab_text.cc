@@ -18,7 +18,7 @@ enum Side { kFront, kBack };
 constexpr uint8_t kGb2312 = 134;
 constexpr uint8_t kDefaultCharSet = 1;
 
-/// The two fixed points where the texts stand.
+/// The two fixed points of the texts.
 constexpr POINT kPlace[] = {{2500, 3500}, {3300, 2500}};
 
 std::u16string_view Bounded(const char16_t* text, size_t room) {

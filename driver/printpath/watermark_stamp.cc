@@ -139,8 +139,8 @@ bool ExchangesSides(const DriverEnv& record) {
          (LayoutTurnsPages(layout) || layout == value::lpLayout::kTurned3 || layout == value::lpLayout::kTurned9);
 }
 
-int32_t Dpi(int16_t told, int32_t otherwise) {
-  return told > 0 ? told : otherwise;
+int32_t Dpi(int16_t given, int32_t otherwise) {
+  return given > 0 ? given : otherwise;
 }
 
 /// The stamp's page. Record and state both know the layout, so that either exchanges the sides, and once; the state's

@@ -10,7 +10,7 @@
 namespace heron::engine {
 namespace {
 
-/// What M stands for in turn.
+/// The values of M in turn.
 constexpr std::array kTrayMedia = {Control(u"trayMediaType.page"), Control(u"trayMediaType.frontCover"),
                                    Control(u"trayMediaType.backCover")};
 

@@ -23,7 +23,7 @@ int RadioValue(uint16_t id);
 int RadioMemberValue(uint16_t id);
 
 /// Every value of a control that has a text, with the text's number, in the order of the list; a radio button has those
-/// of its whole group, a check box its two states, a number none. Where a value stands twice the first text counts.
+/// of its whole group, a check box its two states, a number none. Where a value occurs twice the first text counts.
 std::span<const ListOption> ValueLabels(ControlIndex control);
 
 /// Text number of a value, 0 if it has none. 111 and 114 take paper names instead (settings/papers.h).

@@ -28,7 +28,7 @@ struct ControlRow {
   uint16_t label = 0;   ///< text number
   uint16_t dialog = 0;  ///< the template that owns the control
   uint16_t pageMask = 0;
-  uint16_t parameter = 0;  ///< number of the setting's parameter, 0 where `key` tells the setting
+  uint16_t parameter = 0;  ///< number of the setting's parameter, 0 where `key` names the setting
   ControlType type = ControlType::kList;
   bool fixed = false;                        ///< its items are never forbidden by combination rules
   ControlIndex firstOfSetting = kNoControl;  ///< the first control that shows the same setting, often itself
@@ -62,7 +62,7 @@ consteval auto IndexIds() {
   indexes.fill(kNoControl);
   for (size_t i = 0; i < kControls.size(); ++i) {
     ControlIndex& index = indexes.at(kControls[i].id);
-    if (index != kNoControl) throw "an id stands twice";
+    if (index != kNoControl) throw "an id is used twice";
     index = static_cast<ControlIndex>(i);
   }
   return indexes;

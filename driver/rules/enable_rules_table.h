@@ -9,7 +9,7 @@
 //   ... also ...  a second value in a row of its own that continues the first
 //   a name        a function decides
 // A star marks a control that stays usable in rules whatever its availability. Bare numbers are controls without a
-// setting: labels, buttons, spin buttons and fields that no rule reads. 137 stands on no dialog and has no effect. 405
+// setting: labels, buttons, spin buttons and fields that no rule reads. 137 is on no dialog and has no effect. 405
 // is never available, since 611 has no value. Evaluation keeps the order of the lines. To add a rule, add its line
 // under its dialog; a control that nothing else governs needs none.
 #pragma once

@@ -33,7 +33,7 @@ constexpr size_t CountLines(Text text) {
 constexpr uint16_t ControlIdOf(Text word) {
   if (word.empty() || word[0] < u'0' || word[0] > u'9') return kControls[NamedIndex(word)].id;
   const uint16_t id = catalog::Unsigned(word);
-  if (IndexOf(id) != kNoControl) throw "a control with a name stands as a number";
+  if (IndexOf(id) != kNoControl) throw "a control with a name is written as a number";
   return id;
 }
 
@@ -59,7 +59,7 @@ inline constexpr auto kControlValues = std::to_array<ControlValue>({
 
 inline constexpr Text kTrayMediaName = u"M";  ///< in pair rules: the media type of each tray in turn
 
-/// Index of the control that a name in a rule means, or the first of those that it stands for.
+/// Index of the control that a name in a rule means, or the first of those that it names.
 constexpr ControlIndex RuleControl(Text name) {
   return NamedIndex(name == kTrayMediaName ? u"trayMediaType.page" : name);
 }

@@ -4,7 +4,7 @@
 //   reset   the control returns to its default when the user selects fax
 //   label   the fax notice names it by its label
 //   text N  the fax notice names it by text N
-// Bare numbers are controls without a setting. The last two rows act on nothing: no enable rule stands behind them. The
+// Bare numbers are controls without a setting. The last two rows act on nothing: no enable rule belongs to them. The
 // fax notice names controls in the order of the rows.
 #pragma once
 

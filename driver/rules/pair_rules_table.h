@@ -2,12 +2,12 @@
 //
 // Reader: combination_tables.cc, at compile time. A rule is: A=v & B=w -> T:=x. When control A has just taken value v
 // while B holds w, T must take x; as a list sees it, the item v of A is forbidden while B holds w. Braces mean each of
-// the values; M stands in turn for each of trayMediaType.page, trayMediaType.frontCover and trayMediaType.backCover,
+// the values; M means in turn each of trayMediaType.page, trayMediaType.frontCover and trayMediaType.backCover,
 // the same one wherever it occurs in a rule.
 //
-// A conflict stands once for each control that can be the one just changed, with that control first: rules are looked
-// up by their first control. As a rule the control just changed wins and the other one yields. Rules with one first
-// control stand together. To add a conflict, add its rule under both controls.
+// A conflict is listed once for each control that can be the one just changed, with that control first: rules are
+// looked up by their first control. As a rule the control just changed wins and the other one yields. Rules with one
+// first control are together. To add a conflict, add its rule under both controls.
 #pragma once
 
 #include <string_view>

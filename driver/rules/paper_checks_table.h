@@ -16,7 +16,7 @@ namespace heron::engine {
 enum class Opposes : uint8_t {
   kNever,
   kFirstChanged,  ///< the paper opposes when the flagged control is the one that the user changed first
-  kAlways,        ///< the paper and the flagged control oppose, whoever was changed
+  kAlways,        ///< the paper and the flagged control oppose, whichever was changed
 };
 
 enum class EdgeRule : uint8_t { kNone, kBooklet, kAdhesive, kCombination };

@@ -32,7 +32,7 @@ consteval PaperSets ParseSets() {
   catalog::ForEachLine(kPaperSetText, [&](Text line) {
     const Text letter = catalog::Cut(line, u'|');
     if (!letter.empty()) {
-      if (letter.size() != 1 || letter[0] != static_cast<char16_t>(u'A' + next)) throw "sets stand in order";
+      if (letter.size() != 1 || letter[0] != static_cast<char16_t>(u'A' + next)) throw "sets are in order";
       sets.begin.at(next++) = static_cast<uint16_t>(used);
     }
     for (Text word = catalog::CutWord(line); !word.empty(); word = catalog::CutWord(line)) {

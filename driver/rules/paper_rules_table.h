@@ -3,7 +3,7 @@
 // Reader: paper_rule_tables.cc, at compile time.
 //   set        letter | paper codes; custom papers count as 256, and 511 matches none
 //   rule       group | value | conditions | number | paper set: a control of the group that holds the value takes only
-//              papers of the set; with conditions the rule stands once for each of them and counts while it holds.
+//              papers of the set; with conditions the rule is there once for each of them and counts while it holds.
 //              Several rules of one value must all be met
 //   group      number | controls
 //   condition  number | control=value, which holds while the control is available and has the value: the installed

@@ -3,7 +3,7 @@
 // Reader: control_tables.cc, at compile time. An entry is: control=value; a bare number is a radio button of a template
 // that has no row in controls.table. The engine reads a pressed button of the first table by itself; the buttons of
 // the second belong to dialogs and pages that store their setting themselves, and the engine knows no value for them,
-// while pages and the command line do. To add a radio button, add it to the table of whoever reads it.
+// while pages and the command line do. To add a radio button, add it to the table of its reader.
 #pragma once
 
 #include <string_view>

@@ -77,7 +77,7 @@ BookMode OpenBookMode(std::u16string_view printer_name) {
   uint32_t version = 0;
   const DWORD status = ReadNumber(mode.key.get(), kVersion, &version);
   mode.fresh = created || status != kErrorSuccess || !SameVersion(version, kDriverVersion);
-  // What a busy store can't tell for now is not known, but it isn't thrown away either.
+  // What a busy store can't answer now is unknown, but isn't discarded.
   if (mode.fresh && (status == kErrorSuccess || status == kErrorFileNotFound)) ResetBookMode(mode.key.get());
   return mode;
 }

@@ -15,7 +15,7 @@ namespace {
 
 using namespace platform;
 
-/// The part of a record's header that tells its format.
+/// The part of a record's header that identifies its format.
 struct Format {
   uint16_t specVersion;
   uint16_t driverVersion;
@@ -38,7 +38,7 @@ void StampFormat(uint8_t* record, const Format& format) {
 }
 static_assert(sizeof(Format) == 8 && FieldOf<"dmDriverExtra">().offset == FieldOf<"dmSpecVersion">().offset + 6);
 
-/// The version that a public size stands for; 0 if nothing tells it.
+/// The version that a public size means; 0 if unknown.
 uint16_t VersionOf(const Format& format) {
   switch (format.size) {
     case 188:

@@ -17,7 +17,7 @@ int32_t ConvertEnv(const ForeignEnv& source, uint8_t* target);
 /// be `input`. False, with `output` untouched, if a version is unknown.
 bool ConvertEnvOut(const DriverEnv& env, const ForeignEnv& input, uint8_t* output);
 
-/// The work of DrvConvertDevMode: 1, or 0 with a last error where one is told. `output` is untouched on failure.
+/// The work of DrvConvertDevMode: 1, or 0 with a last error where one is set. `output` is untouched on failure.
 int32_t ConvertDevMode(const char16_t* printer_name, const uint8_t* input, uint8_t* output, uint32_t* needed,
                        uint32_t mode);
 

@@ -15,7 +15,7 @@ using namespace platform;
 
 constexpr uint16_t kTraysInTable = FieldOf<"trayTable.lpMediaSource">().count;
 
-/// Writes what the field table tells: catalogue defaults and constants.
+/// Writes what the field table gives: catalogue defaults and constants.
 void ApplyTableDefaults(const ResourceContext* resources, DriverEnv& env) {
   for (const EnvField& field : kEnvFields) {
     if (!field.fromFeature && field.value == 0) continue;

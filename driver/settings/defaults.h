@@ -1,4 +1,4 @@
-// The record of a job when nobody has chosen anything, and the fixed fields of every record.
+// The record of a job before anything is chosen, and the fixed fields of every record.
 #pragma once
 
 #include "catalog/catalog.h"

@@ -45,7 +45,7 @@ struct EnvField {
   uint16_t offset = 0;
   FieldType type = FieldType::kU8;
   uint16_t length = 1;  ///< elements: 1, or the N of u32xN, wN, bN
-  uint16_t count = 1;   ///< times the field stands
+  uint16_t count = 1;   ///< times the field is there
   uint16_t stride = 0;  ///< bytes from one to the next
   bool fromFeature = false;
   uint16_t value = 0;     ///< default: the feature, or the number itself

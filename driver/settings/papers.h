@@ -2,7 +2,7 @@
 //
 // A code's low bits name the size, the others its form (catalog/paper_codes.h).
 // 256 and 513 to 521 are the user papers, 257 "same as document", 512 an empty entry. Sizes are hundredths of a
-// millimetre unless told otherwise; a user paper's stored size is thousandths of an inch.
+// millimetre unless stated otherwise; a user paper's stored size is thousandths of an inch.
 #pragma once
 
 #include <array>

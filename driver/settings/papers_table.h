@@ -62,7 +62,7 @@ inline constexpr auto kPlainPapers = std::to_array<PaperRow>({
     {2054, 48025, kAll},
     {   7, 48026, kAll},        // executive
     {2055, 48027, kAll},
-    {  14, 48028, kAll},        // folio; stands twice, a search finds the first
+    {  14, 48028, kAll},        // folio; twice in the list, a search finds the first
     {  14, 48028, kAll},
     { 330, 48029, kAll},        // 12 x 18 inch
     { 340, 48030, kAll},        // folios of other widths

@@ -20,8 +20,8 @@
 namespace heron {
 namespace {
 
-/// A record as printer data keep it: all users may read those, so the secrets, which nobody takes from there, are left
-/// out.
+/// A record as printer data keep it: all users may read those, so the secrets, which are never read from there, are
+/// left out.
 SavedRecord StoredForm(const DriverEnv& env) {
   DriverEnv saved = env;
   ClearSecrets(saved.bytes);
@@ -129,8 +129,8 @@ bool SaveDefaultRecord(HANDLE printer, const char16_t* printer_name) {
 std::u16string PrinterName(HANDLE printer, size_t length) {
   const PrinterInfo info(printer, 1);
   if (!info) return {};
-  const char16_t* told = info.As<PRINTER_INFO_1W>().pName;
-  const std::u16string_view name = told != nullptr ? told : u"";
+  const char16_t* name_or_null = info.As<PRINTER_INFO_1W>().pName;
+  const std::u16string_view name = name_or_null != nullptr ? name_or_null : u"";
   return std::u16string(name.substr(0, length));
 }
 

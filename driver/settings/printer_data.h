@@ -45,7 +45,7 @@ bool IsSaved(platform::HANDLE printer, const DriverEnv& env);
 enum class Replaced : uint8_t {
   kDone,
   kOvertaken,  ///< something else is stored by now; nothing was written
-  kUnwritten,  ///< it can't be written; GetLastError tells why
+  kUnwritten,  ///< it can't be written; GetLastError says why
 };
 /// Saves `env` if `seen` is still stored, both in one transaction.
 Replaced ReplacePrinterEnv(platform::HANDLE printer, const SavedRecord& seen, const DriverEnv& env);
@@ -84,8 +84,8 @@ BookModeJob ReadBookModeJob(std::u16string_view printer_name);
 /// All three as one. False only if the key doesn't open.
 bool WriteBookModeJob(std::u16string_view printer_name, const BookModeJob& job);
 
-/// 1 the stores were seeded by this version (low 14 bits), 2 by another, 3 never. 1 also if the store can't tell for
-/// now, so that nobody's lists are replaced over it.
+/// 1 the stores were seeded by this version (low 14 bits), 2 by another, 3 never. 1 also if the store can't answer
+/// now, so that no user's lists are replaced for it.
 int CompareDriverVersion(std::u16string_view printer_name, uint16_t version);
 
 }  // namespace heron

@@ -8,7 +8,8 @@
 
 namespace heron {
 
-/// What a caller asks for and gets. Pointers only look; `resources` is closed by whoever started the resolution.
+/// What a caller asks for and gets. Pointers only look; `resources` is closed by the caller that started the
+/// resolution.
 struct JobRequest {
   platform::HANDLE hPrinter = nullptr;
   const char16_t* printerName = nullptr;   ///< null: the queue's own name

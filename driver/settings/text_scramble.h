@@ -1,4 +1,4 @@
-// Passwords in a record are kept out of plain sight, not kept secret: whoever has the record can undo this.
+// Passwords in a record are kept out of plain sight, not kept secret: anyone with the record can undo this.
 #pragma once
 
 #include <string>

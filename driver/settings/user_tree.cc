@@ -45,7 +45,7 @@ bool LiesBelow(std::u16string_view path, std::u16string_view fence) {
   return path[fence.size()] == u'\\' && SameName(path.substr(0, fence.size()), fence);
 }
 
-/// Name of a subkey; false at the end, or if it can't be told.
+/// Name of a subkey; false at the end, or if it can't be read.
 bool SubkeyName(platform::HKEY key, DWORD index, std::u16string* name) {
   std::array<char16_t, kMaxPath> buffer;
   DWORD length = buffer.size();
@@ -74,7 +74,7 @@ bool IsSpared(const std::u16string& path, std::u16string_view name, Names spared
 
 void DeleteSubkeys(const std::u16string& path, const std::u16string& fence, Names spared);
 
-/// Deletes the key with all below it. False if it stands afterwards, at least in part.
+/// Deletes the key with all below it. False if it exists afterwards, at least in part.
 bool DeleteKeyTree(const std::u16string& path, const std::u16string& fence, Names spared) {
   if (!LiesBelow(path, fence) || path.size() > kMaxPath) return false;
   DeleteSubkeys(path, fence, spared);
@@ -98,7 +98,7 @@ void DeleteSubkeys(const std::u16string& path, const std::u16string& fence, Name
 }
 
 /// The identity of the one queue that the user's key of this name belongs to. False if there is none or more than one,
-/// or if that can't be told now.
+/// or if that can't be read now.
 bool FindIdentity(std::u16string_view printer_name, std::u16string* identity) {
   const std::u16string key = BuildUserKey(printer_name);
   const bool whole = printer_name.size() < kPrinterNameLength && printer_name.find(u'\\') == printer_name.npos &&
@@ -119,7 +119,7 @@ bool FindIdentity(std::u16string_view printer_name, std::u16string* identity) {
   return true;
 }
 
-/// The identities that the key holds, one behind the other, each with a blank behind it. False if that can't be told
+/// The identities that the key holds, one behind the other, each with a blank behind it. False if that can't be read
 /// now.
 bool ReadIdentities(const std::u16string& path, std::u16string* identities) {
   DWORD status = kErrorSuccess;

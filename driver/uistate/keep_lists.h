@@ -19,7 +19,7 @@ ListStoreSet CopyOfLists(const ListStoreSet& set);
 /// The stores that weren't written; both empty if everything is stored.
 struct ListsKept {
   std::vector<ListStoreId> overtaken;  ///< another program has changed the same piece since it was read
-  std::vector<ListStoreId> unwritten;  ///< it can't be written; the old list stands
+  std::vector<ListStoreId> unwritten;  ///< it can't be written; the old list stays
 
   bool All() const { return overtaken.empty() && unwritten.empty(); }
 };

@@ -3,7 +3,7 @@
 // Readers: walk_store.cc (rows of flags kKeyRow and kValueRow), list_stores_rows.cc (all rows), the settings library.
 // A row is: id, flags, level, name, and for a name with %d its first and last number and the id of the row that holds
 // the count, if one does. A level 3 name hangs below the nearest earlier row of level 2, that one below the nearest
-// earlier row of level 1; the topmost below the user's key of the queue. Rows of flags kFileRow stand in settings files
+// earlier row of level 1; the topmost below the user's key of the queue. Rows of flags kFileRow are in settings files
 // only. Ids are named by parameters and settings files and never change. To add a field, add its row here and in
 // list_stores_fields.h.
 #pragma once
@@ -156,7 +156,7 @@ inline constexpr auto kUserPaperRows = std::to_array<ListStoreRow>({
 static_assert(kUserPaperRows.size() == 6);
 
 /// The text feature whose default is the field's default in the list snapshot. Row 90 is a key and has no field: its pair is
-/// passed over by whoever takes the snapshot.
+/// skipped in a snapshot.
 struct ListSnapshotPair {
   uint16_t rowId;
   uint16_t feature;

@@ -2,7 +2,7 @@
 // substitutions, the fax cover sheet, user papers.
 //
 // Each store is one plain block without pointers, so that copying a set is six block copies. What lies where in a
-// store, and under which key or value a field is kept, is told by two tables: list_stores_fields.h and
+// store, and under which key or value a field is kept, is in two tables: list_stores_fields.h and
 // list_store_table.h. Structures with an asserted size are byte formats: their bytes go to the registry or to the
 // printing side as they are.
 //
@@ -39,7 +39,7 @@ inline constexpr int kPageListCount = 10;
 inline constexpr int kPagesPerList = 30;
 inline constexpr int kFormCount = 100;
 inline constexpr int kOverlayMessageCount = 3;
-inline constexpr int kWatermarkCount = 51;  ///< entry 0 stands for no watermark
+inline constexpr int kWatermarkCount = 51;  ///< entry 0 means no watermark
 inline constexpr int kFontPairCount = 500;
 
 /// One per-page exception.

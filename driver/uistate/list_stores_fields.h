@@ -1,7 +1,7 @@
 // Where each field of a list store lies in memory: one row a field.
 //
-// Reader: list_stores.cc. A row is: the id of its row in list_store_table.h, the group it stands in, and the member. A
-// group tells the store, the first byte, and how lists and items repeat; `lists` or `items` 0: the number isn't looked
+// Reader: list_stores.cc. A row is: the id of its row in list_store_table.h, its group, and the member. A
+// group gives the store, the first byte, and how lists and items repeat; `lists` or `items` 0: the number isn't looked
 // at. To add a field, add a row here and one in list_store_table.h; offset, size and type code follow from the member.
 #pragma once
 

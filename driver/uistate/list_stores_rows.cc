@@ -1,5 +1,5 @@
-// Row look-ups of the list stores. Everything told about a row stands in list_store_table.h; what depends on other
-// tables is filled in by whoever joins them.
+// Row look-ups of the list stores. All facts of a row are in list_store_table.h; what depends on other
+// tables is filled in where they are joined.
 #include "uistate/list_stores_rows.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Defaults of the list stores. Per-page lists take theirs from the catalogue; the rest is told here, in tables.
+// Defaults of the list stores. Per-page lists take theirs from the catalogue; the rest is in tables here.
 #include "uistate/list_stores_seed.h"
 
 #include <algorithm>
@@ -111,7 +111,7 @@ void FillFontSubst(FontSubstStore& store) {
   std::copy(std::begin(kFontPairs), std::end(kFontPairs), store.pairs);
 }
 
-/// What isn't told here stays empty or 0: the sender writes it.
+/// What isn't given here stays empty or 0: the sender writes it.
 void FillFaxCover(FaxCoverStore& store) {
   SetText(store.fixedform, GetUiString(text::kFaxGreeting));
   store.pagenum = 1;

@@ -1,7 +1,7 @@
 // The rows of params.table, their joined form, and access to a setting by its number.
 //
 // Everything here is constant: kParamRows at compile time, Params() at its first use. The common accessor is driven by
-// the rows; what differs between settings is told by their rule. Results of the by-id calls: 0 done, 234 the buffer is
+// the rows; what differs between settings is their rule. Results of the by-id calls: 0 done, 234 the buffer is
 // too small, -1 and -2 refused with nothing changed.
 #pragma once
 
@@ -32,7 +32,7 @@ enum class ParamKind : uint32_t {
   kInternal = 0x2000000,
 };
 
-/// Where a fresh value comes from and what writing back does with it; told in params.table.
+/// Where a fresh value comes from and what writing back does with it; from params.table.
 enum class ParamRule : uint8_t {
   kNone,
   kField,
@@ -53,7 +53,7 @@ struct ParamRow {
   uint16_t id = 0;  ///< 0 ends the table
   uint16_t feature = kNoFeature;
   uint16_t storeItem = 0;  ///< id of a list-store row, 0 for none
-  uint16_t fileKey = 0;    ///< id of a file key; 0 if `section` and `key` tell it, or there is none
+  uint16_t fileKey = 0;    ///< id of a file key; 0 if `section` and `key` name it, or there is none
   ParamKind kind = ParamKind::kInternal;
   ParamRule rule = ParamRule::kNone;
   std::u16string_view key = {};      ///< empty if the setting has no name
@@ -136,7 +136,7 @@ struct ParamTables {
 ParamTables BuildParamTable();
 /// Its last step: gives the rows that have a stored default their place in a snapshot.
 void PlaceSnapshots(ParamTables& tables);
-/// The text feature that tells default and bounds of a setting without a feature of its own, by its id; kNoFeature if
+/// The text feature with default and bounds of a setting without a feature of its own, by its id; kNoFeature if
 /// there is none.
 uint16_t ValueFeatureOf(uint16_t id);
 /// The highest number that a tab can have; 0 on a model without tab paper.

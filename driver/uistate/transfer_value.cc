@@ -1,4 +1,4 @@
-// The conversion between raw values. The rules stand at the declaration.
+// The conversion between raw values. The rules are at the declaration.
 //
 // Sizes and codes come from two tables that needn't agree, so both are checked: the sizes against each other first,
 // then each numeric end against the width of its code.

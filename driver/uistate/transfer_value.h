@@ -5,7 +5,7 @@
 
 namespace heron {
 
-/// How a raw value is held. The numbers stand in tables and are shared with the printing side.
+/// How a raw value is held. The numbers are in tables and are shared with the printing side.
 enum TypeCode : uint16_t {
   kTypeAny = 0,  ///< a destination that takes the source as it is
   kTypeU8 = 1,

@@ -1,4 +1,4 @@
-// Shared by the files that make states; nobody else's business.
+// Shared by the files that make states; internal to them.
 #pragma once
 
 #include "uistate/ui_state.h"

@@ -29,7 +29,7 @@ void SetText(char16_t (&field)[N], std::u16string_view text) {
   std::fill(std::copy_n(text.begin(), length, field), field + N, u'\0');
 }
 
-/// The lists follow the driver's version, which the record's mirror tells; then indexes into lists that are gone go
+/// The lists follow the driver's version, which is in the record's mirror; then indexes into lists that are gone go
 /// too.
 void RefreshStores(DriverEnv& env) {
   constexpr uint32_t kNameBytes = 62;
@@ -40,7 +40,7 @@ void RefreshStores(DriverEnv& env) {
   RefreshUserStores(env);
 }
 
-/// The name as the system's code page can tell it, at most 31 characters.
+/// The name in the system's code page, at most 31 characters.
 std::u16string ThroughCodePage(const std::u16string& name) {
   std::array<char, 256> bytes;
   std::array<char16_t, 256> text;
@@ -52,7 +52,7 @@ std::u16string ThroughCodePage(const std::u16string& name) {
   return {text.data(), static_cast<size_t>(std::clamp(back, 0, 31))};
 }
 
-/// The number of the current per-page list as the record tells it, 1 to 10.
+/// The number of the current per-page list in the record, 1 to 10.
 uint16_t CurrentList(const DriverEnv& env) {
   return std::clamp<uint16_t>(Get<"lpInterSheetList">(env), 1, kPageListCount);
 }

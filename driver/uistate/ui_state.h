@@ -121,7 +121,7 @@ struct UiHead {
 
 inline constexpr uint32_t kFixedHeadSize = 46496;  ///< UiHead and the slots; list and radio blocks follow
 
-/// Defaults of settings without a feature and of list-store fields, at the places that ParamTables tells.
+/// Defaults of settings without a feature and of list-store fields, at the places that ParamTables gives.
 struct UiSnapshots {
   std::vector<uint8_t> values;
   std::vector<uint8_t> lists;
@@ -202,7 +202,7 @@ std::span<uint8_t, 332> CurrentListHead(const UiState& ui);
 
 /// The working form of `env`, which stays as it is; `resources` isn't null. The user's stores are brought to this
 /// version and read. Null if a block couldn't be allocated, or if the stores can't be read now: editing would overwrite
-/// what they hold. Smaller allocations throw. The constraint engine is started on the result by whoever edits it.
+/// what they hold. Smaller allocations throw. The constraint engine is started on the result by its editor.
 UiStatePtr CreateUiState(const ResourceContext* resources, const DriverEnv& env, platform::HANDLE printer);
 void DestroyUiState(UiStatePtr& ui);
 

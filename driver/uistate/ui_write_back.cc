@@ -24,7 +24,7 @@ void PutField(const WorkingParam& param, DriverEnv& env, uint32_t value) {
   std::memcpy(env.bytes.data() + param.field->At(param.row->fieldIndex), &value, param.field->ElementSize());
 }
 
-/// Rows whose rule tells more than a copy, and rows that a later step decides, are left to those steps.
+/// Rows whose rule is more than a copy, and rows that a later step decides, are left to those steps.
 void WriteBackRows(const UiState& ui, DriverEnv& env) {
   constexpr uint16_t kOverlayIndex = ParamNamed<u"bOverlayIndex">();
   for (const WorkingParam& param : Params().params) {

@@ -2,7 +2,7 @@
 //
 // Works on the user's registry tree below BuildUserKey(printer name). The settings library ("IP_UIPROFILE"),
 // "BookMode", "TempPlistID" and the temporary files of a job ("Tempfile Count", "Tempfile Name") outlive the change,
-// wherever they stand.
+// wherever they are.
 #pragma once
 
 #include <cstdint>

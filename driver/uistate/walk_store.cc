@@ -140,7 +140,7 @@ bool StoreWalker::Visit(const Chain& chain, int number2, int number3) {
   HKEY key;
   if (!OpenKeyOf(chain, number2, &key)) return false;
   if (row.flags == kKeyRow || key == nullptr) return true;
-  // A field takes the number of its own name, or of the key that stands for the item.
+  // A field takes the number of its own name, or of the item's key.
   const int item = row.level == 3 && row.name.find(u'%') != std::u16string_view::npos ? number3 : number2;
   StoreField field;
   if (!GetStoreField(row.id, set_, number2, item, &field)) return true;
@@ -206,7 +206,7 @@ bool StoreWalker::WriteField(HKEY key, const ListStoreRow& row, const std::u16st
   return platform::RegSetValueExW(key, name.c_str(), type, bytes, sizeof bytes) == kErrorSuccess;
 }
 
-/// Deletes the items from number `first` on that a longer list left. They stand without gap, so the first missing one
+/// Deletes the items from number `first` on that a longer list left. They have no gaps, so the first missing one
 /// ends them.
 bool StoreWalker::DropSurplus(const Chain& chain, int number2, int first) {
   if (reading()) return true;

@@ -28,7 +28,7 @@ enum class WalkOp : uint8_t {
 bool WalkStore(const ListStoreSet& set, ListStoreId store, std::u16string_view printer_name, WalkOp op);
 
 /// Reads what one level 2 name of the store holds, a per-page list (1 to 10) or a watermark (0 to 50), and the fields
-/// that have no number. A count is then as stored, narrowed but not clamped: whoever asks for one item wants to know
+/// that have no number. A count is then as stored, narrowed but not clamped: who asks for one item wants to know
 /// whether its list is sound. Result as of WalkStore; a number that isn't stored leaves its fields.
 bool ReadStoreItem(const ListStoreSet& set, ListStoreId store, std::u16string_view printer_name, int number);
 
