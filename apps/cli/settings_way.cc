@@ -150,7 +150,7 @@ class Search {
       }
       Step step{goal.control, now, {goal.value}};
       for (const Goal& other : wanted) {
-        if (other.value != goal.value) step.values.push_back(other.value);
+        if (other.value != goal.value && other.value != now) step.values.push_back(other.value);
       }
       steps_.push_back(std::move(step));
       Replay();
