@@ -119,9 +119,7 @@ void Panel::ConnectRows(const FormControl& control) {
     auto* const mouse = dynamic_cast<RowMouse*>(control.widget);
     mouse->clicked = [this, id](int row) { Tell([=](DialogLogic& logic) { logic.RowClicked(id, row); }); };
     if (control.plan->moves) {
-      mouse->moved = [this, id](int from, int to) {
-        Tell([=](DialogLogic& logic) { logic.RowMoved(id, from, to); });
-      };
+      mouse->moved = [this, id](int from, int to) { Tell([=](DialogLogic& logic) { logic.RowMoved(id, from, to); }); };
     }
     if (auto* const tree = qobject_cast<QTreeView*>(view)) {
       connect(tree->header(), &QHeaderView::sectionClicked, this,
@@ -164,9 +162,9 @@ namespace {
 using platform::ListKey;
 
 constexpr std::pair<int, ListKey> kListKeys[] = {
-    {Qt::Key_Up, ListKey::kUp},         {Qt::Key_Down, ListKey::kDown},         {Qt::Key_PageUp, ListKey::kPageUp},
-    {Qt::Key_Home, ListKey::kHome},     {Qt::Key_End, ListKey::kEnd},           {Qt::Key_PageDown, ListKey::kPageDown},
-    {Qt::Key_Insert, ListKey::kInsert}, {Qt::Key_Delete, ListKey::kDelete},     {Qt::Key_Space, ListKey::kSpace},
+    {Qt::Key_Up, ListKey::kUp},         {Qt::Key_Down, ListKey::kDown},     {Qt::Key_PageUp, ListKey::kPageUp},
+    {Qt::Key_Home, ListKey::kHome},     {Qt::Key_End, ListKey::kEnd},       {Qt::Key_PageDown, ListKey::kPageDown},
+    {Qt::Key_Insert, ListKey::kInsert}, {Qt::Key_Delete, ListKey::kDelete}, {Qt::Key_Space, ListKey::kSpace},
 };
 
 std::optional<ListKey> ListKeyOf(const QKeyEvent& event) {

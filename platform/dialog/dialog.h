@@ -33,7 +33,7 @@ inline constexpr int kNoRow = -1;
 /// A row of a list, a list box or a list view.
 struct ListRow {
   std::u16string text;
-  std::vector<std::u16string> cells;   ///< texts of a list view's further columns
+  std::vector<std::u16string> cells = {};   ///< texts of a list view's further columns
   uint32_t picture = 0;                ///< number of the small picture before the text, 0 for none
   bool grey = false;                   ///< in the colour of disabled texts; the row can still be selected
   std::u16string font = {};            ///< family of the letters, empty for the window's own

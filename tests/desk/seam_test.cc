@@ -78,8 +78,10 @@ class Seam : public ::testing::Test {
     window.Run();
   }
   static void Fill(Panel& panel) {
-    const ListRow rows[] = {{.text = u"1-3", .cells = {u"Tray 1"}}, {.text = u"4", .grey = true},
-                            {.text = u"5", .color = platform::COLORREF{0x0000FF}}, {.text = u"6"}};
+    const ListRow rows[] = {{.text = u"1-3", .cells = {u"Tray 1"}},
+                            {.text = u"4", .grey = true},
+                            {.text = u"5", .color = platform::COLORREF{0x0000FF}},
+                            {.text = u"6"}};
     panel.SetRows(kRows, rows);
     panel.SetRows(kPlain, rows);
   }
