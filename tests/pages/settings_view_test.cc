@@ -109,9 +109,9 @@ TEST_F(SettingsViewTest, AChangeFillsEachListOnce) {
   };
   EXPECT_EQ(filled_by([&] { Choose("lpPRNType", "Booklet"); }), 1);
   EXPECT_EQ(filled_by([&] { Choose("lpOutputMethod", "Proof"); }), 1);
-  EXPECT_EQ(filled_by([&] { Choose("lpMediaSize", "A3"); }), 1);
+  EXPECT_EQ(filled_by([&] { page->Press("lpOrientation.Landscape"); }), 1);
   EXPECT_EQ(filled_by([&] { page->Click("restoreDefaults.paper"); }), 1);
-  EXPECT_EQ(Value("lpMediaSize"), engine().Default(ControlNamed("lpMediaSize")));
+  EXPECT_EQ(Value("lpOrientation"), "Portrait");
 }
 
 TEST_F(SettingsViewTest, EventsReachAPageBetweenItsStartAndItsEnd) {
