@@ -13,12 +13,7 @@ struct BenchView : engine::EngineView {
     benchmark::DoNotOptimize(report.text.data());
     return true;
   }
-  void RedisplayControl(uint16_t, uint16_t) override {}
-  void RefreshList(uint16_t) override {}
-  void RefreshPerPageList() override {}
-  void RepaintPictures() override {}
   void EnableControl(uint16_t, bool) override {}
-  void FocusControl(uint16_t) override {}
   bool PerPageRowSelected() const override { return false; }
   uint16_t pending = 0;
 };

@@ -59,7 +59,7 @@ class BenchResolver {
     EvaluateRules(*engine_, nullptr);
     view_.pending = value;
     const double start = ThreadMicroseconds();
-    ResolveChange(*resolver_, &view_, kControls[control].id);
+    benchmark::DoNotOptimize(ResolveChange(*resolver_, &view_, kControls[control].id));
     return ThreadMicroseconds() - start;
   }
   Resolver& resolver() { return *resolver_; }

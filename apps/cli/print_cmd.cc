@@ -21,6 +21,7 @@
 
 #include "changes/fax_mode.h"
 #include "common/command.h"
+#include "common/page_states.h"
 #include "common/record_file.h"
 #include "engine/setting.h"
 #include "generated/values.h"
@@ -34,16 +35,13 @@
 namespace heron::cli {
 namespace {
 
-/// Bytes of a page state, by which the driver recognises its kind.
-constexpr int kCompactPageState = 488, kFullPageState = 556;
-
 struct PrintOptions {
   std::string printer;
   std::string in;
   std::vector<std::string> requests;
   std::string document;
   std::string out;
-  int path = kCompactPageState;
+  int path = kPageStates.at("compact");
   bool yes = false;
   bool no = false;
   bool json = false;
@@ -238,9 +236,6 @@ std::string AsPipe(const Bytes& record) {
   return "/dev/fd/" + std::to_string(ends[0]);
 }
 
-/// Names of the printing half's page states.
-const std::map<std::string, int> kPaths = {{"compact", kCompactPageState}, {"full", kFullPageState}};
-
 void Print(PrintOptions& options) {
   if (options.in == "-" && options.document == "-")
     throw Failure(kUsage, "record and document can't both come from standard input");
@@ -272,7 +267,7 @@ void AddPrintCommand(CLI::App& app) {
       ->add_option(
           "--path", options->path,
           "Page state of the printing half, compact or full (488 or 556 bytes); watermarks are drawn differently")
-      ->transform(CLI::CheckedTransformer(kPaths));
+      ->transform(CLI::CheckedTransformer(kPageStates));
   CLI::Option* yes = command->add_flag("--yes", options->yes, "Answer all questions with yes");
   CLI::Option* no = command->add_flag("--no", options->no, "Answer all questions with no");
   yes->excludes(no);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <optional>
 #include <utility>
 
 #include "changes/fax_mode.h"
@@ -49,10 +50,9 @@ void SetAtOnce(SettingsSession& opened, const RequestedChange& request) {
 /// Fax or printer, which the rules aren't asked for.
 engine::ResolveOutcome SwitchOutput(SettingsSession& opened, const RequestedChange& request, TerminalView& view) {
   engine::Engine& engine = opened.engine();
-  engine::BeginAction(opened.resolver());
+  const engine::Action action(opened.resolver());
   engine.Set(engine::IndexOf(request.control), request.value);
   const bool applied = engine::ChangeOutputMode(engine, &view);
-  engine::EndAction(opened.resolver());
   return {.result = applied ? engine::kResultDone : engine::kResultRefused, .applied = applied};
 }
 
@@ -131,8 +131,9 @@ ChangeRecord ApplyRequest(SettingsSession& opened, const RequestedChange& reques
     change.reports = view.TakeReports();
     return change;
   }
+  std::optional<engine::Action> action;
   if (engine::SourceOfMirror(control) != engine::kNoControl) {
-    engine::BeginAction(opened.resolver());  // so that a No takes the tray's media back too
+    action.emplace(opened.resolver());  // so that a No takes the tray's media back too
     engine::StoreTrayMedia(engine, control, request.value);
   }
   view.SetPending(request.control, request.value);

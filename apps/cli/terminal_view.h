@@ -61,12 +61,7 @@ class TerminalView : public engine::EngineView {
   uint16_t ReadControl(uint16_t id) override;
   bool Show(const engine::Report& report) override;
   bool CanAnswer() const override { return !wanted_consent_; }
-  void RedisplayControl(uint16_t, uint16_t) override {}
-  void RefreshList(uint16_t) override {}
-  void RefreshPerPageList() override {}
-  void RepaintPictures() override {}
   void EnableControl(uint16_t, bool) override {}
-  void FocusControl(uint16_t) override {}
   bool PerPageRowSelected() const override { return false; }
 
  private:

@@ -8,6 +8,7 @@
 #include <new>
 
 #include "common/command.h"
+#include "common/page_states.h"
 #include "common/record_file.h"
 #include "interrupt.h"
 #include "print_job.h"
@@ -19,7 +20,7 @@ namespace {
 struct Options {
   PrintRequest request;
   std::string record;
-  int path = 488;
+  int path = cli::kPageStates.at("compact");
   bool yes = false;
   bool no = false;
   bool json = false;
@@ -66,9 +67,10 @@ void AddOptions(CLI::App& app, Options& options) {
   app.add_option("-p,--printer", options.request.printer, "Printer to print on")->required();
   app.add_option("--record", options.record, "The job's record (- for standard input)")->required();
   app.add_option("--out", options.request.folder, "Folder that receives the job")->required();
-  app.add_option("--path", options.path,
-                 "Bytes of the printing half's page state, 488 or 556; watermarks are drawn differently")
-      ->check(CLI::IsMember({488, 556}));
+  app.add_option(
+         "--path", options.path,
+         "Page state of the printing half, compact or full (488 or 556 bytes); watermarks are drawn differently")
+      ->transform(CLI::CheckedTransformer(cli::kPageStates));
   CLI::Option* yes = app.add_flag("--yes", options.yes, "Answer all questions with yes");
   app.add_flag("--no", options.no, "Answer all questions with no")->excludes(yes);
   app.add_flag("--json", options.json, "Answer as JSON");

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <utility>
 
 #include "changes/change_log.h"
@@ -22,12 +23,19 @@ constexpr ControlIndex kOrder = Control(u"lpOrder");
 constexpr ControlIndex kPerPageList = Control(u"lpInterSheetList");
 constexpr uint16_t kQualityButtonMask = 132;
 
+/// Of the bound state; the differences noted around it count again.
+void EndInnermost(Resolver& resolver) {
+  const bool has_action = resolver.Action() != nullptr;
+  resolver.differences = has_action ? resolver.actions.back()->differencesOutside : Differences{};
+  if (has_action) resolver.actions.pop_back();
+}
+
 /// A run from its start to its end. Unless the outcome is settled, which also an exception prevents, the state goes
 /// back to where the action began.
 class RuleRun {
  public:
   RuleRun(Resolver& resolver, ResolveMode mode) : resolver_(resolver) {
-    if (!resolver.before.held) resolver.before.Take(resolver.engine);
+    if (resolver.Action() == nullptr) resolver.before.Take(resolver.engine);
     resolver.engine.mode = mode;
     resolver.request.count = resolver.request.userCount = 0;
     resolver.request.changed = kNoControl;
@@ -40,9 +48,9 @@ class RuleRun {
     log.paperFits = true;
   }
   ~RuleRun() {
-    if (!settled_) resolver_.before.Restore(resolver_.engine);
+    if (!settled_) PutBack(resolver_);
     resolver_.engine.mode = ResolveMode::kSingle;
-    EndAction(resolver_);
+    EndInnermost(resolver_);
   }
   RuleRun(const RuleRun&) = delete;
   RuleRun& operator=(const RuleRun&) = delete;
@@ -147,9 +155,11 @@ void RecordDifferences(Resolver& resolver, uint16_t dialog, Wanted wanted) {
   Differences& differences = resolver.differences;
   differences.count = 0;
   differences.dialog = dialog;
+  const KeptAction* const action = resolver.Action();
+  if (action == nullptr) return;
   for (size_t i = 0; i < kControlCount; ++i) {
     const auto control = static_cast<ControlIndex>(i);
-    const uint16_t old = resolver.engine.savedValues[i];
+    const uint16_t old = action->values[i];
     const uint16_t now = resolver.engine.Value(control);
     if (wanted(kControls[i]) && now != old) differences.rows[differences.count++] = {control, old, now};
   }
@@ -158,7 +168,7 @@ void RecordDifferences(Resolver& resolver, uint16_t dialog, Wanted wanted) {
 /// After a run without end: what holes can be punched is set right all the same, so that no job comes out spoilt.
 void CorrectPunchHoles(Resolver& resolver, EngineView* view) {
   Engine& engine = resolver.engine;
-  resolver.before.Restore(engine);
+  PutBack(resolver);
   for (const LogEntry& entry : resolver.log.Entries()) {
     if (entry.control == Control(u"lpPunchHoles")) engine.Set(entry.control, entry.value);
   }
@@ -179,7 +189,6 @@ void StateCopy::Take(const Engine& engine) {
   if (ui.stores.pageLists != nullptr) *list_ = ui.stores.pageLists->lists[listNumber_ - 1];
   if (ui.stores.userPapers != nullptr) papers_ = *ui.stores.userPapers;
   rules_ = engine.rules;
-  held = true;
 }
 
 void StateCopy::Restore(Engine& engine) const {
@@ -191,17 +200,37 @@ void StateCopy::Restore(Engine& engine) const {
   engine.rules = rules_;
 }
 
-Resolver::Resolver(Engine& bound) : engine(bound), before(*bound.ui) {}
-
-void BeginAction(Resolver& resolver) {
-  resolver.before.Take(resolver.engine);
-  SnapshotValues(resolver.engine);
-  resolver.differences.count = resolver.differences.dialog = 0;
+KeptAction::KeptAction(const Engine& engine, const Differences& outer)
+    : ui(engine.ui), settings(*engine.ui), lists(CreateListStoreSet()), values{}, differencesOutside(outer) {
+  const bool complete = lists.pageLists != nullptr && lists.overlays != nullptr && lists.watermarks != nullptr &&
+                        lists.fontSubst != nullptr && lists.faxCover != nullptr && lists.userPapers != nullptr;
+  if (!complete) throw std::bad_alloc();
+  settings.Take(engine);
+  CopyListStoreSet(lists, ui->stores);
+  for (size_t i = 0; i < kControlCount; ++i) values[i] = engine.Value(static_cast<ControlIndex>(i));
 }
 
-void EndAction(Resolver& resolver) {
-  resolver.before.held = false;
-  resolver.differences.count = resolver.differences.dialog = 0;
+void KeptAction::Restore(Engine& engine) const {
+  settings.Restore(engine);
+  CopyListStoreSet(engine.ui->stores, lists);
+}
+
+Resolver::Resolver(Engine& bound) : engine(bound), before(*bound.ui) {}
+
+const KeptAction* Resolver::Action() const {
+  return actions.empty() || actions.back()->ui != engine.ui ? nullptr : actions.back().get();
+}
+
+Action::Action(Resolver& resolver) : resolver_(resolver), outside_(resolver.actions.size()) {
+  resolver.actions.push_back(std::make_unique<KeptAction>(resolver.engine, resolver.differences));
+  resolver.differences = {};
+  SnapshotValues(resolver.engine);
+}
+
+Action::~Action() {
+  if (resolver_.actions.size() <= outside_) return;
+  resolver_.differences = resolver_.actions[outside_]->differencesOutside;
+  resolver_.actions.resize(outside_);
 }
 
 void RecordDialogDifferences(Resolver& resolver, uint16_t dialog) {
@@ -217,7 +246,7 @@ void RecordRecallDifferences(Resolver& resolver) {
 ResolveOutcome ResolveChange(Resolver& resolver, EngineView* view, uint16_t control) {
   const ControlIndex changed = IndexOf(control);
   if (changed == kNoControl) {
-    EndAction(resolver);
+    EndInnermost(resolver);
     return {};
   }
   Engine& engine = resolver.engine;
@@ -281,9 +310,9 @@ ResolveOutcome ResolveOpen(Resolver& resolver, EngineView* view) {
   if (overrun)
     CorrectPunchHoles(resolver, view);
   else
-    ApplySequence(resolver, view, true);
+    ApplySequence(resolver, view);
   run.Settle();
-  return {resolver.log.result, resolver.passes, !overrun, Answer::kNotAsked};
+  return {.result = resolver.log.result, .passes = resolver.passes, .applied = !overrun};
 }
 
 void ShowDeferredReport(Resolver& resolver, EngineView* view) {

@@ -32,48 +32,27 @@ bool IsMarked(const UiState& ui, uint16_t paper) {
 }
 
 /// A number of copies that can't be is corrected in its field; a fax has one.
-void ClampCopies(Engine& engine, EngineView* view) {
+void ClampCopies(Engine& engine, Dirty& dirty) {
   const NumericBlock& range = RangeOf<u"Copies">(*engine.ui);
   uint16_t copies = std::clamp<uint16_t>(engine.Value(kCopies), 1, std::max<uint16_t>(range.max, 1));
-  const bool corrected = copies != engine.Value(kCopies);
+  if (copies != engine.Value(kCopies)) dirty.corrected = kCopies;
   if (engine.Holds(Control(u"lpOutput.Fax"), value::lpOutput::kFax)) copies = 1;
-  const bool changed = copies != engine.Value(kCopies);
+  if (copies != engine.Value(kCopies)) dirty.controls.set(kCopies);
   engine.Set(kCopies, copies);
-  if (view == nullptr) return;
-  if (changed) view->RedisplayControl(kControls[kCopies].id, copies);
-  if (corrected) view->FocusControl(kControls[kCopies].id);
 }
 
-void Redisplay(const Engine& engine, EngineView& view, ControlIndex control) {
-  view.RedisplayControl(kControls[control].id, engine.Value(control));
-}
-
-void RedisplayChanged(const Resolver& resolver, EngineView& view) {
-  const Engine& engine = resolver.engine;
-  const uint16_t shown = engine.ui->head().activeDialogId;
-  view.RefreshPerPageList();
+/// What the request and the log name, and what always follows on the dialog on show.
+void MarkDirty(const Resolver& resolver, Dirty& dirty) {
+  const uint16_t shown = resolver.engine.ui->head().activeDialogId;
+  dirty.settings = true;
   for (size_t i = 0; i < kControlCount; ++i) {
-    if (kControls[i].type == ControlType::kRadio && kControls[i].dialog == shown)
-      Redisplay(engine, view, static_cast<ControlIndex>(i));
+    if (kControls[i].dialog != shown) continue;
+    if (kControls[i].type == ControlType::kRadio) dirty.controls.set(i);
+    if (kControls[i].type == ControlType::kList) dirty.lists.set(i);
   }
-  for (const RequestRow& row : resolver.request.Rows()) Redisplay(engine, view, row.control);
-  for (const LogEntry& entry : resolver.log.Entries()) Redisplay(engine, view, entry.control);
-  if (shown == dialog::kPaperPage) Redisplay(engine, view, kZoom);
-}
-
-/// Fills the lists on show again. The paper lists that the user has just used keep their selection, unless a custom
-/// paper took the place of what he selected.
-void RefreshLists(const Resolver& resolver, EngineView& view, bool is_button) {
-  const ChangeRequest& request = resolver.request;
-  const auto stays = [&](ControlIndex control) {
-    return !is_button && !request.customPaperPicked && (control == kMediaSize || control == kOutputPaper) &&
-           FindRow(request, control) != nullptr;
-  };
-  for (size_t i = 0; i < kControlCount; ++i) {
-    const ControlRow& row = kControls[i];
-    if (row.type != ControlType::kList || row.dialog != resolver.engine.ui->head().activeDialogId) continue;
-    if (!stays(static_cast<ControlIndex>(i))) view.RefreshList(row.id);
-  }
+  for (const RequestRow& row : resolver.request.Rows()) dirty.controls.set(row.control);
+  for (const LogEntry& entry : resolver.log.Entries()) dirty.controls.set(entry.control);
+  if (shown == dialog::kPaperPage) dirty.controls.set(kZoom);
 }
 
 /// The settings that describe a paper of the user's own.
@@ -122,28 +101,32 @@ void ApplyChanges(Resolver& resolver) {
   LoadAllTrayMirrors(*engine.ui);
 }
 
-void ApplySequence(Resolver& resolver, EngineView* view, bool is_button) {
+Dirty ApplySequence(Resolver& resolver, EngineView* view) {
   Engine& engine = resolver.engine;
+  Dirty dirty;
   ApplyChanges(resolver);
   // Opening settings corrects them only; what a record says of a custom paper's size is then no conflict.
   if (engine.mode != ResolveMode::kOpening) ReloadCustomPapers(*engine.ui);
-  ClampCopies(engine, view);
+  ClampCopies(engine, dirty);
   EvaluateRules(engine, view);
   ComputeAllItemStatus(engine);
-  if (view == nullptr) return;
-  ApplyAvailability(engine, view);
-  RedisplayChanged(resolver, *view);
-  RefreshLists(resolver, *view, is_button);
-  view->RepaintPictures();
+  dirty.itemsAreComputed = true;
+  MarkDirty(resolver, dirty);
+  return dirty;
 }
 
-void Withdraw(Resolver& resolver, EngineView* view) {
-  resolver.before.Restore(resolver.engine);
-  if (view == nullptr) return;
-  ApplyAvailability(resolver.engine, view);
-  RedisplayChanged(resolver, *view);
-  RefreshLists(resolver, *view, true);
-  view->RepaintPictures();
+void PutBack(Resolver& resolver) {
+  if (const KeptAction* action = resolver.Action())
+    action->Restore(resolver.engine);
+  else
+    resolver.before.Restore(resolver.engine);
+}
+
+Dirty Withdraw(Resolver& resolver) {
+  PutBack(resolver);
+  Dirty dirty;
+  MarkDirty(resolver, dirty);
+  return dirty;
 }
 
 }  // namespace heron::engine

@@ -26,9 +26,11 @@ void SetCustomPaperMarks(Engine& engine);
 
 /// Writes the values of request and log for good, with the zoom and the settings that follow from them.
 void ApplyChanges(Resolver& resolver);
-/// Does so, then evaluates and brings everything on show up to date.
-void ApplySequence(Resolver& resolver, EngineView* view, bool is_button);
-/// Puts the state back to where the action began and shows it.
-void Withdraw(Resolver& resolver, EngineView* view);
+/// Does so, then computes what is available and which items are allowed. What it has made dirty.
+Dirty ApplySequence(Resolver& resolver, EngineView* view);
+/// Puts the state back to where the action began, or the run if there is no action. What the trial may have shown.
+Dirty Withdraw(Resolver& resolver);
+/// Only puts the state back.
+void PutBack(Resolver& resolver);
 
 }  // namespace heron::engine

@@ -114,8 +114,8 @@ Answer Tell(EngineView* view, Compose compose) {
   return !report->asks ? Answer::kNotAsked : yes ? Answer::kYes : Answer::kNo;
 }
 
-ResolveOutcome Ended(const Resolver& resolver, bool applied, Answer answer = Answer::kNotAsked) {
-  return {resolver.log.result, resolver.passes, applied, answer};
+ResolveOutcome Ended(const Resolver& resolver, bool applied, const Dirty& dirty, Answer answer = Answer::kNotAsked) {
+  return {resolver.log.result, resolver.passes, applied, answer, dirty};
 }
 
 /// No tray is left: the change is off. Covers and per-page settings are off with it.
@@ -123,17 +123,16 @@ ResolveOutcome EndWithoutTray(Resolver& resolver, EngineView* view, ControlIndex
   Tell(view, [] {
     return OwnReport{std::u16string(TextOf(text::kPaperTray)), std::u16string(TextOf(text::kNoPaperTray))};
   });
-  Withdraw(resolver, view);
+  Dirty dirty = Withdraw(resolver);
   constexpr ControlIndex kTakingTrays[] = {Control(u"Front_Check"), Control(u"Back_Check"),
                                            Control(u"InterSheet_Check")};
-  const uint16_t id = kControls[control].id;
   Engine& engine = resolver.engine;
   if (std::ranges::count(kTakingTrays, control) != 0 && engine.Value(control) != 0) {
     engine.Set(control, 0);
     EvaluateRules(engine, view);
-    if (view != nullptr) view->RedisplayControl(id, 0);
+    dirty.controls.set(control);
   }
-  return Ended(resolver, false);
+  return Ended(resolver, false, dirty);
 }
 
 }  // namespace
@@ -146,27 +145,20 @@ ResolveOutcome PresentChange(Resolver& resolver, EngineView* view, ControlIndex 
   if (log.result != kResultDone) {
     const bool refused = log.result == kResultRefused;
     Tell(view, [&] { return refused ? ReportRefusal(resolver, control) : ReportOverrun(text::kChangeUndone); });
-    Withdraw(resolver, view);
-    return Ended(resolver, false);
+    return Ended(resolver, false, Withdraw(resolver));
   }
   const Answer answer = Tell(view, [&] { return ReportChange(resolver, control); });
-  if (answer == Answer::kNo) {
-    Withdraw(resolver, view);
-    return Ended(resolver, false, answer);
-  }
-  ApplySequence(resolver, view, is_button);
-  return Ended(resolver, true, answer);
+  if (answer == Answer::kNo) return Ended(resolver, false, Withdraw(resolver), answer);
+  return Ended(resolver, true, ApplySequence(resolver, view), answer);
 }
 
 ResolveOutcome PresentRecall(Resolver& resolver, EngineView* view) {
   if (resolver.log.result == kResultOverrunAll) {
     Tell(view, [] { return ReportOverrun(text::kSettingsStay); });
-    Withdraw(resolver, view);
-    return Ended(resolver, false);
+    return Ended(resolver, false, Withdraw(resolver));
   }
   Tell(view, [&] { return ReportRecall(resolver); });
-  ApplySequence(resolver, view, true);
-  return Ended(resolver, true);
+  return Ended(resolver, true, ApplySequence(resolver, view));
 }
 
 DeferredReport ReportOpening(const Resolver& resolver) {

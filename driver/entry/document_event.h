@@ -5,7 +5,7 @@
 
 namespace heron {
 
-/// Runs the chain of handlers for one event; the result of the first that doesn't say to go on, else that of the last.
+/// Runs the handlers that take the event, in their fixed order; the result of the first that doesn't say to go on.
 /// May throw std::bad_alloc.
 int HandleDocumentEvent(const DocumentEvent& event);
 

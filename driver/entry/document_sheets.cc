@@ -46,7 +46,6 @@ bool Resolve(const DOCUMENTPROPERTYHEADER& header, DriverEnv* result) {
   JobRequest request{.hPrinter = header.hPrinter,
                      .printerName = header.pszPrinterName,
                      .inputEnv = header.pdmIn,
-                     .outputEnv = header.pdmOut,
                      .mode = header.fMode,
                      .resultBuffer = result};
   const bool resolved = ResolveJobEnv(&request);

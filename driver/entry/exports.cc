@@ -38,12 +38,8 @@ Result Guard(Result failure, Work&& work) noexcept {
 LONG ResolveFor(HANDLE printer, const char16_t* device_name, DEVMODEW* output, const DEVMODEW* input, DWORD mode) {
   const auto result = std::make_unique<DriverEnv>();
   RefreshDriverDirectory(printer);
-  JobRequest request{.hPrinter = printer,
-                     .printerName = device_name,
-                     .inputEnv = input,
-                     .outputEnv = output,
-                     .mode = mode,
-                     .resultBuffer = result.get()};
+  JobRequest request{
+      .hPrinter = printer, .printerName = device_name, .inputEnv = input, .mode = mode, .resultBuffer = result.get()};
   if (!ResolveJobEnv(&request)) return -1;
   if (output != nullptr) std::memcpy(output, result->bytes.data(), kEnvSize);
   CloseResourceContext(request.resources);

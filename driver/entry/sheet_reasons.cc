@@ -50,7 +50,6 @@ int32_t InitDocument(PROPSHEETUI_INFO& info, const DOCUMENTPROPERTYHEADER& heade
   context->request = std::make_unique<JobRequest>(JobRequest{.hPrinter = header.hPrinter,
                                                              .printerName = context->printerName.c_str(),
                                                              .inputEnv = header.pdmIn,
-                                                             .outputEnv = header.pdmOut,
                                                              .mode = header.fMode,
                                                              .resultBuffer = &context->env});
   if (!ResolveJobEnv(context->request.get())) return kFailed;

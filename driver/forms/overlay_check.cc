@@ -21,7 +21,6 @@ int Refuse(HDC hdc, std::u16string_view text, TextNumber caption, DWORD icon) {
 }  // namespace
 
 int OnOverlayCheck(const DocumentEvent& event) {
-  if (event.event != DOCUMENTEVENT_STARTDOC) return kGoOn;
   const auto record = FetchJobRecord(event.hdc);
   if (record == nullptr) return kFailed;
   const StringsInUse texts;

@@ -145,7 +145,7 @@ void AuthenticationDialog::OnInitialise() {
 /// No other rule applies here.
 void AuthenticationDialog::OnChanged(ControlId id) {
   Store(id);
-  RedisplayControl(id, 0);
+  RedisplayControl(id);
   EvaluateAndApply();
 }
 

@@ -110,10 +110,14 @@ bool Page::OnApply() {
   return true;
 }
 
-void Page::MarkChanged() {
+void Page::TellChange() {
   sheet().touched = true;
   sheet().doesWithoutLists = false;
   dialog().MarkChanged();
+}
+
+void Page::MarkChanged() {
+  TellChange();
   RepaintPictures();
 }
 
@@ -169,14 +173,10 @@ void Page::RepaintLower() {
   if (!lower_ || !preview::ShowsTheSame(*lower_, next)) dialog().Repaint(kLowerPicture);
 }
 
-engine::ResolveOutcome Page::Resolve(ControlId id) {
-  const engine::ResolveOutcome outcome = engine::ResolveChange(sheet().resolver(), this, id);
-  MarkChanged();
-  return outcome;
-}
-
 bool Page::Change(ControlId id) {
-  return Resolve(id).applied;
+  const bool applied = Resolve(id).applied;
+  TellChange();
+  return applied;
 }
 
 void Page::TellNewConflicts() {
@@ -189,6 +189,7 @@ void Page::RestoreDefaults() {
   const Action action(sheet().resolver());
   ResetUnshown();
   const engine::ResolveOutcome outcome = Resolve(row_.defaults);
+  TellChange();
   dialog().Focus(row_.defaults);
   OnDefaultsRestored(outcome);
 }
@@ -220,7 +221,7 @@ void Page::SelectView(ControlId id) {
   const auto view = static_cast<uint16_t>(engine::RadioValue(id));
   if (engine::GetControlValue(engine(), id) == view) return;
   engine::SetControlValue(engine(), id, view);
-  RedisplayControl(id, view);
+  RedisplayControl(id);
   RepaintPictures();
 }
 

@@ -72,7 +72,8 @@ class Page : public SettingsView {
   void TellNewConflicts();
 
  private:
-  engine::ResolveOutcome Resolve(ControlId id);
+  /// The sheet hears of a change; the pictures are up to date.
+  void TellChange();
   void RestoreDefaults();
   void OpenLibraryMenu();
   void Recall(const FileLocation& chosen);

@@ -374,7 +374,6 @@ void PaperPage::ChooseOutputMethod() {
   const Pending pending(*this, kMethod, method);
   Change(kMethod);
   TellNewConflicts();
-  Rebuild();
 }
 
 void PaperPage::EditBindingMargin() {

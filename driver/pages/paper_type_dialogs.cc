@@ -108,7 +108,7 @@ void PaperTypeDialog::DropIdleInterleave() {
                     !HasTransparencyTray();
   if (interleave != value::OHPInterLeave_Check::kOn || !idle) return;
   interleave = 0;
-  RedisplayControl(kInterleave, 0);
+  RedisplayControl(kInterleave);
   EvaluateAndApply();
 }
 
@@ -119,7 +119,7 @@ bool PaperTypeDialog::HasTransparencyTray() const {
 }
 
 void PaperTypeDialog::OnChanged(platform::ControlId id) {
-  engine::ResolveChange(sheet().resolver(), this, id);
+  Resolve(id);
   if (engine::IsOn<u"OHPInterLeave_Check">(ui())) return EditInterleave();
   EvaluateAndApply();
 }
@@ -142,7 +142,7 @@ void OneListDialog::OnInitialise() {
 
 void OneListDialog::OnChanged(platform::ControlId id) {
   Store(id);
-  RedisplayControl(id, 0);
+  RedisplayControl(id);
 }
 
 void OneListDialog::OnButton(platform::ControlId id) {

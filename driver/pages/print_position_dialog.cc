@@ -26,7 +26,7 @@ void PrintPositionDialog::OnInitialise() {
 
 void PrintPositionDialog::OnChanged(ControlId id) {
   Store(id);
-  RedisplayControl(id, 0);
+  RedisplayControl(id);
 }
 
 void PrintPositionDialog::OnButton(ControlId id) {

@@ -117,11 +117,11 @@ bool SettingsView::Show(const engine::Report& report) {
   return !report.asks || answer == platform::IDYES;
 }
 
-void SettingsView::RedisplayControl(uint16_t id, uint16_t) {
+void SettingsView::RedisplayControl(ControlId id) {
   if (const ShownControl* shown = Find(id)) ShowGroup(shown->group);
 }
 
-void SettingsView::RefreshList(uint16_t id) {
+void SettingsView::RefreshList(ControlId id) {
   if (const ShownControl* shown = Find(id)) FillList(*shown);
 }
 
@@ -129,7 +129,7 @@ void SettingsView::EnableControl(uint16_t id, bool available) {
   dialog().Enable(id, available && Editable());
 }
 
-void SettingsView::FocusControl(uint16_t id) {
+void SettingsView::FocusControl(ControlId id) {
   constexpr size_t kWholeNumber = 8;
   dialog().Focus(id);
   dialog().SelectText(id, 0, kWholeNumber);
@@ -246,8 +246,10 @@ std::u16string SettingsView::RowText(ControlId, const ListItem& item) {
 /// Fills a list with the items that are offered and selects the setting's value. Where that isn't offered the default
 /// is shown, and the setting stays.
 void SettingsView::FillList(const ShownControl& control) {
-  if (control.param == kNoIndex && !engine::ComputeItemStatus(engine(), control.id)) return;
-  ListBlock& block = *BlockOf(control);
+  ListBlock* const found = BlockOf(control);
+  if (found == nullptr) return;
+  ListBlock& block = *found;
+  if (control.param == kNoIndex && !items_are_computed_) engine::ComputeItemStatus(engine(), control.id);
   std::vector<uint16_t>& values = block_->values[static_cast<size_t>(&control - controls_.data())];
   std::vector<platform::ListRow> rows;
   values.clear();
@@ -267,6 +269,34 @@ void SettingsView::Store(ControlId id) {
   const uint16_t value = ReadControl(id);
   if (shown == nullptr || shown->param == kNoIndex) return engine::SetControlValue(engine(), id, value);
   if (kParamRows[shown->param].HasBlock()) *FieldsOf(ui(), shown->param).value = value;
+}
+
+engine::ResolveOutcome SettingsView::Resolve(ControlId id) {
+  const engine::ResolveOutcome outcome = engine::ResolveChange(sheet_.resolver(), this, id);
+  ShowDirty(outcome.dirty);
+  return outcome;
+}
+
+void SettingsView::ShowDirty(const engine::Dirty& dirty) {
+  if (!dirty.settings) return;
+  engine::ApplyAvailability(engine(), this);
+  RefreshPerPageList();
+  const auto is_in = [](const auto& set, ControlId id) {
+    const engine::ControlIndex index = engine::IndexOf(id);
+    return index != engine::kNoControl && set[index];
+  };
+  for (const ShownControl& control : controls_) {
+    if (is_in(dirty.controls, control.id)) block_->RefreshMask |= uint32_t{1} << control.group;
+  }
+  const uint32_t groups = block_->RefreshMask;
+  items_are_computed_ = dirty.itemsAreComputed;
+  RunShowStep();
+  for (const ShownControl& control : controls_) {
+    if ((groups >> control.group & 1) == 0 && is_in(dirty.lists, control.id)) FillList(control);
+  }
+  items_are_computed_ = false;
+  if (dirty.corrected != engine::kNoControl) FocusControl(engine::kControls[dirty.corrected].id);
+  RepaintPictures();
 }
 
 void SettingsView::EvaluateAndApply() {

@@ -30,17 +30,7 @@ struct ShownControl {
   uint16_t value = 0;  ///< of such a setting, that this radio stands for
 };
 
-/// Keeps what a refusal or a No is to bring back, from before settings are changed outside of the resolve that follows.
-class Action {
- public:
-  explicit Action(engine::Resolver& resolver) : resolver_(resolver) { engine::BeginAction(resolver); }
-  ~Action() { engine::EndAction(resolver_); }
-  Action(const Action&) = delete;
-  Action& operator=(const Action&) = delete;
-
- private:
-  engine::Resolver& resolver_;
-};
+using engine::Action;
 
 /// What a dialog needs only while it is open.
 struct PageBlock {
@@ -54,13 +44,19 @@ class SettingsView : public LogicBase, public engine::EngineView {
   // EngineView
   uint16_t ReadControl(uint16_t id) override;
   bool Show(const engine::Report& report) override;
-  void RedisplayControl(uint16_t id, uint16_t value) override;
-  void RefreshList(uint16_t id) override;
-  void RefreshPerPageList() override {}
-  void RepaintPictures() override {}
   void EnableControl(uint16_t id, bool available) override;
-  void FocusControl(uint16_t id) override;
   bool PerPageRowSelected() const override { return false; }
+
+  /// The list of pages with settings of their own (control 249), and what belongs to it, shows its rows again.
+  virtual void RefreshPerPageList() {}
+  /// Pictures that show settings may look different.
+  virtual void RepaintPictures() {}
+  /// Shows a control's group again.
+  void RedisplayControl(ControlId id);
+  /// Fills one list again.
+  void RefreshList(ControlId id);
+  /// Gives a field the focus and selects its text, after it was corrected.
+  void FocusControl(ControlId id);
 
  protected:
   /// `controls` outlives the view.
@@ -102,6 +98,10 @@ class SettingsView : public LogicBase, public engine::EngineView {
   void Store(ControlId id);
   void ShowAll();
   void ShowGroup(uint8_t group);
+  /// The user's change of one control, or a restore-defaults button, with all that it brings: resolved and shown.
+  engine::ResolveOutcome Resolve(ControlId id);
+  /// Brings what a run has left dirty up to date, each control and list once.
+  void ShowDirty(const engine::Dirty& dirty);
   /// Recomputes what is available and enables the controls of the dialog that owns them now.
   void EvaluateAndApply();
   /// Shows everything again, from the settings and the rules.
@@ -142,6 +142,7 @@ class SettingsView : public LogicBase, public engine::EngineView {
   std::span<const ShownControl> controls_;
   std::unique_ptr<PageBlock> block_;
   std::optional<std::pair<ControlId, uint16_t>> pending_;
+  bool items_are_computed_ = false;  ///< while a run's results are shown
 };
 
 /// The digits at the start of a text as a number, at most 65535; 0 without any.

@@ -212,20 +212,11 @@ bool LibraryRecall(const SettingsLibrary& library, int place, UiState& ui, uint8
 bool RecallSettings(engine::Resolver& resolver, engine::EngineView* view, const SettingsLibrary& library, int place,
                     uint8_t parts, engine::ResolveOutcome* outcome) {
   UiState& ui = *resolver.engine.ui;
-  // The resolver takes the settings back, not the lists.
-  ListStoreSet lists = CreateListStoreSet();
-  CopyListStoreSet(lists, ui.stores);
-  engine::BeginAction(resolver);
-  if (!LibraryRecall(library, place, ui, parts)) {
-    engine::EndAction(resolver);
-    return false;
-  }
+  const engine::Action action(resolver);
+  if (!LibraryRecall(library, place, ui, parts)) return false;
   engine::RecordRecallDifferences(resolver);
   *outcome = engine::ResolveRecall(resolver, view);
-  if (!outcome->applied) {
-    CopyListStoreSet(ui.stores, lists);
-    ShowUserPapers(ui);
-  }
+  if (!outcome->applied) ShowUserPapers(ui);
   return true;
 }
 

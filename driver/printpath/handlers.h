@@ -1,6 +1,6 @@
 // The handlers of a document's events that print; entry/document_event.cc calls them in their fixed order.
 //
-// Each gets every event, acts on its own, and gives kGoOn, or the result that ends the event. None keeps anything
+// Each gets the events of its row there, and gives kGoOn, or the result that ends the event. None keeps anything
 // between events: what it needs it asks of the printing side, and what a job has done already is known there. A user's
 // Cancel is no failure.
 #pragma once

@@ -72,7 +72,6 @@ int NotifyJob(HANDLE printer, std::u16string_view job_id, std::u16string_view pr
 }
 
 int OnJobIdentity(const DocumentEvent& event) {
-  if (event.event != DOCUMENTEVENT_STARTDOCPOST) return kGoOn;
   const std::u16string id = MakeJobId();
   NotifyJob(event.printer, id, WholeCharacters(PrinterName(event.printer, kNotifiedName + 1), kNotifiedName));
   return SendEscape<"EscSetJobId">(event.hdc, WideText<kIdRoom>(id)) ? kGoOn : kFailed;

@@ -9,7 +9,6 @@
 namespace heron {
 
 int OnListReferences(const DocumentEvent& event) {
-  if (event.event != platform::DOCUMENTEVENT_STARTDOC) return kGoOn;
   const auto record = FetchJobRecord(event.hdc);
   if (record == nullptr) return kFailed;
   const std::u16string printer_name = PrinterName(event.printer);

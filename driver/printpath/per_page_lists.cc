@@ -68,7 +68,6 @@ bool SendListAndTabs(const DocumentEvent& event) {
 }  // namespace
 
 int OnPerPageLists(const DocumentEvent& event) {
-  if (event.event != platform::DOCUMENTEVENT_STARTPAGE) return kGoOn;
   return SendListAndTabs(event) ? kGoOn : kFailed;
 }
 

@@ -7,6 +7,7 @@
 #include "settings/binding.h"
 #include "settings/papers.h"
 #include "settings/printer_data.h"
+#include "settings/public_part.h"
 
 namespace heron {
 namespace {
@@ -71,31 +72,7 @@ void SetBinding(DriverEnv& env) {
   Set<"dmDuplex">(env, one_sided ? value::dmDuplex::kOneSided : DuplexForBinding(Get<"dmOrientation">(env), side));
 }
 
-DWORD FieldsOf(const DriverEnv& env, const char16_t* printer_name) {
-  constexpr DWORD kAlways = DM_ORIENTATION | DM_PAPERSIZE | DM_DEFAULTSOURCE;
-  constexpr DWORD kJob = DM_COPIES | DM_DUPLEX;
-  if (!InExcel()) return kAlways | kJob | DM_PRINTQUALITY | DM_YRESOLUTION;
-  const std::u16string name = printer_name != nullptr ? printer_name : GetText<"dmDeviceName">(env);
-  return BookModeStatus(name) == kBookModeFax ? kAlways : kAlways | kJob;
-}
-
 }  // namespace
-
-void InitPublicPart(DriverEnv* env, const char16_t* printer_name) {
-  Set<"dmSpecVersion">(*env, kSpecVersion);
-  Set<"dmDriverVersion">(*env, kDriverVersion);
-  Set<"dmSize">(*env, kPublicSize);
-  Set<"dmDriverExtra">(*env, kPrivateSize);
-  std::memcpy(FieldBytes<"signature">(*env), u"QDRV", FieldOf<"signature">().Size());
-  Set<"dmFields">(*env, FieldsOf(*env, printer_name));
-  Set<"dmScale">(*env, 100);
-  Set<"dmCollate">(*env, 0);
-  Set<"dmTTOption">(*env, value::dmTTOption::kDownload);
-  if (printer_name != nullptr) SetText<"dmDeviceName">(*env, printer_name);
-  constexpr uint32_t kFormName = FieldOf<"dmFormName">().offset;
-  std::memset(env->bytes.data() + kFormName, 0, kPublicSize - kFormName);
-  StampEnvTag(*env);
-}
 
 void BuildDefaultEnv(const ResourceContext* resources, DriverEnv* env, const char16_t* printer_name, HANDLE printer) {
   std::u16string own_name;

@@ -1,4 +1,4 @@
-// The record of a job before anything is chosen, and the fixed fields of every record.
+// The record of a job before anything is chosen.
 #pragma once
 
 #include "catalog/catalog.h"
@@ -12,8 +12,5 @@ namespace heron {
 /// printer data.
 void BuildDefaultEnv(const ResourceContext* resources, DriverEnv* env, const char16_t* printer_name,
                      platform::HANDLE printer);
-
-/// Sets header, signature, tag and constant fields of the public part. With a null name the device name stays.
-void InitPublicPart(DriverEnv* env, const char16_t* printer_name);
 
 }  // namespace heron

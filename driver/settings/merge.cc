@@ -7,6 +7,7 @@
 #include "catalog/other_values.h"
 #include "generated/features.h"
 #include "settings/papers.h"
+#include "settings/public_part.h"
 
 namespace heron {
 namespace {
@@ -91,13 +92,6 @@ void MergeCopies(const ResourceContext* resources, const ForeignEnv& source, Dri
 }
 
 }  // namespace
-
-int16_t LegalCopies(const ResourceContext* resources, int16_t copies) {
-  const auto max = static_cast<int16_t>(CatalogQuery(resources, feature::Copies, kMax, nullptr, 0, 0));
-  if (copies > max) return max;
-  const auto min = static_cast<int16_t>(CatalogQuery(resources, feature::Copies, kMin, nullptr, 0, 0));
-  return copies < min ? static_cast<int16_t>(CatalogDefault(resources, feature::Copies)) : copies;
-}
 
 void MergePublic(const ResourceContext* resources, const ForeignEnv& source, DriverEnv& target) {
   if (!source || !source.Has<"dmFields">()) return;

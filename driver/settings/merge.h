@@ -15,9 +15,6 @@ bool MergeWhole(const ResourceContext* resources, const ForeignEnv& source, Driv
 /// MergeWhole if `source` has the target's format, else MergePublic; nothing for a null source.
 void MergeRecord(const ResourceContext* resources, const ForeignEnv& source, DriverEnv& target);
 
-/// Copies above the range become its largest, below it the default.
-int16_t LegalCopies(const ResourceContext* resources, int16_t copies);
-
 /// Copies the fields marked as device options from the queue's saved record.
 void CopyDeviceOptions(const DriverEnv& printer, DriverEnv& target);
 

@@ -34,6 +34,8 @@ struct CustomPaperEntry {
   int16_t unit;     ///< 1 millimetre, 2 inch: how it is shown
   char16_t name[32];
   uint16_t longFlag;  ///< not 0: long paper
+
+  bool operator==(const CustomPaperEntry&) const = default;
 };
 static_assert(sizeof(CustomPaperEntry) == 76);
 using UserPaperStore = std::array<CustomPaperEntry, kUserPaperCount>;

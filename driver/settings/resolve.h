@@ -15,7 +15,6 @@ struct JobRequest {
   const char16_t* printerName = nullptr;   ///< null: the queue's own name
   const DriverEnv* resolvedEnv = nullptr;  ///< `resultBuffer` after a resolution
   const void* inputEnv = nullptr;          ///< the caller's record or null
-  void* outputEnv = nullptr;               ///< the caller's buffer or null
   uint32_t mode = 0;                       ///< fMode of the call
   DriverEnv* resultBuffer = nullptr;       ///< receives the resolved record
   ResourceContext* resources = nullptr;    ///< opened by the resolution

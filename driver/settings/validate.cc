@@ -9,10 +9,9 @@
 #include "generated/features.h"
 #include "platform/api/devmode.h"
 #include "settings/binding.h"
-#include "settings/defaults.h"
-#include "settings/merge.h"
 #include "settings/papers.h"
 #include "settings/printer_data.h"
+#include "settings/public_part.h"
 #include "settings/zoom.h"
 
 namespace heron {

@@ -1,6 +1,6 @@
 #include "uistate/keep_lists.h"
 
-#include <cstddef>
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <span>
@@ -13,15 +13,16 @@ namespace {
 
 template <typename Piece>
 bool SamePiece(const Piece& a, const Piece& b) {
-  return std::memcmp(&a, &b, sizeof a) == 0;
+  return a == b;
 }
 
 // Working memory that is never stored doesn't count.
 bool SamePiece(const PageList& a, const PageList& b) {
-  return std::memcmp(&a, &b, offsetof(PageList, head)) == 0 && std::memcmp(a.pages, b.pages, sizeof a.pages) == 0;
+  return std::ranges::equal(a.name, b.name) && a.pageCount == b.pageCount && a.mixplex == b.mixplex &&
+         a.tabSettings == b.tabSettings && a.tabDialog == b.tabDialog && std::ranges::equal(a.pages, b.pages);
 }
 bool SamePiece(const WatermarkStore& a, const WatermarkStore& b) {
-  return std::memcmp(&a, &b, offsetof(WatermarkStore, current)) == 0;
+  return a.wMarkListNum == b.wMarkListNum && std::ranges::equal(a.entries, b.entries);
 }
 
 std::span<PageList> Pieces(PageListStore& store) {

@@ -42,6 +42,8 @@ inline constexpr int kOverlayMessageCount = 3;
 inline constexpr int kWatermarkCount = 51;  ///< entry 0 means no watermark
 inline constexpr int kFontPairCount = 500;
 
+// Equality is that of the fields, bytes behind a text's terminator included; what lies between fields doesn't count.
+
 /// One per-page exception.
 struct PageEntry {
   char16_t page[21];  ///< page range text
@@ -67,6 +69,8 @@ struct PageEntry {
   int16_t tabTextFontStyle;
   int16_t tabTextFontSize;
   uint32_t reserved;
+
+  bool operator==(const PageEntry&) const = default;
 };
 static_assert(offsetof(PageEntry, type) == 42 && offsetof(PageEntry, tray) == 44 && offsetof(PageEntry, stat) == 46);
 static_assert(offsetof(PageEntry, bindPosit) == 50 && offsetof(PageEntry, mediaType) == 58);
@@ -81,6 +85,8 @@ struct TabDialogBlock {
   char16_t tabTextFontName[32];
   int16_t tabTextFontStyle;
   int16_t tabTextFontSize;
+
+  bool operator==(const TabDialogBlock&) const = default;
 };
 static_assert(offsetof(TabDialogBlock, tabTextFontStyle) == 68 && sizeof(TabDialogBlock) == 72);
 
@@ -91,6 +97,8 @@ struct TabSettings {
   uint8_t tabBottomMargin;
   uint8_t tabIndexSpace;
   int16_t tabTextPosition;
+
+  bool operator==(const TabSettings&) const = default;
 };
 static_assert(offsetof(TabSettings, tabTextPosition) == 6 && sizeof(TabSettings) == 8);
 
@@ -113,6 +121,8 @@ struct OverlayMessage {
   char16_t caption[300];
   char16_t message[300];
   uint32_t style;
+
+  bool operator==(const OverlayMessage&) const = default;
 };
 static_assert(sizeof(OverlayMessage) == 1204);
 
@@ -122,6 +132,8 @@ struct OverlayStore {
   uint16_t formListNum;  ///< 0 to 100
   char16_t forms[kFormCount][260];
   OverlayMessage messages[kOverlayMessageCount];  ///< message number n is messages[n - 1]
+
+  bool operator==(const OverlayStore&) const = default;
 };
 
 struct WatermarkEntry {
@@ -134,6 +146,8 @@ struct WatermarkEntry {
   uint32_t color;
   uint32_t centerX;  ///< low 16 bits, signed: tenths of a millimetre from the middle
   uint32_t centerY;
+
+  bool operator==(const WatermarkEntry&) const = default;
 };
 static_assert(offsetof(WatermarkEntry, font) == 66 && offsetof(WatermarkEntry, style) == 132);
 static_assert(offsetof(WatermarkEntry, angle) == 140 && offsetof(WatermarkEntry, centerY) == 156);
@@ -148,6 +162,8 @@ struct WatermarkStore {
 struct FontPair {
   char16_t trueTypeFont[32];
   char16_t deviceFont[32];
+
+  bool operator==(const FontPair&) const = default;
 };
 static_assert(sizeof(FontPair) == 128);
 
@@ -155,6 +171,8 @@ struct FontSubstStore {
   uint16_t fontSubTblNum;  ///< 0 to 500
   uint16_t index;
   FontPair pairs[kFontPairCount];
+
+  bool operator==(const FontSubstStore&) const = default;
 };
 
 struct FaxCoverStore {
@@ -179,6 +197,8 @@ struct FaxCoverStore {
   uint32_t yPosition;
   uint32_t lineNum;  ///< line feeds in `text`
   char16_t text[641];
+
+  bool operator==(const FaxCoverStore&) const = default;
 };
 static_assert(offsetof(FaxCoverStore, fixedform) == 130 && offsetof(FaxCoverStore, senderName) == 704);
 static_assert(offsetof(FaxCoverStore, senderEmail) == 950 && offsetof(FaxCoverStore, pagenum) == 1032);

@@ -33,10 +33,10 @@ inline constexpr int kNoRow = -1;
 /// A row of a list, a list box or a list view.
 struct ListRow {
   std::u16string text;
-  std::vector<std::u16string> cells;   ///< texts of a list view's further columns
-  uint32_t picture = 0;                ///< number of the small picture before the text, 0 for none
-  bool grey = false;                   ///< in the colour of disabled texts; the row can still be selected
-  std::u16string font = {};            ///< family of the letters, empty for the window's own
+  std::vector<std::u16string> cells = {};  ///< texts of a list view's further columns
+  uint32_t picture = 0;                    ///< number of the small picture before the text, 0 for none
+  bool grey = false;                       ///< in the colour of disabled texts; the row can still be selected
+  std::u16string font = {};                ///< family of the letters, empty for the window's own
   std::optional<COLORREF> color = {};  ///< of the letters; the window's own without it, and while the row is selected
 
   bool operator==(const ListRow&) const = default;

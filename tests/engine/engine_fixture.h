@@ -24,14 +24,9 @@ using test::ControlNamed;
 struct TestView : EngineView {
   uint16_t ReadControl(uint16_t) override { return 0; }
   bool Show(const Report&) override { return true; }
-  void RedisplayControl(uint16_t, uint16_t) override {}
-  void RefreshList(uint16_t) override {}
-  void RefreshPerPageList() override {}
-  void RepaintPictures() override {}
   void EnableControl(uint16_t id, bool available) override {
     enabled += std::to_string(id) + (available ? "+ " : "- ");
   }
-  void FocusControl(uint16_t) override {}
   bool PerPageRowSelected() const override { return row_selected; }
 
   std::string enabled;

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <map>
+#include <optional>
 #include <random>
 
 #include "changes/fax_mode.h"
@@ -126,8 +127,9 @@ class ExhaustTest : public ResolveTest {
   }
 
   void Make(ControlIndex control, uint16_t value, bool yes) {
+    std::optional<Action> action;
     if (SourceOfMirror(control) != kNoControl) {
-      BeginAction(*resolver);  // its value lies in the table of trays
+      action.emplace(*resolver);  // its value lies in the table of trays
       StoreTrayMedia(*engine, control, value);
     }
     if (kControls[control].dialog == kFaxDialog) return SwitchOutput(value);

@@ -150,7 +150,7 @@ TEST_F(PageListTest, NewConflictsAreToldWithTheChange) {
 TEST_F(PageListTest, ARecallClosesItsListBeforeTheRemark) {
   Put("lpSourceUnit=Tray3And4 lpOutputUnit=Bin lpMailBinKit=Installed Staple_Check=On");
   ValidatePerPageList(*engine, Conflicts::kAll);
-  BeginAction(*resolver);
+  const Action action(*resolver);
   Put("lpSourceUnit=NotInstalled lpOutputTray=MailBin1");
   RecordRecallDifferences(*resolver);
   EXPECT_TRUE(ResolveRecall(*resolver, &front).applied);

@@ -17,16 +17,10 @@ struct ResolveView : TestView {
     shown += platform::ToUtf8(report.caption) + "|" + platform::ToUtf8(report.text) + (report.asks ? "?" : "");
     return yes;
   }
-  void RedisplayControl(uint16_t id, uint16_t value) override {
-    redisplayed += std::to_string(id) + "=" + std::to_string(value) + " ";
-  }
-  void FocusControl(uint16_t id) override { focused = id; }
 
   uint16_t pending = 0;
   bool yes = true;
   std::string shown;
-  std::string redisplayed;
-  uint16_t focused = 0;
 };
 
 class ResolveTest : public EngineTest {
@@ -63,6 +57,10 @@ class ResolveTest : public EngineTest {
     };
     add(*ui->stores.pageLists);
     add(*ui->stores.userPapers);
+    add(*ui->stores.overlays);
+    add(*ui->stores.watermarks);
+    add(*ui->stores.fontSubst);
+    add(*ui->stores.faxCover);
     add(engine->rules);
     return bytes;
   }

@@ -60,7 +60,7 @@ TEST_F(ResolveTest, AnExceptionLeavesTheStateAsItWas) {
   } failing;
   failing.pending = 101;
   const auto before = Bytes();
-  EXPECT_THROW(ResolveChange(*resolver, &failing, 139), std::bad_alloc);
+  EXPECT_THROW((void)ResolveChange(*resolver, &failing, 139), std::bad_alloc);
   EXPECT_TRUE(Bytes() == before);
   EXPECT_EQ(engine->mode, ResolveMode::kSingle);
   EXPECT_EQ(Resolve("lpOutputTray", "MailBin1"), "0") << "the next change starts afresh";
@@ -131,7 +131,7 @@ TEST_F(ResolveTest, ALongPaperIsMarkedAndNeedsLongMedia) {
 
 TEST_F(ResolveTest, ADialogsChangesAreOneAction) {
   Put("lpMediaSize=A3 lpOutputPaper=Postcard BindMargin_Check=On lpMarginMode=Reduce fMargin=5 bMargin=5");
-  BeginAction(*resolver);
+  const Action action(*resolver);
   Put("fMargin=30");  // 19 mm of room
   RecordDialogDifferences(*resolver, 2300);
   EXPECT_EQ(Resolve("BindMargin_Check", "On"), "0");
@@ -140,12 +140,58 @@ TEST_F(ResolveTest, ADialogsChangesAreOneAction) {
   EXPECT_EQ(Value("lpMarginMode"), "Shift");
 
   Put("lpOutputUnit=Bin lpMailBinKit=Installed lpOutputTray=MailBin1");
-  BeginAction(*resolver);
+  const Action second(*resolver);
   const auto start = Bytes();
   Put("fMargin=20");
   RecordDialogDifferences(*resolver, 2300);
   EXPECT_EQ(Resolve("Staple_Check", "On"), "2!");
   EXPECT_TRUE(Bytes() == start) << "what the dialog changed goes back too";
+}
+
+TEST_F(ResolveTest, ARefusalTakesBackEveryListThatWasEditedBefore) {
+  Put("lpOutputUnit=Bin lpMailBinKit=Installed lpOutputTray=MailBin1");
+  const Action action(*resolver);
+  const auto start = Bytes();
+  ui->stores.overlays->formListNum = 1;
+  ui->stores.overlays->forms[0][0] = u'x';
+  ui->stores.watermarks->entries[3].angle = 1;
+  ui->stores.fontSubst->pairs[0].deviceFont[0] = u'x';
+  ui->stores.faxCover->subject[0] = u'x';
+  ui->stores.pageLists->lists[7].name[0] = u'x';
+  ui->head().faxNames[0][0] = u'x';
+  ui->head().faxRowCount = 1;
+  EXPECT_EQ(Resolve("Staple_Check", "On"), "2!");
+  EXPECT_TRUE(Bytes() == start);
+  EXPECT_TRUE(outcome.dirty.settings);
+  EXPECT_TRUE(outcome.dirty.controls[ControlNamed("Staple_Check")]);
+  EXPECT_FALSE(outcome.dirty.itemsAreComputed) << "they are as they were";
+}
+
+TEST_F(ResolveTest, AnActionInsideOfAnotherTakesBackItsOwnChangesOnly) {
+  Put("lpOutputUnit=Bin lpMailBinKit=Installed lpOutputTray=MailBin1");
+  const auto start = Bytes();
+  const Action outer(*resolver);
+  Put("Copies=2");
+  {
+    const Action inner(*resolver);
+    Put("Copies=3");
+    EXPECT_EQ(Resolve("Staple_Check", "On"), "2!");
+    EXPECT_EQ(Value("Copies"), 2);
+    const Action unused(*resolver);
+    Put("Copies=4");
+  }
+  EXPECT_EQ(Value("Copies"), 4) << "an action that no change ends keeps what was set";
+  UiStatePtr clone = CloneUiState(*ui);
+  {
+    const BoundClone bound(*engine, *clone);
+    EXPECT_EQ(Resolve("Staple_Check", "On"), "2!");
+    EXPECT_EQ(Value("Copies"), 4) << "a change of the clone is none of the settings' action";
+  }
+  EXPECT_EQ(Resolve("Staple_Check", "On"), "2!");
+  EXPECT_TRUE(Bytes() == start);
+  Put("Copies=5");
+  EXPECT_EQ(Resolve("Staple_Check", "On"), "2!");
+  EXPECT_EQ(Value("Copies"), 5) << "the action is over";
 }
 
 TEST_F(ResolveTest, TheDefaultsButtonSetsItsPageBack) {
@@ -178,7 +224,7 @@ TEST_F(ResolveTest, CopiesAreClampedAfterAChange) {
   Put("Copies=0");
   EXPECT_EQ(Resolve("lpOrientation.Landscape", "Landscape"), "0");
   EXPECT_EQ(Value("Copies"), 1);
-  EXPECT_EQ(front.focused, 103);
+  EXPECT_EQ(outcome.dirty.corrected, ControlNamed("Copies"));
   Put("Copies=1000");
   Resolve("lpOrientation.Portrait", "Portrait");
   EXPECT_EQ(Value("Copies"), 999);
@@ -214,7 +260,7 @@ TEST_F(ResolveTest, NoHeaderComesWithoutALine) {
 
 TEST_F(ResolveTest, ARecallIsToldAndNeverRefused) {
   Put("lpOutputUnit=Bin lpMailBinKit=Installed Staple_Check=On lpDither=Coarse");
-  BeginAction(*resolver);
+  const Action action(*resolver);
   Put("lpOutputTray=MailBin1 Copies=3 lpDither=Fine");
   RecordRecallDifferences(*resolver);
   front.yes = false;
@@ -227,18 +273,18 @@ TEST_F(ResolveTest, ARecallIsToldAndNeverRefused) {
   EXPECT_EQ(front.shown, "[22101]|[22102][21440] => [21204] \n[22104]\n");
 
   front.shown.clear();
-  BeginAction(*resolver);
+  const Action second(*resolver);
   Put("lpOrientation=Landscape");
   RecordRecallDifferences(*resolver);
-  ResolveRecall(*resolver, &front);
+  outcome = ResolveRecall(*resolver, &front);
   EXPECT_EQ(front.shown, "");
   EXPECT_EQ(Value("lpOrientation"), "Landscape");
 
-  BeginAction(*resolver);
+  const Action third(*resolver);
   (*ui->stores.userPapers)[0].width = 100;
   Put("lpMediaSize=Custom1 lpOutputPaper=SameAsDocument");
   RecordRecallDifferences(*resolver);
-  ResolveRecall(*resolver, &front);
+  outcome = ResolveRecall(*resolver, &front);
   EXPECT_EQ(front.shown, "[22101]|[22106]");
 }
 
@@ -272,7 +318,7 @@ TEST_F(ResolveTest, ARunWithoutEndIsWithdrawn) {
   EXPECT_TRUE(Bytes() == before);
 
   front.shown.clear();
-  BeginAction(*resolver);
+  const Action action(*resolver);
   Put("lpPunchKit=TwoHoles Copies=2");
   RecordRecallDifferences(*resolver);
   EXPECT_EQ(ResolveRecall(*resolver, &front).result, kResultOverrunAll);

@@ -4,6 +4,7 @@
 
 #include "entry/exports.h"
 #include "settings/defaults.h"
+#include "settings/public_part.h"
 #include "support/driver_fixture.h"
 #include "support/records.h"
 

@@ -68,7 +68,7 @@ TEST_F(SettingsViewTest, AControlThatTheEngineDoesntKnowShowsAndStoresItsSetting
     EXPECT_EQ(engine::Setting<u"CoverSheet">(ui()), 0);
     dialog.Select("lpQuality", 2);
     EXPECT_EQ(logic.events, "stored CoverSheet;stored lpQuality;");
-    logic.RedisplayControl(909, 0);
+    logic.RedisplayControl(909);
     EXPECT_FALSE(dialog["CoverSheet"].checked);
     dialog.Check("EcmTab", true);
     EXPECT_EQ(engine::Setting<u"EcmTab">(ui()), 0) << "no row binds it";
@@ -95,6 +95,23 @@ TEST_F(SettingsViewTest, ARadioBoundByParameterStandsForItsValue) {
     EXPECT_EQ(engine::Setting<u"lpFaxCover_ReceiveSetup">(ui()), 1 - before);
     EXPECT_EQ(logic.events, std::string("stored ") + other + ";");
   });
+}
+
+TEST_F(SettingsViewTest, AChangeFillsEachListOnce) {
+  OpenPage();
+  const auto filled_by = [&](const auto& change) {
+    std::map<platform::ControlId, int> before;
+    for (const platform::ControlId id : page->Controls()) before[id] = (*page)[id].fills;
+    change();
+    int most = 0;
+    for (const platform::ControlId id : page->Controls()) most = std::max(most, (*page)[id].fills - before[id]);
+    return most;
+  };
+  EXPECT_EQ(filled_by([&] { Choose("lpPRNType", "Booklet"); }), 1);
+  EXPECT_EQ(filled_by([&] { Choose("lpOutputMethod", "Proof"); }), 1);
+  EXPECT_EQ(filled_by([&] { page->Press("lpOrientation.Landscape"); }), 1);
+  EXPECT_EQ(filled_by([&] { page->Click("restoreDefaults.paper"); }), 1);
+  EXPECT_EQ(Value("lpOrientation"), "Portrait");
 }
 
 TEST_F(SettingsViewTest, EventsReachAPageBetweenItsStartAndItsEnd) {

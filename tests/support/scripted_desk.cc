@@ -341,6 +341,7 @@ void ScriptedDialog::SetRange(ControlId id, int minimum, int maximum) {
 void ScriptedDialog::SetRows(ControlId id, std::span<const platform::ListRow> rows) {
   Of(id).rows = {rows.begin(), rows.end()};
   Of(id).selected.clear();
+  ++Of(id).fills;
 }
 
 void ScriptedDialog::SelectRow(ControlId id, int row) {

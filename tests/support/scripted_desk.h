@@ -37,6 +37,7 @@ class ScriptedDialog : public platform::Dialog {
     int minimum = 0, maximum = 0, position = 0;
     uint32_t picture = 0;
     int repaints = 0;
+    int fills = 0;                          ///< times that the logic set its rows
     std::vector<platform::RECT> repainted;  ///< areas, in the order in which they were asked for
     std::u16string description;
     platform::BarSteps steps;
