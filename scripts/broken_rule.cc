@@ -24,8 +24,8 @@
 namespace heron::engine {
 namespace {
 
-constexpr uint16_t kNobody = 1;  ///< id that no control has
-constexpr int16_t kNever = -1;   ///< value that no control holds
+constexpr uint16_t kNoSuchControl = 1;  ///< id that no control has
+constexpr int16_t kNever = -1;          ///< value that no control holds
 
 void Overwrite(const void* target, const void* source, size_t size) {
   const auto page = static_cast<uintptr_t>(sysconf(_SC_PAGESIZE));
@@ -76,7 +76,7 @@ const std::vector<Way<EnableRule>> kEnableWays = {
        if (rule.control == 0)
          rule.parentValue = kNever;
        else
-         rule.control = kNobody;
+         rule.control = kNoSuchControl;
        return true;
      }},
     {"alter",
@@ -85,7 +85,7 @@ const std::vector<Way<EnableRule>> kEnableWays = {
          rule.function = rule.function == RuleFunction::kCopies ? RuleFunction::kPerPageList : RuleFunction::kCopies;
        } else if (rule.level == 0) {
          rule.level = 1;
-         rule.parent = kNobody;
+         rule.parent = kNoSuchControl;
        } else {
          const ControlIndex parent = IndexOf(rule.parent);
          rule.parentValue = parent == kNoControl ? kNever : OtherValue(parent, rule.parentValue);
@@ -105,7 +105,7 @@ const std::vector<Way<DeviceGate>> kDeviceWays = {
 };
 
 const std::vector<Way<OutputModeGate>> kOutputWays = {
-    {"drop", [](OutputModeGate& gate) { return gate.control = kNobody, true; }},
+    {"drop", [](OutputModeGate& gate) { return gate.control = kNoSuchControl, true; }},
     {"reset", [](OutputModeGate& gate) { return gate.resetOnFax = !gate.resetOnFax, true; }},
     {"report",
      [](OutputModeGate& gate) {

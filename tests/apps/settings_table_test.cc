@@ -11,11 +11,11 @@
 namespace heron::cli {
 namespace {
 
-TEST(SettingsTableTest, EverySettingWithOptionsStandsOnce) {
+TEST(SettingsTableTest, EverySettingWithOptionsIsListedOnce) {
   std::set<uint16_t> listed;
   for (const SettingPage& page : kSettingPages) {
     for (const SettingRow& row : page.rows) {
-      EXPECT_TRUE(listed.insert(row.parameter).second) << row.parameter << " stands twice";
+      EXPECT_TRUE(listed.insert(row.parameter).second) << row.parameter << " is listed twice";
     }
   }
   for (const ParamRow& param : kParamRows) {

@@ -17,7 +17,7 @@ class StringsTest : public DriverTest {
   static View Get(uint32_t id) { return GetUiString(id); }
 };
 
-TEST_F(StringsTest, QueueTellsTheDirectory) {
+TEST_F(StringsTest, TheQueueNamesTheDirectory) {
   EXPECT_EQ(DriverDirectory(), test::kDriverFolder);
   const auto refresh = [](const std::u16string& name, const std::u16string& data_file) {
     platform::Queue queue;
@@ -44,7 +44,7 @@ TEST_F(StringsTest, NumbersAndLengthsHaveBounds) {
   Texts()[30000] = std::u16string(999, u'a');
   Texts()[30001] = std::u16string(1000, u'b');
   Texts()[30002] = std::u16string(5000, u'c');
-  EXPECT_EQ(Get(20000), u"");  // nobody has acquired them
+  EXPECT_EQ(Get(20000), u"");  // not acquired
   EXPECT_EQ(GetUiStringLength(20000), 0u);
   const StringsInUse strings;
   const std::pair<uint32_t, View> cases[] = {{19999, u""},     {20000, u"text"}, {21200, u""},

@@ -1,5 +1,5 @@
-"""Every setting and every control with every value, through `heron settings -o`: what is accepted reads back as it was
-told, and what is refused names the way there.
+"""Every setting and every control with every value, through `heron settings -o`: what is accepted reads back as it
+was reported, and what is refused names the way there.
 
 The journeys take a share of it, `scripts/sweep-settings` all.
 """
@@ -75,12 +75,12 @@ class Sweep:
         else:
             self.faults.append(f"{key}={value}: exit {done.returncode}: {done.stderr.decode().strip()}")
 
-    def compare(self, wish, told, read):
+    def compare(self, wish, answer, read):
         """What the answer said of every setting, and of the wished one, is what the next call says."""
-        (change,) = told["changes"]
-        if not told["applied"] or change["new"] != int(wish.split("=")[1]):
-            self.faults.append(f"{wish}: told as {change}")
-        then = [(row["parameter"], row["tray"], row["value"]) for row in told["settings"]]
+        (change,) = answer["changes"]
+        if not answer["applied"] or change["new"] != int(wish.split("=")[1]):
+            self.faults.append(f"{wish}: reported as {change}")
+        then = [(row["parameter"], row["tray"], row["value"]) for row in answer["settings"]]
         now = [(row["parameter"], row["tray"], row["value"]) for row in read]
         lost = [pair for pair in zip(then, now) if pair[0] != pair[1]]
         if any(row["key"] == change["key"] for row in read if (row["parameter"],) in {(a[0],) for a, _ in lost}):

@@ -1,11 +1,14 @@
-"""What the journeys share: a store of their own, the program run in it, and records taken apart.
+"""Base class of the journeys: a store of their own, the program run in it, and records taken apart.
 
-CTest tells where things are: HERON_BIN (the program), HERON_LIB (the libraries), HERON_SOURCE (the sources).
+CTest sets HERON_BIN (the program), HERON_LIB (the libraries) and HERON_SOURCE (the sources).
 """
 
 import json
 import os
 import pathlib
+import pty
+import select
+import signal
 import subprocess
 import tempfile
 import unittest
@@ -38,7 +41,7 @@ class Journey(unittest.TestCase):
                               env=env or self.environment(), check=False, **options)
 
     def heron(self, *arguments, code=0, **options):
-        """Runs the program, which must end with `code` and tell why if that isn't 0; returns stdout as text."""
+        """Runs the program, which must end with `code`, and with a reason if that isn't 0; returns stdout as text."""
         done = self.run_heron(*arguments, **options)
         errors = done.stderr.decode()
         self.assertEqual(done.returncode, code, f"{arguments}: {errors}")
@@ -74,3 +77,44 @@ class Journey(unittest.TestCase):
         out = self.folder / "merged.bin"
         self.heron("record", "merge", "-p", "Office", "--in", source, "--out", out)
         return out.read_bytes(), self.json("record", "show", out)
+
+    def own_records(self):
+        """Files of the records that users keep."""
+        return sorted(self.home.glob("users/*.records/*"))
+
+    def change(self, *changes, code=0, more=(), **options):
+        """`heron settings` with an -o for each change."""
+        arguments = [part for change in changes for part in ("-o", change)]
+        return self.heron("settings", "-p", "Office", *arguments, *more, code=code, **options)
+
+    def rows(self, *more):
+        """The settings by key, as JSON shows them."""
+        return {row["key"]: row for row in self.json("settings", "-p", "Office", *more)["settings"]}
+
+    def values(self, *keys, more=()):
+        rows = self.rows(*more)
+        return [rows[key]["value"] for key in keys]
+
+    def on_terminal(self, arguments, steps=()):
+        """Runs the program on a terminal of its own: exit code and everything it showed.
+
+        `steps` are prompts with what is typed there, as bytes or as a function that returns them.
+        """
+        process, terminal = pty.fork()
+        if process == 0:
+            os.execve(BIN, [BIN, *map(str, arguments)], self.environment())
+        self.addCleanup(os.close, terminal)
+        shown, seen, steps = b"", 0, list(steps)
+        while select.select([terminal], [], [], 60)[0]:
+            try:
+                shown += os.read(terminal, 4096)
+            except OSError:  # the program has ended
+                break
+            if steps and steps[0][0] in shown[seen:]:
+                typed, seen = steps.pop(0)[1], len(shown)
+                os.write(terminal, typed() if callable(typed) else typed)
+        else:
+            os.kill(process, signal.SIGKILL)
+        status = os.waitpid(process, 0)[1]
+        self.assertEqual(steps, [], shown)
+        return os.waitstatus_to_exitcode(status), shown

@@ -1,10 +1,9 @@
-"""Changes with their consequences: `heron settings -o`, and `heron controls`."""
+"""Changes with `heron settings -o`: their consequences and questions, what reads back afterwards, and what is refused;
+and `heron controls`."""
 
-import pty
-import os
-import subprocess
 import unittest
 
+import settings_sweep
 import support
 
 
@@ -13,27 +12,25 @@ class Changes(support.Journey):
         super().setUp()
         self.add_printer()
 
-    def change(self, *wishes, code=0, more=()):
-        arguments = [part for wish in wishes for part in ("-o", wish)]
-        return self.heron("settings", "-p", "Office", *arguments, *more, code=code)
-
-    def values(self, *keys, more=()):
-        rows = {row["key"]: row["value"] for row in self.json("settings", "-p", "Office", *more)["settings"]}
-        return [rows[key] for key in keys]
+    def refused(self, wish, *words, more=()):
+        before = self.rows(*more)
+        self.change(wish, code=4, more=more)
+        for word in words:
+            self.assertIn(word, self.last_errors)
+        self.assertEqual(self.rows(*more), before, "nothing is changed")
 
     def test_a_finisher_is_asked_for_and_installed_by_the_device_sheet(self):
-        self.change("Staple_Check=1", code=4)
-        self.assertIn("Floor-type finisher", self.last_errors)
-        self.change("lpOutputUnit=41", code=4)
-        self.assertIn("--device", self.last_errors)
+        self.refused("Staple_Check=1", "Floor-type finisher")
+        self.refused("lpOutputUnit=41", "--device")
         self.change("lpOutputUnit=41", more=["--device"])
-        self.assertEqual(self.values("lpOutputUnit", more=["--device"]), [41])
         self.assertEqual(self.change("Staple_Check=on"), "Staple: Off => On\n")
         self.assertEqual(self.values("Staple_Check", "lpOutputUnit"), [1, 41])
+        self.assertRegex(self.change(more=["--device"]), r"Output unit +lpOutputUnit +Floor-type")
+        self.assertIn("defaults again", self.change(more=["--device", "--reset"]))
+        self.assertEqual(self.values("lpOutputUnit", more=["--device"]), [1])
 
-    def test_a_fax_resets_what_it_excludes_and_needs_somebody_to_receive_it(self):
-        self.change("lpOutput=fax", code=4)
-        self.assertIn('"Fax unit" = Installed', self.last_errors)
+    def test_a_fax_resets_what_it_excludes_and_needs_a_recipient(self):
+        self.refused("lpOutput=fax", '"Fax unit" = Installed')
         self.change("lpFAXUnit=2", more=["--device"])
         text = self.change("Copies=3", "lpOutput=fax", "lpOutput=printer", more=["--dry-run"])
         self.assertIn("For sending as a fax these settings change:\n\nCopies => 1", text)
@@ -41,31 +38,35 @@ class Changes(support.Journey):
         self.change("lpPRNType=2", "lpOutput=fax", code=4)
         self.assertIn("lpOutput=fax: a fax needs a recipient", self.last_errors)
         self.assertEqual(self.values("lpOutput", "lpPRNType"), [2, 1])
+        done = self.run_heron("settings", "-p", "Office", "-o", "lpOutput=1", "--json", "--yes")
+        self.assertEqual(done.returncode, 4)
+        self.assertIn(b"No recipient is entered", done.stdout)
 
     def test_values_by_number_and_by_label_in_order(self):
         text = self.change("lpPRNType=two-sided", "Copies=12", "107=2")
         self.assertEqual(text.splitlines()[:2], ["Print type: One-sided => Two-sided", "Copies: 1 => 12"])
         self.assertEqual(self.values("lpPRNType", "Copies", "lpOrientation"), [2, 12, 2])
         self.assertEqual(self.change("Copies=12"), "Copies: 12, as it was\n")
-
-    def test_a_dry_run_changes_nothing(self):
-        before = self.values("lpPRNType", "Copies")
         self.assertIn("Booklet", self.change("lpPRNType=3", more=["--dry-run"]))
-        self.assertEqual(self.values("lpPRNType", "Copies"), before)
-        self.assertEqual(list(self.home.glob("users/*.records/*")), [])
+        self.assertEqual(self.values("lpPRNType"), [2])
+        answer = self.json("settings", "-p", "Office", "-o", "Copies=5", "-o", "lpPRNType=1")
+        self.assertEqual((answer["applied"], answer["messages"]), (True, []))
+        first, second = answer["changes"]
+        self.assertEqual((first["control"], first["old"], first["new"], first["result"]), (103, 12, 5, 0))
+        self.assertEqual((second["control"], second["asked"], second["answer"]), (176, False, None))
 
-    def test_what_is_not_understood_names_the_nearest(self):
-        self.change("Stapel_Check=1", code=2)
-        self.assertIn("Staple_Check", self.last_errors)
-        self.change("lpMediaSize=A44", code=2)
-        self.assertIn('"A4"', self.last_errors)
-        self.change("Copies", code=2)
-        for wish in ("99=1", "Copies=0", "Copies=1000", "lpMediaSize=4242", "lpMediaSize=512", "lpLayout=20"):
-            self.change(wish, code=4)
-
-    def test_a_refusal_in_a_row_of_changes_keeps_none_of_them(self):
-        self.change("Copies=7", "Staple_Check=1", code=4)
-        self.assertEqual(self.values("Copies"), [1])
+    def test_what_is_not_understood_or_refused_changes_nothing(self):
+        for wish, hint in (("Stapel_Check=1", "Staple_Check"), ("lpMediaSize=A44", '"A4"'), ("Copies", "")):
+            self.change("Copies=7", wish, code=2)
+            self.assertIn(hint, self.last_errors)
+        for wish in ("Staple_Check=1", "99=1", "Copies=0", "Copies=1000", "lpMediaSize=4242", "lpMediaSize=512", "lpLayout=20"):
+            self.change("Copies=7", wish, code=4)
+        self.refused("lpOverlay=3", "list of forms")
+        self.refused("lpOverlay=2", "file")
+        self.refused("lpDitherType=1", "no record keeps it")
+        self.refused("Layout_Check=1", "Nup_Check")
+        self.refused("lpPDLType=2", "--device")
+        self.assertEqual((self.values("Copies"), self.own_records()), ([1], []))
 
     def test_a_file_is_written_only_when_everything_was_applied(self):
         record, out = self.write("in.bin", self.default_record()), self.folder / "out.bin"
@@ -73,14 +74,63 @@ class Changes(support.Journey):
         self.assertFalse(out.exists())
         self.change("Copies=3", more=["--in", record, "--out", out])
         self.assertEqual(self.json("record", "show", out)["fields"]["dmCopies"], 3)
-        self.assertEqual(list(self.home.glob("users/*.records/*")), [], "the user's own record isn't touched")
+        self.assertEqual(self.own_records(), [], "the user's own record isn't touched")
 
-    def test_json_tells_each_change(self):
-        answer = self.json("settings", "-p", "Office", "-o", "Copies=5", "-o", "lpPRNType=2")
-        self.assertTrue(answer["applied"])
-        first, second = answer["changes"]
-        self.assertEqual((first["control"], first["old"], first["new"], first["result"]), (103, 1, 5, 0))
-        self.assertEqual((second["control"], second["asked"], second["answer"]), (176, False, None))
+    def test_a_zoom_takes_a_print_size_of_its_own_as_on_the_page(self):
+        self.assertEqual(self.change("Zoom=200"), "Zoom: 100 => 200\n")
+        self.assertEqual(self.values("Zoom", "ZoomCheck", "lpOutputPaper"), [200, 1, 9])
+        self.change("ZoomCheck=0")
+        self.assertEqual(self.values("Zoom", "ZoomCheck", "lpOutputPaper"), [100, 0, 257])
+        self.change("Nup_Check=1")
+        self.refused("Zoom=50", '"Pages per sheet" = On', "Nup_Check=0")
+
+    def test_a_custom_size_is_the_jobs_own_or_the_printers(self):
+        self.refused("UDPaperWidth=1500", "-o lpMediaSize=256")
+        self.refused("UDMediaWidth=1500", "lpOutputPaper")
+        self.change("lpMediaSize=513")
+        self.assertEqual(self.values("UDPaperWidth", "UDMediaLength"), [2100, 2100])
+        self.change("lpMediaSize=256")
+        self.refused("UDPaperWidth=500", "92.0 to 297.0 mm")
+        self.change("UDPaperWidth=1500", "UDPaperLength=2000")
+        self.assertEqual(self.values("UDPaperWidth", "UDPaperLength"), [1500, 2000])
+
+    def test_numbers_are_signed_and_json_names_the_key(self):
+        self.change("Density_Check=1")
+        self.assertEqual(self.change("Density=-3"), "Density: 0 => -3\n")
+        (change,) = self.json("settings", "-p", "Office", "-o", "Density=-1")["changes"]
+        self.assertEqual((change["key"], change["old"], change["new"]), ("Density", -3, -1))
+
+    def test_an_order_is_named_as_the_layout_shows_it(self):
+        self.change("Nup_Check=1")
+        self.assertEqual(self.change("lpOrder=right to left"), "Page order: Left to right => Right to left\n")
+        self.assertEqual(self.rows()["lpOrder"]["valueLabel"], "Right to left")
+        self.refused("lpOrder=top to bottom", '"Left to right", "Right to left"', "lpOrientation")
+        self.change("lpOrientation=2")
+        self.assertEqual(self.rows()["lpOrder"]["valueLabel"], "Bottom to top")
+        self.assertEqual(self.change("lpOrder=1"), "Page order: Bottom to top => Top to bottom\n")
+
+    def test_the_short_list_shows_trays(self):
+        self.change("lpMediaSource=2", "3310=4")
+        self.assertRegex(self.change(), r"Paper type in: Tray 2 .* Heavy paper")
+
+    def test_layout_options_stay_in_use_whatever_a_record_says(self):
+        self.refused("Layout_Check2=0", "Nup_Check")
+        self.assertEqual(self.rows()["Layout_Check2"]["page"], "Kept by the driver")
+        record = self.default_record()
+        record[1434] = 0
+        out = self.folder / "out.bin"
+        self.change("Nup_Check=1", more=["--in", self.write("off.bin", record), "--out", out])
+        fields = self.json("record", "show", out)["fields"]
+        self.assertEqual((fields["Layout_Check2"], fields["Nup_Check"], fields["Layout_Check"]), (1, 1, 1))
+
+    def test_all_controls_with_their_items(self):
+        rows = {row["control"]: row for row in self.json("controls", "-p", "Office")["controls"]}
+        self.assertEqual(len(rows), 164)
+        self.assertFalse(rows[130]["available"], "there is no finisher")
+        self.assertTrue(rows[106]["available"])
+        sources = {item["label"]: item["status"] for item in rows[120]["items"]}
+        self.assertEqual((sources["Tray 1"], sources["Tray 3"]), (1, 4))
+        self.assertIn("not available", self.heron("controls", "-p", "Office"))
 
 
 class Questions(support.Journey):
@@ -91,24 +141,23 @@ class Questions(support.Journey):
     def setUp(self):
         super().setUp()
         self.add_printer()
-        self.heron("settings", "-p", "Office", "-o", "lpPRNType=3")
+        self.change("lpPRNType=3")
 
     def test_consent(self):
-        own = next(self.home.glob("users/*.records/*"))
+        (own,) = self.own_records()
         before = own.read_bytes()
         for more in ([], ["--no"]):
             done = self.run_heron("settings", "-p", "Office", "-o", self.wish, *more)
             self.assertEqual((done.returncode, done.stdout), (3, b""))
             self.assertIn(b"Print type => One-sided", done.stderr)
             self.assertEqual(own.read_bytes(), before)
-        self.assertEqual(self.answer_on_a_terminal(self.wish, b"no\n"), 3)
-        self.assertEqual(own.read_bytes(), before)
-        self.assertEqual(self.answer_on_a_terminal(self.wish, b"what?\nyes\n"), 0)
-        self.assertNotEqual(own.read_bytes(), before)
+        for typed, code in (([b"no\n"], 3), ([b"what?\n", b"yes\n"], 0)):
+            steps = [(b"[yes/no] ", line) for line in typed]
+            self.assertEqual(self.on_terminal(["settings", "-p", "Office", "-o", self.wish], steps)[0], code)
+            self.assertEqual(own.read_bytes() == before, code == 3)
 
     def test_the_report_reads_as_on_a_page(self):
-        answer = self.json("settings", "-p", "Office", "-o", self.wish, "--yes")
-        (change,) = answer["changes"]
+        (change,) = self.json("settings", "-p", "Office", "-o", self.wish, "--yes")["changes"]
         self.assertEqual((change["asked"], change["answer"], change["caption"]), (True, "yes", "Sort"))
         self.assertIn("Print type => One-sided", change["text"])
         self.assertEqual([(entry["control"], entry["value"]) for entry in change["log"]], [(176, 1)])
@@ -118,43 +167,17 @@ class Questions(support.Journey):
         self.assertEqual(answer.returncode, 4)
         self.assertIn("Print type : Booklet", (answer.stdout + answer.stderr).decode())
 
-    def answer_on_a_terminal(self, wish, answer):
-        master, slave = pty.openpty()
-        with subprocess.Popen([support.BIN, "settings", "-p", "Office", "-o", wish], stdin=slave,
-                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, env=self.environment()) as process:
-            os.write(master, answer)
-            code = process.wait(timeout=60)
-        os.close(slave)
-        os.close(master)
-        return code
 
+class Swept(support.Journey):
+    """A share of scripts/sweep-settings."""
 
-class Controls(support.Journey):
-    def test_all_controls_with_their_items(self):
-        self.add_printer()
-        rows = {row["control"]: row for row in self.json("controls", "-p", "Office")["controls"]}
-        self.assertEqual(len(rows), 164)
-        self.assertFalse(rows[130]["available"], "there is no finisher")
-        self.assertTrue(rows[106]["available"])
-        sources = {item["label"]: item["status"] for item in rows[120]["items"]}
-        self.assertEqual((sources["Tray 1"], sources["Tray 3"]), (1, 4))
-        self.assertIn("not available", self.heron("controls", "-p", "Office"))
-
-
-class LayoutOptions(support.Journey):
-    def test_they_stay_in_use_whatever_a_record_says(self):
-        self.add_printer()
-        self.heron("settings", "-p", "Office", "-o", "Layout_Check2=0", code=4)
-        self.assertIn("Nup_Check", self.last_errors)
-        pages = {row["key"]: row["page"] for row in self.json("settings", "-p", "Office")["settings"]}
-        self.assertEqual(pages["Layout_Check2"], "Kept by the driver")
-        record = self.default_record()
-        record[1434] = 0
-        out = self.folder / "out.bin"
-        self.heron("settings", "-p", "Office", "--in", self.write("off.bin", record), "--out", out, "-o",
-                   "Nup_Check=1")
-        fields = self.json("record", "show", out)["fields"]
-        self.assertEqual((fields["Layout_Check2"], fields["Nup_Check"], fields["Layout_Check"]), (1, 1, 1))
+    def test_on_a_bare_and_on_an_equipped_printer(self):
+        for equipment in ((), settings_sweep.EQUIPMENT):
+            swept = settings_sweep.Sweep(self.run_heron, self.folder, equipment)
+            swept.try_all(share=13, first=5)
+            self.assertEqual(swept.faults, [])
+            self.assertGreater(swept.counts[0], 20)
+            self.assertGreater(swept.counts["way"], 1)
 
 
 if __name__ == "__main__":

@@ -1,4 +1,4 @@
-"""What a newcomer meets: help, commands that don't exist, readers that leave early, and examples that work."""
+"""Help, examples that work, command lines that aren't understood, and readers that leave early."""
 
 import re
 import shutil
@@ -24,7 +24,7 @@ class FirstContactTest(support.Journey):
             found += [[*group, name], *self.commands(*group, name)]
         return found
 
-    def test_every_command_tells_how_it_is_used(self):
+    def test_every_command_shows_its_usage(self):
         commands = self.commands()
         self.assertIn(["library", "recall"], commands)
         self.assertIn(["print"], commands)
@@ -36,6 +36,7 @@ class FirstContactTest(support.Journey):
                 self.assertNotRegex(text, r"\bTEXT TEXT|Excludes|[a-z] TEXT +[A-Z].*(file|printer)")
                 self.assertIn("\nExamples\n  ", text)
                 self.assertEqual(text, self.heron(*command, "--help"))
+                self.assertRegex(self.heron(*command, "--version"), r"\Aheron \d+\.\d+\.\d+\n\Z")
         self.assertRegex(self.help("settings"), r"-p, --printer NAME .*\(required\)")
         self.assertNotIn("(required)", self.help("catalog"))
 
@@ -77,8 +78,18 @@ class FirstContactTest(support.Journey):
         self.assertIn("add, list, show, remove", self.last_errors)
         self.heron("catalog", "--jsn", code=2)
         self.assertIn('did you mean "--json"', self.last_errors)
-        # An option's value may be called like a command.
+        for arguments in (["printer", "add"], ["printer", "list", "extra"], ["record"], ["record", "show"],
+                          ["record", "merge", "-p", "X"], ["record", "diff", "one"], ["record", "diff", "-", "-"],
+                          ["record", "convert", "-p", "X", "--in", "x", "--to", "newest"], ["capabilities"],
+                          ["record", "show", "x", "-p", "X"], ["catalog", "--country", "x"],
+                          ["record", "show", "--nonsense", "x"]):
+            self.heron(*arguments, code=2)
+        self.assertFalse(self.home.exists(), "a command line that isn't understood touched the store")
+
+    def test_names_may_look_like_commands_and_options(self):
         self.heron("printer", "show", "help", code=5)
+        self.heron("printer", "add", "--", "--help")
+        self.assertEqual(self.heron("printer", "list"), "--help\n")
 
     def test_a_reader_that_leaves_early_is_no_failure(self):
         self.add_printer()

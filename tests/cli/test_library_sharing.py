@@ -57,7 +57,7 @@ class Worker:
         return self.make(["comment", name, comment], {**rest, name: comment})
 
     def make(self, arguments, after, may_refuse=False):
-        """Runs one change. A file that a removed or killed entry left stands in the way of a renaming, and the first
+        """Runs one change. A file that a removed or killed entry left prevents a renaming, and the first
         entry can't go up: such a change is refused."""
         command = [support.BIN, "library", *map(str, arguments), "-p", "Office", "--yes"]
         with subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, env=self.test.environment()) as process:

@@ -3,10 +3,8 @@
 import json
 import os
 import pathlib
-import pty
 import random
 import re
-import signal
 import struct
 import subprocess
 import unittest
@@ -97,7 +95,7 @@ class PrintTest(support.Journey):
         done = self.run_heron("print", "-p", "Office", *more, document, "--out", self.jobs / "refused", **options)
         self.assertEqual((done.returncode, done.stdout), (code, b""), done.stderr)
         self.last_errors = done.stderr.decode()
-        self.assertRegex(self.last_errors, r"(?m)^heron: \S", "a question may stand before the reason")
+        self.assertRegex(self.last_errors, r"(?m)^heron: \S", "a question may come before the reason")
         self.assertEqual(sorted(self.jobs.iterdir()), before)
 
     def pages(self, folder):
@@ -124,7 +122,7 @@ class PrintTest(support.Journey):
         self.assertIn("second page", second)
         page = Page(out / "pages.pdf", 1)
         self.assertGreater(page.width, page.height)
-        self.assertEqual(page.ink(0, 0, 1, 0.012), 0, "nothing stands in the margin")
+        self.assertEqual(page.ink(0, 0, 1, 0.012), 0, "the margin is empty")
         self.assertEqual([ticket[k] for k in ("schema", "pages", "document", "refused")], ["heron.job", 2, "note.txt", 0])
         self.assertEqual(ticket["settings"]["dmOrientation"], 2)
         events = list(dict.fromkeys(row["event"] for row in ticket["escapes"]))
@@ -192,37 +190,15 @@ class PrintTest(support.Journey):
         words = self.words(out)
         self.assertEqual([words.count(c) for c in "xéy"], [30000, 3000, 3000])
 
-    def on_terminal(self, *arguments, interrupt=None):
-        """Runs the program with a terminal as its stderr: exit code, what the terminal got. At `interrupt` Ctrl-C is
-        pressed."""
-        ours, theirs = pty.openpty()
-        program = subprocess.Popen([support.BIN, *map(str, arguments)], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                                   stderr=theirs, env=self.environment())
-        os.close(theirs)
-        seen = b""
-        while True:
-            try:
-                seen += os.read(ours, 4096)
-            except OSError:  # nobody writes any more
-                break
-            if interrupt is not None and interrupt in seen:
-                program.send_signal(signal.SIGINT)
-                interrupt = None
-        os.close(ours)
-        program.stdout.close()
-        return program.wait(60), seen.decode()
-
     def test_a_long_print_shows_how_far_it_is_and_can_be_interrupted(self):
         long = self.write("long.txt", "\f".join(["page"] * 1500).encode())
         print_it = ("print", "-p", "Office", "-o", "Watermark_Use=1", long, "--out", self.jobs / "long")
-        code, seen = self.on_terminal(*print_it, interrupt=b" of 1500")
-        self.assertEqual(code, 130)
-        self.assertRegex(seen, r"\rPrinting page \d+ of 1500")
-        self.assertIn("\r \r", re.sub(" +", " ", seen), "the line is emptied")
-        self.assertTrue(seen.endswith("heron: interrupted; nothing was printed\r\n"), seen[-200:])
-        self.assertEqual(list(self.jobs.iterdir()), [])
-        code, seen = self.on_terminal(*print_it[:-1], self.jobs / "writing", interrupt=b"Writing the pages: ")
-        self.assertEqual((code, list(self.jobs.iterdir())), (130, []))
+        for progress in (b" of 1500", b"Writing the pages: "):
+            code, seen = self.on_terminal(print_it, [(progress, b"\x03")])
+            self.assertEqual((code, list(self.jobs.iterdir())), (130, []))
+            self.assertRegex(seen, rb"\rPrinting page \d+ of 1500")
+            self.assertIn(b"\r \r", re.sub(b" +", b" ", seen), "the line is emptied")
+            self.assertTrue(seen.endswith(b"heron: interrupted; nothing was printed\r\n"), seen[-200:])
         done = self.run_heron("print", "-p", "Office", long, "--out", self.jobs / "piped")
         self.assertEqual((done.returncode, done.stderr), (0, b""), "nothing shows where there is no terminal")
 
@@ -240,21 +216,19 @@ class PrintTest(support.Journey):
         self.assertEqual((program.returncode, errors), (143, b"heron: interrupted; nothing was printed\n"))
         self.assertEqual(list(self.jobs.iterdir()), [])
 
-    def test_a_picture_that_is_too_large_is_not_called_damaged(self):
-        whole = png(2, 2, (0, 0, 0))
+    def test_a_picture_fills_the_page_and_one_that_is_too_large_is_not_called_damaged(self):
+        whole = png(20, 10, (0, 0, 0))
+        out, _ = self.print(self.write("black.png", whole))
+        page = Page(out / "pages.pdf", 1)
+        self.assertEqual(page.ink(0.1, 0.4, 0.9, 0.6), 1)
+        self.assertEqual(page.ink(0, 0, 1, 0.25), 0)
         head = struct.pack(">IIBBBBB", 60000, 50000, 8, 2, 0, 0, 0)
         large = whole[:16] + head + struct.pack(">I", zlib.crc32(b"IHDR" + head)) + whole[33:]
         self.refuse(1, self.write("large.png", large))
         self.assertIn("60000 x 50000 pixels take 11444 MiB", self.last_errors)
         self.assertNotIn("damaged", self.last_errors)
 
-    def test_a_picture_fills_the_page(self):
-        out, _ = self.print(self.write("black.png", png(20, 10, (0, 0, 0))))
-        page = Page(out / "pages.pdf", 1)
-        self.assertEqual(page.ink(0.1, 0.4, 0.9, 0.6), 1)
-        self.assertEqual(page.ink(0, 0, 1, 0.25), 0)
-
-    def test_the_watermark_stands_on_the_pages_that_the_settings_name(self):
+    def test_the_watermark_is_on_the_pages_that_the_settings_name(self):
         plain, _ = self.print(THREE_PAGES, name="plain")
         self.assertEqual(self.pages(plain), 3)
         bare = [Page(plain / "pages.pdf", n).middle() for n in (1, 2, 3)]
@@ -287,7 +261,7 @@ class PrintTest(support.Journey):
             for trace in traces:
                 self.assertNotIn(trace, file.read_bytes(), file)
         self.refuse(3, LETTER, "--in", record, "--no")
-        self.refuse(3, LETTER, "--in", record)  # nobody can be asked
+        self.refuse(3, LETTER, "--in", record)  # without a terminal no question can be answered
 
     def odd_records(self, count):
         """The default record with random bytes behind its sizes, and with the settings that a job may lose on its way."""
@@ -335,14 +309,12 @@ class PrintTest(support.Journey):
         self.assertGreater(count, 6)
 
     def test_what_was_asked_for_and_cannot_be_is_said(self):
-        self.refuse(4, LETTER, "-o", "lpOverlay=3")
-        self.refuse(4, LETTER, "-o", "lpOverlay=2")
+        for change in ("lpOverlay=3", "lpOverlay=2", "bWatermarkCurrent=60"):
+            self.refuse(4, LETTER, "-o", change)
         record = self.default_record()
         record[OVERLAY] = 3
         self.print(LETTER, "--in", self.write("nameless.bin", record))
         self.assertIn("without a form", self.last_errors)
-
-    def test_a_fax_without_recipients_is_never_printed(self):
         self.heron("settings", "-p", "Office", "--device", "-o", "lpFAXUnit=2", "--yes")
         self.refuse(4, LETTER, "-o", "lpOutput=1")
 
@@ -363,7 +335,6 @@ class PrintTest(support.Journey):
         self.refuse(1, self.folder)  # no file
         self.refuse(5, self.folder / "missing.txt")
         self.refuse(2, "-", "--in", "-")
-        self.refuse(4, LETTER, "-o", "bWatermarkCurrent=60")
         full = self.jobs / "full"
         full.mkdir()
         (full / "precious").touch()

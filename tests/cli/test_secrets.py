@@ -1,9 +1,5 @@
 """Passwords and identifiers of a job: set from files or a prompt, kept in the record, never shown in clear."""
 
-import os
-import pty
-import select
-import time
 import unittest
 
 import support
@@ -40,7 +36,7 @@ class Secrets(support.Journey):
         self.add_printer()
 
     def own_record(self):
-        (path,) = self.home.glob("users/*.records/*")
+        (path,) = self.own_records()
         return path.read_bytes()
 
     def set(self, *pairs, code=0):
@@ -58,7 +54,7 @@ class Secrets(support.Journey):
         for key, row in FIELDS.items():
             self.assertEqual(held(record, key), row[3], key)
         # Other processes read them back, all of what they say looked through.
-        (path,) = self.home.glob("users/*.records/*")
+        (path,) = self.own_records()
         default = self.write("plain.bin", self.default_record())
         shown = self.json("record", "show", path)["fields"]
         identity = {row["key"]: row["value"] for row in self.json("settings", "-p", "Office")["identity"]}
@@ -73,11 +69,11 @@ class Secrets(support.Journey):
             self.assertNotIn(FIELDS[key][3], said, key)
         self.assertIn("***", said)
 
-    def test_they_belong_to_who_set_them(self):
+    def test_they_belong_to_the_user_who_set_them(self):
         self.heron("settings", "-p", "Office", "-o", "SecMana_Check=1")
         self.set(("departmentPassword", "mine"))
         self.assertEqual(held(self.own_record(), "departmentPassword"), "mine")
-        (path,) = self.home.glob("users/*.records/*")
+        (path,) = self.own_records()
         fields = self.json("record", "show", path)["fields"]
         self.assertEqual(fields["SecMana_Check"], 1, "what was set before stays")
         out = self.folder / "out.bin"
@@ -102,7 +98,7 @@ class Secrets(support.Journey):
             self.assertIn(key, said)
             if text:
                 self.assertNotIn(text if isinstance(text, str) else "\xff", said)
-        # One that is refused takes the others along.
+        # If one is refused, none is kept.
         self.set(("securePassword", "other"), ("secureId", ""), code=4)
         self.assertEqual(self.own_record(), before)
         self.set(("securePassword", ""))
@@ -115,7 +111,7 @@ class Secrets(support.Journey):
         for code, secret in ((2, "securePassword"), (2, "securePassword="), (2, f"securePasword={path}"),
                              (5, "securePassword=hunter2"), (1, f"securePassword={self.folder}")):
             self.heron("settings", "-p", "Office", "--secret", secret, code=code)
-            self.assertNotIn("hunter2", self.last_errors, "the secret itself may stand in the file's place")
+            self.assertNotIn("hunter2", self.last_errors, "the secret itself may be given as the file")
         self.heron("settings", "-p", "Office", "--secret", f"secureId={path}", "--secret", f"secureid={path}", code=2)
         self.heron("settings", "-p", "Office", "--device", "--secret", f"secureId={path}", code=2)
         self.heron("settings", "-p", "Office", "--in", "-", "--secret", "secureId=-", code=2)
@@ -123,38 +119,13 @@ class Secrets(support.Journey):
         self.heron("settings", "-p", "Office", "-o", "securePassword=hunter2", code=2)
         self.assertIn("--secret securePassword=FILE", self.last_errors)
         self.assertNotIn("hunter2", self.last_errors)
-        self.assertEqual(list(self.home.glob("users/*.records/*")), [])
+        self.assertEqual(self.own_records(), [])
 
     def test_standard_input_gives_a_line_for_each(self):
         self.heron("settings", "-p", "Office", "--secret", "secureId=-", "--secret", "securePassword=-",
                    stdin=b"plans\r\nTulpe7\n")
         record = self.own_record()
         self.assertEqual((held(record, "secureId"), held(record, "securePassword")), ("plans", "Tulpe7"))
-
-    def on_terminal(self, arguments, steps=()):
-        """Runs the program on a terminal of its own, answering each prompt; its exit code and all that was shown."""
-        process, terminal = pty.fork()
-        if process == 0:
-            os.execve(support.BIN, [support.BIN, *map(str, arguments)], self.environment())
-        shown = b""
-        steps = list(steps)
-        deadline = time.monotonic() + 60
-        while time.monotonic() < deadline:
-            if steps and shown.endswith(steps[0][0]):
-                os.write(terminal, steps.pop(0)[1])
-            if not select.select([terminal], [], [], 0.1)[0]:
-                continue
-            try:
-                more = os.read(terminal, 4096)
-            except OSError:  # the program has ended
-                break
-            if not more:
-                break
-            shown += more
-        status = os.waitpid(process, 0)[1]
-        os.close(terminal)
-        self.assertEqual(steps, [], shown)
-        return os.waitstatus_to_exitcode(status), shown
 
     def test_a_prompt_shows_nothing_of_what_is_typed(self):
         arguments = ["settings", "-p", "Office", "--secret", "securePassword=-"]
@@ -186,7 +157,7 @@ class Secrets(support.Journey):
         self.assertNotIn("plans", self.last_errors)
         ticket = (out / "job.json").read_text()
         self.assertNotIn("Tulpe7", ticket)
-        self.assertEqual(list(self.home.glob("users/*.records/*")), [])
+        self.assertEqual(self.own_records(), [])
 
 
 if __name__ == "__main__":

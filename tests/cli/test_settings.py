@@ -5,7 +5,7 @@ import unittest
 import support
 
 
-class RoundTrip(support.Journey):
+class Settings(support.Journey):
     def setUp(self):
         super().setUp()
         self.add_printer()
@@ -24,7 +24,7 @@ class RoundTrip(support.Journey):
             # Confirmed settings note the paper that they were made for.
             self.assertLessEqual(changed, {"documentPaperSnapshot"}, sample.name)
 
-    def test_covers_survive_and_foreign_records_are_resolved_first(self):
+    def test_covers_survive_and_records_of_other_drivers_are_resolved_first(self):
         record = self.default_record()
         record[1979] = 3  # a printed front cover
         written = self.through(self.write("covered.bin", record)).read_bytes()
@@ -35,24 +35,15 @@ class RoundTrip(support.Journey):
         out = self.folder / "out.bin"
         self.heron("settings", "-p", "Office", "--in", self.write("short.bin", b"\0" * 71), "--out", out, code=1)
         self.heron("settings", "-p", "Office", "--in", self.folder / "missing.bin", "--out", out, code=5)
-        self.heron("settings", "-p", "Nobody", "--out", out, code=5)
+        self.heron("settings", "-p", "Unknown", "--out", out, code=5)
         self.heron("settings", "-p", "Office", "--in", out, "--reset", code=2)
         self.assertFalse(out.exists())
 
-
-class OwnRecord(support.Journey):
-    def setUp(self):
-        super().setUp()
-        self.add_printer()
-
-    def own_files(self):
-        return sorted(self.home.glob("users/*.records/*"))
-
     def test_it_starts_as_the_default_and_reset_returns_to_it(self):
         self.assertIn("as the printer starts with", self.heron("settings", "-p", "Office"))
-        self.assertEqual(self.own_files(), [], "looking makes no file")
+        self.assertEqual(self.own_records(), [], "looking makes no file")
         self.heron("settings", "-p", "Office", "--reset")
-        (own,) = self.own_files()
+        (own,) = self.own_records()
         self.assertEqual(own.stat().st_mode & 0o777, 0o600)
         changed = bytearray(own.read_bytes())
         changed[86] = changed[306] = 9  # copies and their mirror
@@ -66,13 +57,10 @@ class OwnRecord(support.Journey):
         self.heron("settings", "-p", "Office", "--reset")
         self.heron("settings", "-p", "../Upstairs", "--reset")
         self.heron("settings", "-p", "Office", "--reset", env=self.environment(HERON_USER="other"))
-        self.assertEqual(len(self.own_files()), 3)
-        self.assertTrue(all(path.resolve().is_relative_to(self.home.resolve()) for path in self.own_files()))
+        self.assertEqual(len(self.own_records()), 3)
+        self.assertTrue(all(path.resolve().is_relative_to(self.home.resolve()) for path in self.own_records()))
 
-
-class Listing(support.Journey):
     def test_every_setting_has_a_label_and_a_value_among_its_choices(self):
-        self.add_printer()
         answer = self.json("settings", "-p", "Office")
         self.assertEqual((answer["applied"], answer["changes"]), (False, []))
         unfilled = {"Only in open dialogs"}
@@ -89,7 +77,6 @@ class Listing(support.Journey):
         self.assertEqual((rows["Density"]["min"], rows["Density"]["max"]), (-5, 1))
 
     def test_the_list_reads_page_by_page(self):
-        self.add_printer()
         text = self.heron("settings", "-p", "Office", "-l")
         self.assertRegex(text, r"(?m)^Paper$(?s:.*)^Fax$(?s:.*)^Device$")
         self.assertRegex(text, r"(?m)^ +\*1=Portrait \(default\); 2=Landscape$")

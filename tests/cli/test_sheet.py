@@ -18,8 +18,8 @@ class Sheet(support.Journey):
             self.heron("sheet", "-p", "Office", code=1, env=self.environment(**env))
             self.assertIn("`heron settings`", self.last_errors)
 
-    def test_what_cant_be_shown_is_told_first(self):
-        self.heron("sheet", "-p", "Nobody", code=5)
+    def test_what_cant_be_shown_is_refused_first(self):
+        self.heron("sheet", "-p", "Unknown", code=5)
         self.add_printer()
         path = self.write("record.bin", self.default_record())
         self.heron("sheet", "-p", "Office", "--device", "--in", path, code=2)

@@ -1,5 +1,6 @@
 """Stores that are shared, moved, damaged, full or left unfinished, and queues that come and go."""
 
+import fcntl
 import json
 import os
 import pathlib
@@ -11,7 +12,7 @@ import unittest
 
 import support
 
-NOBODY = 65534
+PLAIN_USER = 65534
 
 
 def is_root():
@@ -36,14 +37,14 @@ class Lists(support.Journey):
 
     def test_a_list_brings_queues_back_with_their_identity(self):
         self.add_printer()
-        self.heron("settings", "-p", "Office", "-o", "ZoomCheck=1")
+        self.change("ZoomCheck=1")
         listed = self.write("list.json", self.heron("printer", "list", "--json").encode())
         for database in self.home.glob("printers.db*"):
             database.unlink()
         self.heron("printer", "add", "--from", listed)
         self.assertIn("Zoom", self.heron("settings", "-p", "Office"))
 
-    def test_lists_that_say_why_they_are_refused(self):
+    def test_refused_lists_name_the_reason(self):
         for text, reason in ((b"name\n", "no printer"), (b"nmae\nx\n", '"name"'), (b"port\nLPT1:\n", "printer 1.*no name"),
                              (b"name\nx\nX\n", "printer 2.*before"), (b'name\n"x\n', "quote"), (b"[1]", "printer 1.*object"),
                              (b'{"a":', "JSON"), (b'[{"name": 5}]', "text"), (b"name\nx,y\n", "more fields")):
@@ -60,10 +61,11 @@ class Identities(support.Journey):
 
     def test_a_new_queue_of_the_name_inherits_nothing(self):
         self.add_printer()
-        self.heron("settings", "-p", "Office", "-o", "ZoomCheck=1", "-o", "Watermark_Use=1")
-        self.assertTrue(self.changed())
+        self.change("ZoomCheck=1", "Watermark_Use=1")
+        self.change("lpFAXUnit=2", more=["--device"])
         self.heron("printer", "add", "Office", "--replace")
         self.assertTrue(self.changed(), "a replaced printer isn't a new one")
+        self.assertEqual(self.values("lpFAXUnit", more=["--device"]), [2])
         other = {**self.environment(), "HERON_USER": "anna"}
         self.heron("settings", "-p", "OFFICE", "-o", "ZoomCheck=1", env=other)
         self.heron("library", "save", "-p", "Office", "Mine", env=other)
@@ -90,7 +92,7 @@ class Identities(support.Journey):
 class Moves(support.Journey):
     def test_a_moved_store_finds_its_driver_and_a_missing_one_is_named(self):
         self.add_printer()
-        self.heron("settings", "-p", "Office", "-o", "ZoomCheck=1")
+        self.change("ZoomCheck=1")
         labels = self.heron("settings", "-p", "Office", "-l")
         self.home.rename(self.folder / "moved")
         self.home = self.folder / "moved"
@@ -121,20 +123,19 @@ class Locales(support.Journey):
 class Unfinished(support.Journey):
     def test_leftovers_of_killed_runs_go_and_running_ones_stay(self):
         self.add_printer()
-        self.heron("settings", "-p", "Office", "-o", "ZoomCheck=1")
+        self.change("ZoomCheck=1")
         records = next(self.home.glob("users/*.records"))
         left = records / ".heron-aB3dE6"
         left.write_bytes(b"half")
         job = self.folder / ".heron-job-aB3dE6"
         job.mkdir()
         (job / "pages.pdf").write_bytes(b"half")
-        running = self.folder / ".heron-job-running".replace("running", "Run123")
+        running = self.folder / ".heron-job-Run123"
         running.mkdir()
         mine = self.folder / ".heron-notes"
-        mine.write_bytes(b"a person's own")
+        mine.write_bytes(b"of another program")
         holder = os.open(running, os.O_RDONLY)
         try:
-            import fcntl
             fcntl.flock(holder, fcntl.LOCK_EX)
             self.heron("settings", "-p", "Office")
             self.heron("print", "-p", "Office", support.SAMPLES / "letter.txt", "--out", self.folder / "job")
@@ -209,7 +210,7 @@ class Shared(support.Journey):
         user = tempfile.mkdtemp(prefix="user-", dir=self.folder)
         self.user_home = pathlib.Path(user)
         if is_root():
-            os.chown(user, NOBODY, NOBODY)
+            os.chown(user, PLAIN_USER, PLAIN_USER)
 
     def environment(self, **more):
         return {k: v for k, v in super().environment(**more).items() if k not in ("HERON_HOME",)} | {
@@ -217,7 +218,7 @@ class Shared(support.Journey):
 
     def user(self, *arguments, **options):
         env = {**self.environment(), "XDG_DATA_HOME": str(self.user_home / "data"), "HOME": str(self.user_home)}
-        who = {"user": NOBODY, "group": NOBODY, "extra_groups": []} if is_root() else {}
+        who = {"user": PLAIN_USER, "group": PLAIN_USER, "extra_groups": []} if is_root() else {}
         return self.heron(*arguments, program=str(self.folder / "bin" / "heron"), env=env, cwd=self.folder, **who, **options)
 
     def lock(self):

@@ -96,8 +96,8 @@ class EngineTest : public test::DriverTest {
     request.changed = request.First();
     EvaluateRules(*engine, &view);
   }
-  /// The log, "control:=value/reason" for each entry and "!control=value" for what stands in the way.
-  std::string Told() const {
+  /// The log, "control:=value/reason" for each entry and "!control=value" for what opposes.
+  std::string Logged() const {
     std::string text;
     for (const LogEntry& entry : log.Entries()) {
       text += NameOf(entry.control) + ":=" + test::NameOfValue(entry.control, entry.value) + "/" +

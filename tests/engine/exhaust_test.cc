@@ -1,5 +1,5 @@
 // Every control with every option from many starts, and long walks of random changes, held to what must be true of any
-// change: it ends; withdrawn, it leaves every byte as it was; what is available is told by the values alone; nothing
+// change: it ends; withdrawn, it leaves every byte as it was; what is available follows from the values alone; nothing
 // forbidden is left selected that wasn't before; a second run, and the opening of what was applied, find nothing to do.
 //
 // The walk makes 4000 changes, or as many as HERON_WALK_CHANGES says.
@@ -34,7 +34,7 @@ constexpr const char* kStarts[] = {
 
 constexpr uint16_t kFaxDialog = 900;
 
-/// Controls that rules name and no page shows, so that nobody can change them.
+/// Controls that rules name and no page shows, so that users can't change them.
 constexpr uint16_t kOnNoPage[] = {122, 123, 127, 129, 141, 177, 301,  317, 318,
                                   605, 606, 607, 625, 846, 883, 3600, 3601};
 
@@ -65,7 +65,7 @@ const std::map<std::string, int> kExceptions = {
     {"open Punch_Check", 8},
     {"open Staple_Check", 6},
     {"open lpOutput.Fax", 12},
-    // Shares its setting with lpMediaType.dialog, under which the rules stand.
+    // Shares its setting with lpMediaType.dialog, whose rules cover it.
     {"open lpMediaType", 41},
 };
 

@@ -1,4 +1,4 @@
-// To fax and back: what is told, what is set to its default, what is moved afterwards.
+// To fax and back: what is reported, what is set to its default, what is moved afterwards.
 #include "changes/fax_mode.h"
 
 #include "generated/values.h"
@@ -17,7 +17,7 @@ class FaxModeTest : public ResolveTest {
   }
 };
 
-TEST_F(FaxModeTest, WhatAFaxExcludesGoesToItsDefaultAndIsTold) {
+TEST_F(FaxModeTest, WhatAFaxExcludesGoesToItsDefaultAndIsReported) {
   Put("lpFAXUnit=Installed lpOutputUnit=BinAndExit2 lpSaddleUnit=Installed Copies=3 lpPRNType=Booklet Staple_Check=On "
       "Front_Check=On lpOutputPaper=Size425x55R");
   EXPECT_TRUE(Switch(value::lpOutput::kFax));
@@ -37,7 +37,7 @@ TEST_F(FaxModeTest, WhatAFaxExcludesGoesToItsDefaultAndIsTold) {
   EXPECT_TRUE(Available("lpPRNType"));
 }
 
-TEST_F(FaxModeTest, NamesStandTwoToALineAndEachOnce) {
+TEST_F(FaxModeTest, NamesAreListedOnceTwoToALine) {
   Put("lpOutput=Fax");
   std::u16string text;
   const int names = ListFaxIgnored(*engine, nullptr, text);

@@ -125,7 +125,7 @@ TEST_F(PageListTest, Messages) {
   EXPECT_EQ(RepairedRowText(*engine, {}), u"");
 }
 
-TEST_F(PageListTest, AnotherListTakesThePlaceOfTheWorkingOne) {
+TEST_F(PageListTest, AnotherListReplacesTheWorkingOne) {
   const auto before = Bytes();
   front.yes = false;
   EXPECT_EQ(Resolve("lpInterSheetList", "List2"), "0");
@@ -138,13 +138,13 @@ TEST_F(PageListTest, AnotherListTakesThePlaceOfTheWorkingOne) {
   EXPECT_EQ(Marks(), "14");
 }
 
-TEST_F(PageListTest, NewConflictsAreToldWithTheChange) {
+TEST_F(PageListTest, NewConflictsAreReportedWithTheChange) {
   Put("lpSourceUnit=Tray3And4");
   ValidatePerPageList(*engine, Conflicts::kAll);
   EXPECT_EQ(Resolve("lpSourceUnit", "NotInstalled"), "0");
   EXPECT_EQ(front.shown, "[20800]|[22227]");
   EXPECT_EQ(Resolve("lpOrientation.Landscape", "Landscape"), "0");
-  EXPECT_EQ(front.shown, "") << "told before";
+  EXPECT_EQ(front.shown, "") << "reported before";
 }
 
 TEST_F(PageListTest, ARecallClosesItsListBeforeTheRemark) {

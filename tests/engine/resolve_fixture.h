@@ -1,5 +1,5 @@
-// A resolver on the engine's stage. Text n of the resource module reads "[n]", formats apart, so that a report tells
-// which texts it was made of.
+// A resolver over the engine of the fixture. Text n of the resource module reads "[n]", formats apart, so that a report
+// shows which texts it was made of.
 #pragma once
 
 #include <vector>
@@ -10,7 +10,8 @@
 
 namespace heron::engine {
 
-/// Hands out one new value, answers as it is told, and keeps what it was shown: "caption|text", a question with "?".
+/// Hands out one new value, gives the scripted answer, and keeps what it was shown: "caption|text", a question with
+/// "?".
 struct ResolveView : TestView {
   uint16_t ReadControl(uint16_t) override { return pending; }
   bool Show(const Report& report) override {

@@ -1,4 +1,4 @@
-// Changes with all that they bring: what is told, what is asked, what is applied, and what a refusal leaves.
+// Changes with their consequences: what is reported, what is asked, what is applied, and what a refusal leaves.
 #include "changes/resolve.h"
 
 #include "changes/change_log.h"
@@ -44,7 +44,7 @@ TEST_F(ResolveTest, WhatWouldUndoTheChangeIsNamed) {
   EXPECT_TRUE(Bytes() == before);
 }
 
-TEST_F(ResolveTest, ARadioButtonTellsAndDoesNotAsk) {
+TEST_F(ResolveTest, ARadioButtonReportsAndDoesNotAsk) {
   Put("BindMargin_Check=On Nup_Check=On");
   front.yes = false;
   EXPECT_EQ(Resolve("lpMarginMode.Reduce", "Reduce"), "0");
@@ -258,7 +258,7 @@ TEST_F(ResolveTest, NoHeaderComesWithoutALine) {
             "[20013]|[22201]");
 }
 
-TEST_F(ResolveTest, ARecallIsToldAndNeverRefused) {
+TEST_F(ResolveTest, ARecallIsReportedAndNeverRefused) {
   Put("lpOutputUnit=Bin lpMailBinKit=Installed Staple_Check=On lpDither=Coarse");
   const Action action(*resolver);
   Put("lpOutputTray=MailBin1 Copies=3 lpDither=Fine");
@@ -288,7 +288,7 @@ TEST_F(ResolveTest, ARecallIsToldAndNeverRefused) {
   EXPECT_EQ(front.shown, "[22101]|[22106]");
 }
 
-TEST_F(ResolveTest, OpeningCorrectsAndTellsLater) {
+TEST_F(ResolveTest, OpeningCorrectsAndReportsLater) {
   *FieldsOf(*ui, ParamNamed<u"lpOutputPaper">()).value = 9;
   SlotAs<u"QXOutputPaperSize", uint16_t>(*ui) = 257;
   Put("lpOutputUnit=Bin lpMailBinKit=Installed Staple_Check=On lpOutputTray=MailBin1");
@@ -330,23 +330,6 @@ TEST_F(ResolveTest, ARunWithoutEndIsWithdrawn) {
   EXPECT_EQ(Value("lpPunchKit"), "NotInstalled") << "an opening run looks at the kit too";
 }
 
-TEST_F(ResolveTest, LogAndOppositionNeverPassTheirRoom) {
-  ChangeLog full;
-  const ControlIndex copies = ControlNamed("Copies");
-  for (uint16_t i = 0; i < kLogCapacity; ++i) {
-    EXPECT_TRUE(AddEntry(*engine, full, copies, static_cast<uint16_t>(i + 2), Reason::kPair));
-    AddOpposition(full, copies, i);
-  }
-  EXPECT_FALSE(full.full);
-  EXPECT_FALSE(AddEntry(*engine, full, copies, 7, Reason::kPair));
-  EXPECT_TRUE(full.full);
-  full.full = false;
-  AddOpposition(full, copies, 7);
-  EXPECT_TRUE(full.full);
-  EXPECT_EQ(full.count, kLogCapacity);
-  EXPECT_EQ(full.oppositionCount, kLogCapacity);
-}
-
 TEST_F(ResolveTest, LogsAreCollapsedAndOrdered) {
   Put("lpOutputTray=Auto Copies=1 lpMediaSize=A4 lpOutputPaper=SameAsDocument");
   const ControlIndex tray = ControlNamed("lpOutputTray");
@@ -358,28 +341,28 @@ TEST_F(ResolveTest, LogsAreCollapsedAndOrdered) {
         LogEntry{tray, 31, Reason::kTriple}, LogEntry{copies, 1, Reason::kPair}})
     log.entries[log.count++] = entry;
   CollapseLog(*engine, log);
-  EXPECT_EQ(Told(), "lpOutputTray:=Tray2/3 Staple_Check:=On/3");
+  EXPECT_EQ(Logged(), "lpOutputTray:=Tray2/3 Staple_Check:=On/3");
   AddOpposition(log, ControlNamed("outputPaperMark"), 1);
   AddOpposition(log, tray, 1);
   AddOpposition(log, tray, 2);
   OrderLog(*engine, copies, 3, log);
-  EXPECT_EQ(Told(),
+  EXPECT_EQ(Logged(),
             "Staple_Check:=On/3 lpOutputTray:=Tray2/3 !lpMediaSize=A4 !lpOutputPaper=SameAsDocument !lpOutputTray=2");
 
-  // The rules set the user's own control back: what stood before the first rule of that kind is dropped.
+  // The rules set the user's own control back: what came before the first rule of that kind is dropped.
   log.oppositionCount = log.count = 0;
   for (const LogEntry& entry : {LogEntry{copies, 3, Reason::kPaperOrFinishing}, LogEntry{staple, 1, Reason::kTriple},
                                 LogEntry{tray, 31, Reason::kTriple}})
     log.entries[log.count++] = entry;
   OrderLog(*engine, tray, 1, log);
-  EXPECT_EQ(Told(), "Staple_Check:=On/3 lpOutputTray:=Tray2/3");
+  EXPECT_EQ(Logged(), "Staple_Check:=On/3 lpOutputTray:=Tray2/3");
 
   log.count = log.mark = 0;
   for (const LogEntry& entry :
        {LogEntry{tray, 11, Reason::kPair}, LogEntry{ControlNamed("lpPRNType"), 3, Reason::kPair}})
     log.entries[log.count++] = entry;
   KeepPriorityEntries(log);
-  EXPECT_EQ(Told(), "lpPRNType:=Booklet/2");
+  EXPECT_EQ(Logged(), "lpPRNType:=Booklet/2");
 }
 
 TEST_F(ResolveTest, ALongLabelDoesNotOverrunAReport) {

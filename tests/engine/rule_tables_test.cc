@@ -27,7 +27,7 @@ std::string TextOf(const RuleTerm& term) {
 }
 
 /// Values that rules name and no option of this model has; the rules are those of the whole product line.
-const std::map<std::u16string_view, std::set<int>> kForeignValues = {
+const std::map<std::u16string_view, std::set<int>> kUnknownValues = {
     {u"lpOutputTray", {21, 41}},           // trays of other output units
     {u"trayMediaType", {58}},              // a paper type that no list offers
     {u"lpMediaType", {58}},                // the same in the list of dialog 2920
@@ -39,11 +39,11 @@ const std::map<std::u16string_view, std::set<int>> kForeignValues = {
 };
 
 /// Papers of the product line that this model's paper table hasn't got. 511 fills the end of the sets.
-const std::set<uint16_t> kForeignPapers = {371, 511, 2380};
+const std::set<uint16_t> kUnknownPapers = {371, 511, 2380};
 
 void ExpectOption(const RuleTerm& term, const std::string& where) {
-  const auto foreign = kForeignValues.find(kControls[term.control].key);
-  if (foreign != kForeignValues.end() && foreign->second.contains(term.value)) {
+  const auto unknown = kUnknownValues.find(kControls[term.control].key);
+  if (unknown != kUnknownValues.end() && unknown->second.contains(term.value)) {
     EXPECT_EQ(ValueLabel(term.control, term.value), 0) << TextOf(term) << " is an option after all";
     return;
   }
@@ -63,7 +63,7 @@ void ExpectSoundRules(const Rules& rules) {
   std::set<std::string> seen;
   for (const auto& rule : rules) {
     const std::string text = TextOf(rule);
-    EXPECT_TRUE(seen.insert(text).second) << text << " stands twice";
+    EXPECT_TRUE(seen.insert(text).second) << text << " is listed twice";
     std::set<int> controls;
     for (const RuleTerm& term : rule.when) {
       ExpectOption(term, text);
@@ -107,16 +107,23 @@ TEST(CombinationRules, AgreeOnATarget) {
   }
 }
 
-// A conflict that only one of its two controls notices would let the other one be set into it.
-TEST(CombinationRules, OfPairsStandUnderBothControls) {
-  std::set<std::string> one_way;
-  for (const PairRule& rule : AllPairRules()) {
-    const auto back = PairRulesOf(rule.when[1].control, rule.when[1].value);
-    if (std::ranges::none_of(back, [&](const PairRule& other) { return other.when[1] == rule.when[0]; })) {
-      one_way.insert(NameOf(rule.when[0].control) + " & " + NameOf(rule.when[1].control));
+/// Rules of a conflict that one of its controls doesn't notice: "first operand & the other control", and how many.
+template <typename Rules>
+std::map<std::string, int> OneWay(const Rules& rules, auto rules_of) {
+  std::map<std::string, int> missing;
+  for (const auto& rule : rules) {
+    for (const RuleTerm& term : rule.when) {
+      const auto same = [&](const auto& other) { return std::ranges::is_permutation(rule.when, other.when); };
+      if (std::ranges::none_of(rules_of(term.control, term.value), same))
+        ++missing[NameOf(rule.when[0].control) + " & " + NameOf(term.control)];
     }
   }
-  const std::set<std::string> expected = {
+  return missing;
+}
+
+// A conflict that only some of its controls notice would let another one be set into it.
+TEST(CombinationRules, AreFoundFromEachOfTheirControls) {
+  const std::set<std::string> pairs = {
       // Lists that change only in their dialog.
       "lpInterSheetListTray & lpSourceUnit",
       "trayRowSource & lpSourceUnit",
@@ -131,23 +138,10 @@ TEST(CombinationRules, OfPairsStandUnderBothControls) {
       // Without a fax unit the fax page doesn't let fax be chosen.
       "lpFAXUnit & lpOutput.Fax",
   };
-  EXPECT_EQ(one_way, expected);
-}
-
-// The same for three: each of the controls must notice.
-TEST(CombinationRules, OfThreeStandUnderEachControl) {
-  std::map<std::string, int> missing;
-  const auto stands = [](const TripleRule& rule, const RuleTerm& first) {
-    return std::ranges::any_of(TripleRulesOf(first.control, first.value), [&](const TripleRule& other) {
-      return std::ranges::is_permutation(rule.when, other.when);
-    });
-  };
-  for (const TripleRule& rule : AllTripleRules()) {
-    for (const RuleTerm& term : rule.when) {
-      if (!stands(rule, term)) ++missing[NameOf(rule.when[0].control) + " & " + NameOf(term.control)];
-    }
-  }
-  const std::map<std::string, int> expected = {
+  std::set<std::string> found;
+  for (const auto& [controls, count] : OneWay(AllPairRules(), PairRulesOf)) found.insert(controls);
+  EXPECT_EQ(found, pairs);
+  const std::map<std::string, int> triples = {
       // Changed in a dialog of its own, whose close asks the other rules.
       {"lpMediaType.dialog & Collate_Check", 3},
       {"lpMediaType.dialog & lpOutputTray", 12},
@@ -160,7 +154,7 @@ TEST(CombinationRules, OfThreeStandUnderEachControl) {
       {"lpPDLType.PclXl & lpOverlay.PrintWithForm", 3},
       {"lpPDLType.PclXl & parameter234", 6},
   };
-  EXPECT_EQ(missing, expected);
+  EXPECT_EQ(OneWay(AllTripleRules(), TripleRulesOf), triples);
 }
 
 /// The rules whose first operand is of `control`, without its name, "M" for `own` elsewhere.
@@ -226,7 +220,7 @@ int ValueOfRest(ControlIndex control) {
   return kControls[control].type == ControlType::kCheck ? 0 : 1;
 }
 
-// Whoever gives way goes to its default. Holes go to a number that the unit can punch: no rule objects to what is left.
+// What gives way goes to its default. Holes go to a number that the unit can punch: no rule objects to what is left.
 TEST(CombinationRules, EndTheConflict) {
   const auto check = [](const auto& rule) {
     const RuleTerm& target = rule.target;
@@ -242,7 +236,7 @@ TEST(CombinationRules, EndTheConflict) {
   std::ranges::for_each(AllTripleRules(), check);
 }
 
-/// Who stands his ground: units, then media that lie in a tray; the quick copy always gives way.
+/// Units are the strongest, then media that lie in a tray; the quick copy always gives way.
 int StrengthOf(ControlIndex control) {
   if (control == Control(u"lpOutputUnit")) return 4;
   if (kControls[control].dialog == 800) return 3;
@@ -256,7 +250,7 @@ const std::map<std::string, ControlIndex> kNamedLosers = {
     {"Staple_Check=1 & lpPOD_OnePerSheet", Control(u"POD_OnePerSheet_Check")},
     {"Punch_Check=1 & lpPOD_OnePerSheet", Control(u"POD_OnePerSheet_Check")},
     {"Chapter_Check=1 & lpPRNType", Control(u"Chapter_Check")},   // chapters need two sides
-    {"Staple_Check=1 & lpOutputTray", Control(u"Staple_Check")},  // bins take no sets, whoever came last
+    {"Staple_Check=1 & lpOutputTray", Control(u"Staple_Check")},  // bins take no sets, whichever came last
     {"Collate_Check=1 & lpOutputTray", Control(u"Collate_Check")},
 };
 
@@ -313,6 +307,35 @@ TEST(EnableRules, NameParentsThatCanBeAsked) {
   }
 }
 
+/// The first rule of a control; null if it has none.
+const EnableRule* RuleOf(uint16_t id) {
+  const int row = FirstEnableRule(id);
+  return row < 0 ? nullptr : &kEnableRules[static_cast<size_t>(row)];
+}
+
+// A parent that a rule of its own can close must be available as well (level 2). The print type and the overlay count
+// by their value alone: their children stay usable while their page is closed.
+TEST(EnableRules, AskForTheAvailabilityOfParentsThatCanClose) {
+  for (const EnableRule& rule : kEnableRules) {
+    const EnableRule* const own = RuleOf(rule.parent);
+    if (rule.control == 0 || rule.parent == 0) continue;
+    const bool by_value = rule.parent == kControls[Control(u"lpPRNType")].id || rule.dialog == 400;
+    const bool closes = own != nullptr && (own->level != 0 || own->function != RuleFunction::kNone);
+    EXPECT_EQ(rule.level, closes && !by_value ? 2 : 1) << rule.control;
+  }
+}
+
+// A check box opens its children when it is on, a radio button when it is the chosen one.
+TEST(EnableRules, WantTheirParentsOn) {
+  for (const EnableRule& rule : kEnableRules) {
+    const ControlIndex parent = IndexOf(rule.parent);
+    if (parent == kNoControl) continue;
+    const int radio = RadioMemberValue(rule.parent);
+    const bool is_list = kControls[parent].type == ControlType::kList;
+    EXPECT_TRUE(is_list || rule.parentValue == (radio >= 0 ? radio : 1)) << rule.control;
+  }
+}
+
 TEST(EnableRules, GroupAndContinueWithinTheTable) {
   std::map<uint16_t, size_t> rows;
   for (size_t i = 0; i < kEnableRules.size(); ++i) {
@@ -329,7 +352,7 @@ TEST(EnableRules, GroupAndContinueWithinTheTable) {
       EXPECT_EQ(rule.groupSize, 2) << rule.control << " has rows that don't know of each other";
     }
     const ControlIndex index = IndexOf(rule.control);
-    // Controls of the table stand on the dialog that their rule names.
+    // Controls of the table belong to the dialog that their rule names.
     if (index != kNoControl) {
       EXPECT_EQ(kControls[index].dialog, rule.dialog) << rule.control;
     }
@@ -339,7 +362,7 @@ TEST(EnableRules, GroupAndContinueWithinTheTable) {
   EXPECT_EQ(FirstEnableRule(65535), -1);
 }
 
-TEST(Gates, StandInFrontOfRules) {
+TEST(Gates, BelongToRules) {
   using Join = DeviceGate::Join;
   for (size_t i = 0; i < kDeviceGates.size(); ++i) {
     const DeviceGate& gate = kDeviceGates[i];
@@ -369,6 +392,30 @@ TEST(Gates, StandInFrontOfRules) {
   EXPECT_EQ(FirstOutputModeGate(649), 71);
 }
 
+bool IsGated(uint16_t id) {
+  return FirstOutputModeGate(id) >= 0;
+}
+
+// Fax resets what holds a setting of its own. What depends on a check box that is reset keeps its value, and so do the
+// mirrors of the trays and the lists of rows. The fax notice names what is reset and all of the main page.
+TEST(Gates, OfTheOutputResetAndReportSettingsOfTheirOwn) {
+  for (const OutputModeGate& gate : kOutputModeGates) {
+    const ControlIndex index = IndexOf(gate.control);
+    const EnableRule* const rule = RuleOf(gate.control);
+    const ControlIndex parent = rule == nullptr ? kNoControl : IndexOf(rule->parent);
+    const bool is_child =
+        parent != kNoControl && kControls[parent].type == ControlType::kCheck && IsGated(rule->parent);
+    const bool is_mirror = index != kNoControl && SourceOfMirror(index) != kNoControl;
+    const bool is_row = rule == nullptr || gate.control == kControls[Control(u"lpInterSheetList")].id;
+    EXPECT_EQ(gate.resetOnFax, index != kNoControl && !is_child && !is_mirror && !is_row) << gate.control;
+    const bool is_named = gate.control == kControls[Control(u"OHPInterLeave_Check")].id ? false
+                          : gate.control == kControls[Control(u"lpPOD_OnePerSheet")].id
+                              ? true
+                              : gate.resetOnFax || (rule != nullptr && rule->dialog == 100 && !is_mirror);
+    EXPECT_EQ(gate.report != OutputModeGate::Report::kNone, is_named) << gate.control;
+  }
+}
+
 /// Size of a paper of the table in hundredths of a millimetre, shorter side first.
 std::optional<std::pair<int, int>> SizeOf(uint16_t paper) {
   uint32_t width = 0;
@@ -378,7 +425,7 @@ std::optional<std::pair<int, int>> SizeOf(uint16_t paper) {
 }
 
 void ExpectPaper(uint16_t paper, const std::string& where) {
-  EXPECT_NE(SizeOf(paper).has_value(), kForeignPapers.contains(paper)) << where << ": " << paper;
+  EXPECT_NE(SizeOf(paper).has_value(), kUnknownPapers.contains(paper)) << where << ": " << paper;
 }
 
 TEST(PaperRules, NameControlsValuesAndPapers) {
@@ -407,7 +454,7 @@ std::map<std::string, std::vector<uint16_t>> PapersByRule() {
   return sets;
 }
 
-// A rule's number stands for one value, a condition's for one unit.
+// A rule's number belongs to one value, a condition's to one unit.
 TEST(PaperRules, AreNumbered) {
   std::map<int, std::set<std::pair<int, int>>> matters;
   std::map<std::pair<int, int>, std::set<int>> numbers;
@@ -464,6 +511,11 @@ TEST(PaperRules, AreAllChecked) {
     const bool list_of_a_row = rule.group == 2 || rule.group == 13 || rule.group == 19;  // greyed out, never moved
     EXPECT_NE(changes.contains(rule.group), list_of_a_row) << int{rule.group};
     EXPECT_NE(items.contains(rule.group), rule.group == 20) << int{rule.group};  // copies, not papers
+  }
+  for (const PaperItem& item : kPaperItems) {
+    // Both ways look at the same sheet.
+    const auto change = std::ranges::find(kPaperChanges, item.group, &PaperChange::group);
+    EXPECT_TRUE(change == kPaperChanges.end() ? item.doubled : change->doubled == item.doubled) << int{item.group};
   }
   for (const EdgeCorrection& edge : kEdgeCorrections) {
     for (const int16_t value : {edge.edge1[0], edge.edge1[1], edge.edge2[0], edge.edge2[1]}) {

@@ -1,4 +1,5 @@
-// The exported doors: sizes, refusals, the sheetless call with its repairs, and the spreadsheet program's own rules.
+// The exported functions: sizes, refusals, the sheetless call with its repairs, and the spreadsheet program's own
+// rules.
 #include "entry/exports.h"
 
 #include "generated/values.h"
@@ -66,7 +67,7 @@ TEST_F(ExportsTest, DocumentPropertiesRefusesWithoutTouchingTheOutput) {
   EXPECT_EQ(DrvDocumentProperties(nullptr, printer.get(), nullptr, nullptr, nullptr, DM_PROMPT), 1);
 }
 
-TEST_F(ExportsTest, TheRoadStacksQueueRecordThenCallersRecordThenDeviceOptions) {
+TEST_F(ExportsTest, QueueRecordCallersRecordAndDeviceOptionsCountInThisOrder) {
   DriverEnv queue_record = defaults;
   Set<"dmCopies">(queue_record, 5);
   Set<"dmOrientation">(queue_record, 2);
@@ -167,7 +168,7 @@ TEST_F(ExcelTest, FieldsFollowTheLastConfirmedChoice) {
   }
 }
 
-TEST_F(ExcelTest, ForeignInputIsReplacedByAnOwnRecordForTheCall) {
+TEST_F(ExcelTest, InputOfAnotherFormatIsReplacedByAnOwnRecordForTheCall) {
   CallerRecord input(188, 16, 0x320);
   input.Ask<"dmOrientation">(DM_ORIENTATION, 2);
   DriverEnv env;
@@ -176,7 +177,7 @@ TEST_F(ExcelTest, ForeignInputIsReplacedByAnOwnRecordForTheCall) {
   EXPECT_EQ(Get<"dmOrientation">(env), 2);
 }
 
-TEST_F(ExcelTest, ForeignOutputIsWrittenWithinItsSize) {
+TEST_F(ExcelTest, AWholeRecordOfTheDriverIsAnswered) {
   ASSERT_TRUE(SetBookModeStatus(defaults, 1));
   backend.processFileName = u"/opt/EXCEL.EXE";
   CallerRecord whole(defaults);

@@ -89,7 +89,7 @@ TEST_F(FaxTest, LostAndShortAddressFiles) {
   EXPECT_NE(StartPage().find("GetAddressFile FaxCancel"), std::string::npos);
 }
 
-TEST_F(FaxTest, CoverSheetsAreRefusedAloud) {
+TEST_F(FaxTest, CoverSheetsAreRefusedWithAMessage) {
   Address(1);
   faxStatus[FaxStatus::kCoverSheets] = 1;
   const char16_t name[] = u"Letter";
@@ -131,16 +131,7 @@ TEST_F(FaxTest, TimeThatHasPassedIsTomorrows) {
     for (size_t i = 0; i < 5; ++i) text += std::to_string(ReadAt<uint16_t>(canvas.sent["EscSetFaxTime"], 2 * i)) + ' ';
     return text;
   };
-  const auto at = [](WORD year, WORD month, WORD day) {
-    return SYSTEMTIME{.wYear = year,
-                      .wMonth = month,
-                      .wDayOfWeek = 0,
-                      .wDay = day,
-                      .wHour = 13,
-                      .wMinute = 45,
-                      .wSecond = 59,
-                      .wMilliseconds = 0};
-  };
+  const auto at = [](WORD year, WORD month, WORD day) { return SYSTEMTIME{year, month, 0, day, 13, 45, 59, 0}; };
   EXPECT_EQ(sent(at(2026, 2, 28), 13, 45), "2026 2 28 13 45 ");
   EXPECT_EQ(sent(at(2026, 2, 28), 13, 44), "2026 3 1 13 44 ");
   EXPECT_EQ(sent(at(2024, 2, 28), 12, 59), "2024 2 29 12 59 ");
@@ -186,7 +177,7 @@ TEST_F(FaxTest, ABrokenOffJobsFilesGoWithTheNext) {
   }
 }
 
-TEST_F(FaxTest, CoverFilesOfTheStateAreDeletedAndTold) {
+TEST_F(FaxTest, CoverFilesOfTheStateAreDeletedAndReported) {
   faxStatus[FaxStatus::kCoverSheets] = 1;
   const std::u16string cover = SpoolFile(kCoverPrefix);
   const std::u16string last = SpoolFile(kLastCoverPrefix);
@@ -202,7 +193,7 @@ TEST_F(FaxTest, CoverFilesOfTheStateAreDeletedAndTold) {
   EXPECT_EQ(ReadAt<uint16_t>(canvas.sent["EscFaxCoverDeleted"], 0), 114);
 }
 
-TEST_F(FaxTest, NobodyElsesFileIsEverDeleted) {
+TEST_F(FaxTest, OnlyFilesOfFaxJobsAreDeleted) {
   const char16_t* const paths[] = {u"/home/anna/report.txt",
                                    u"/system/spool/PRINTERS/report.tmp",
                                    u"/system/spool/PRINTERS/vfc../../vfc1.tmp",

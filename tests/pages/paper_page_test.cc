@@ -77,7 +77,7 @@ TEST_F(PaperPageTest, TheZoomFollowsThePapersAndIsCheckedWhenItIsLeft) {
   EXPECT_EQ(Value("Zoom"), 5) << "more digits may follow";
   for (const ControlId to : {ControlId{0}, kCancelButton}) {
     page->Focus("Zoom");
-    EXPECT_TRUE(page->MoveFocus(to)) << "another window, and who cancels";
+    EXPECT_TRUE(page->MoveFocus(to)) << "another window, and Cancel";
   }
   page->Focus("Zoom");
   EXPECT_FALSE(page->Check("PaperLess_Check", !(*page)["PaperLess_Check"].checked));
@@ -94,7 +94,7 @@ TEST_F(PaperPageTest, TheZoomFollowsThePapersAndIsCheckedWhenItIsLeft) {
   Choose("lpOutputPaper", "A3");
   page->Type("Zoom", u"5");
   sheet->pages[0].logic->Reset();
-  EXPECT_TRUE(sheet->pages[0].logic->Deactivate()) << "who cancels isn't asked";
+  EXPECT_TRUE(sheet->pages[0].logic->Deactivate()) << "a cancelled sheet asks nothing";
 }
 
 TEST_F(PaperPageTest, TheZoomIsLimitedByThePaper) {

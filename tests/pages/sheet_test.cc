@@ -98,7 +98,7 @@ TEST_F(SheetTest, WhatWasAppliedIsCommittedWhateverFollows) {
   EXPECT_EQ(GetText<"overlayName">(sheet->out), u"l");
 }
 
-TEST_F(SheetTest, AHostThatConfirmsWithoutAnApplyGetsWhatStandsOnThePages) {
+TEST_F(SheetTest, AHostThatConfirmsWithoutAnApplyGetsWhatThePagesShow) {
   OpenPage();
   Choose("lpPRNType", "TwoSided");
   page->Type("Copies", u"5");

@@ -70,7 +70,7 @@ TEST_F(SubDialogsTest, CancelTakesTheMarginsBackWithTheirMode) {
   EXPECT_EQ(page->changes, 0);
 }
 
-TEST_F(SubDialogsTest, AReductionWithoutRoomIsGivenUpAndToldOnce) {
+TEST_F(SubDialogsTest, AReductionWithoutRoomIsGivenUpAndReportedOnce) {
   // The catalogue doesn't know how much of paper 11 can be printed on, so nothing fits it.
   OpenPage("BindMargin_Check=On lpMarginMode=Reduce lpMediaSize=A3 lpOutputPaper=11 fMargin=40");
   Margin([this](ScriptedDialog& dialog) {
@@ -238,36 +238,35 @@ TEST_F(SubDialogsTest, ANameCountsItsBytesInTheSystemsCodePage) {
 
 // -- paper types
 
-TEST_F(SubDialogsTest, EachTrayHasItsPaper) {
+class PaperTypeTest : public SubDialogsTest {
+ protected:
+  /// Gives the bypass another media type.
+  void Edit(ScriptedDialog& dialog, std::string_view media) {
+    desk.Expect("edit-paper-type", [this, media](ScriptedDialog& edit) {
+      Choose(edit, "lpMediaType.dialog", media);
+      edit.Click(kOkButton);
+    });
+    dialog.Choose("trays", u"[21537]");
+    dialog.Click("editTray");
+  }
+};
+
+TEST_F(PaperTypeTest, EachTrayHasItsPaper) {
   OpenPage("lpMediaSource=Bypass");
   desk.Expect("paper-type", [this](ScriptedDialog& dialog) {
     EXPECT_EQ(dialog.RowsOf("trays").at(1).substr(0, 8), "[21531]|");
     EXPECT_FALSE(dialog.IsEnabled("OHPInterLeave_Check")) << "there are no transparencies";
     EXPECT_FALSE(dialog.IsEnabled("editTray")) << "no tray is selected";
-    desk.Expect("edit-paper-type", [this](ScriptedDialog& edit) {
-      Choose(edit, "lpMediaType.dialog", "Transparency");
-      edit.Click(kOkButton);
-    });
-    dialog.Choose("trays", u"[21537]");
-    dialog.Click("editTray");
+    Edit(dialog, "Transparency");
     EXPECT_TRUE(dialog.IsEnabled("OHPInterLeave_Check"));
     desk.Expect("transparency-interleave", [](ScriptedDialog& tray) { tray.Click(kCancelButton); });
     dialog.Check("OHPInterLeave_Check", true);
     EXPECT_TRUE(dialog["OHPInterLeave_Check"].checked) << "cancelling there leaves it on";
     EXPECT_TRUE(dialog.IsEnabled("interleaveSettings"));
 
-    desk.Expect("edit-paper-type", [this](ScriptedDialog& edit) {
-      Choose(edit, "lpMediaType.dialog", "Plain");
-      edit.Click(kOkButton);
-    });
-    dialog.Choose("trays", u"[21537]");
-    dialog.Click("editTray");
+    Edit(dialog, "Plain");
     EXPECT_FALSE(dialog["OHPInterLeave_Check"].checked) << "with the last transparencies the interleave goes";
-    desk.Expect("edit-paper-type", [this](ScriptedDialog& edit) {
-      Choose(edit, "lpMediaType.dialog", "Transparency");
-      edit.Click(kOkButton);
-    });
-    dialog.Click("editTray");
+    Edit(dialog, "Transparency");
     dialog.Click(kOkButton);
   });
   page->Click("paperTypeButton");
@@ -276,12 +275,7 @@ TEST_F(SubDialogsTest, EachTrayHasItsPaper) {
   EXPECT_EQ(page->changes, 1);
 
   desk.Expect("paper-type", [this](ScriptedDialog& dialog) {
-    desk.Expect("edit-paper-type", [this](ScriptedDialog& edit) {
-      Choose(edit, "lpMediaType.dialog", "Plain");
-      edit.Click(kOkButton);
-    });
-    dialog.Choose("trays", u"[21537]");
-    dialog.Click("editTray");
+    Edit(dialog, "Plain");
     dialog.Click(kCancelButton);
   });
   page->Click("paperTypeButton");

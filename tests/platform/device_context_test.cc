@@ -66,7 +66,7 @@ TEST(DeviceContext, ClipThatLetsNothingThroughIsSaid) {
   EXPECT_EQ(GetClipBox(canvas.hdc, &box), SIMPLEREGION);
 }
 
-TEST(DeviceContext, StaleAndForeignHandlesFail) {
+TEST(DeviceContext, StaleHandlesAndHandlesOfAnotherKindFail) {
   HDC closed = nullptr;
   {
     RecordingCanvas canvas;

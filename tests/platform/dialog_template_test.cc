@@ -80,7 +80,7 @@ TEST(DialogTemplate, NumbersAndMnemonicsAreUniqueAndBuddiesExist) {
   }
 }
 
-TEST(DialogTemplate, EveryFieldHasANameAndStandsBehindIt) {
+TEST(DialogTemplate, EveryFieldFollowsItsName) {
   for (const DialogTemplate& dialog : AllTemplates()) {
     std::set<ControlId> named;
     std::map<std::string, int> sets;

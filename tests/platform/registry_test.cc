@@ -39,14 +39,14 @@ TEST_F(RegistryTest, PathsAreNormalisedAndBoundedBelowAnyKey) {
   EXPECT_EQ(RegCreateKeyExW(key.get(), endless.c_str(), KEY_READ, &none, nullptr), kErrorInvalidParameter);
 }
 
-TEST_F(RegistryTest, StaleForeignAndWrongHandlesAreRefused) {
+TEST_F(RegistryTest, StaleAndUnknownHandlesAreRefused) {
   const HKEY stale = CreateKey(HKEY_CURRENT_USER, u"k").release();
   EXPECT_EQ(RegCloseKey(stale), kErrorSuccess);
   EXPECT_EQ(RegCloseKey(stale), kErrorInvalidHandle);
   ASSERT_EQ(AddQueue({.name = u"P", .server = u"", .port = u"", .driver = u"", .dataFile = u"", .devMode = {}}), 0u);
   const UniquePrinter printer = OpenPrinterFor(u"P", PRINTER_ACCESS_USE);
-  int foreign = 0;
-  for (const HKEY bad : {stale, printer.get(), static_cast<HKEY>(&foreign), static_cast<HKEY>(nullptr)}) {
+  int other = 0;
+  for (const HKEY bad : {stale, printer.get(), static_cast<HKEY>(&other), static_cast<HKEY>(nullptr)}) {
     DWORD size = 0;
     HKEY out = bad;
     char16_t name[4];
@@ -143,7 +143,7 @@ TEST_F(RegistryTest, ABatchThatCannotBeginOrCommitLeavesNothingOpen) {
   backend.FailCall(1, kErrorDiskFull);
   EXPECT_EQ(RegEndBatch(HKEY_CURRENT_USER, 1), kErrorDiskFull);
   EXPECT_EQ(backend.Dump(Hive::kUser), before);
-  std::thread other([&] { EXPECT_EQ(Set(key.get(), u"v", 2), kErrorSuccess); });  // waits for nobody
+  std::thread other([&] { EXPECT_EQ(Set(key.get(), u"v", 2), kErrorSuccess); });  // doesn't wait
   other.join();
 }
 

@@ -65,7 +65,7 @@ TEST(Conversion, TheSystemsCodePageIsTheBackends) {
   EXPECT_EQ(GetACP(), 28591u);
 }
 
-TEST(ExpandText, PlacesThatFitAreExpandedAndOthersShownAsTheyStand) {
+TEST(ExpandText, PlacesThatFitAreExpandedAndOthersShownAsTheyAre) {
   const std::u16string_view name = u"50%s";
   EXPECT_EQ(ExpandText(u"%s: %d of %u%%", {name, int64_t{-3}, int64_t{7}}), u"50%s: -3 of 7%");
   EXPECT_EQ(ExpandText(u"[%3d|%03i|%05ld|%lu|%4s|%1d]",
@@ -91,7 +91,7 @@ TEST(ExpandText, PlacesThatFitAreExpandedAndOthersShownAsTheyStand) {
   for (const auto& [format, shown] : unfit) EXPECT_EQ(shown, format);
 }
 
-TEST(SmallCalls, TextsAreCutOrRefusedAsEachCallSays) {
+TEST(SmallCalls, TextsAreCutOrRefusedByEachCall) {
   MemoryBackend backend;
   backend.modules[u"/m"] = {{5, u"five"}};
   char16_t buffer[32] = u"#";

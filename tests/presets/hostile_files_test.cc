@@ -29,28 +29,11 @@ class Damager {
 
  private:
   static void Damage(std::string& file, std::mt19937& random) {
-    static const std::string kPoison[] = {"0",
-                                          "-1",
-                                          "31",
-                                          "65535",
-                                          "99999999999999999999",
-                                          "error",
-                                          "=",
-                                          "[",
-                                          "]\r\n[",
-                                          "\r\n",
-                                          "\n",
-                                          "\r",
-                                          "*",
-                                          "\xE5\xAE",
-                                          "\xFF",
-                                          "%d",
-                                          "/C",
-                                          " ",
-                                          std::string(1, '\0'),
-                                          "5-1",
-                                          "ISListNum=31\r\n",
-                                          std::string(16384, '7')};
+    // clang-format off
+    static const std::string kPoison[] = {
+        "0", "-1", "31", "65535", "99999999999999999999", "error", "=", "[", "]\r\n[", "\r\n", "\n", "\r", "*", "\xE5\xAE",
+        "\xFF", "%d", "/C", " ", std::string(1, '\0'), "5-1", "ISListNum=31\r\n", std::string(16384, '7')};
+    // clang-format on
     if (file.empty()) return;
     const size_t at = random() % file.size();
     const size_t size = random() % std::min<size_t>(file.size() - at, 40);

@@ -103,7 +103,7 @@ class Desk {
     *FieldsOf(*ui, ParamNamed<u"Copies">()).value = copies;
     return SaveSettingsAs(*library, *ui, files_.u16string(), name, {});
   }
-  /// "One=1 Two=2": names with their copies, in order; an entry that can't be read tells so.
+  /// "One=1 Two=2": names with their copies, in order; an entry that can't be read says so.
   std::string Entries() const {
     std::string text;
     for (int place = 0; library != nullptr && place < library->count; ++place) {
@@ -168,11 +168,11 @@ class KillSweep : public ::testing::TestWithParam<bool> {
   }
   std::string Entries() {
     const fs::path answer = folder_.path / "answer";
-    const auto tell = [&] {
+    const auto write = [&] {
       std::ofstream(answer) << Desk(home_).Entries();
       return 0;
     };
-    EXPECT_EQ(RunChild(tell), 0);
+    EXPECT_EQ(RunChild(write), 0);
     std::string entries;
     std::getline(std::ifstream(answer), entries);
     return entries;

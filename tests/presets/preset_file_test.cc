@@ -1,4 +1,4 @@
-// Settings files: what stands in them byte for byte, what comes back, and what a damaged or foreign one does.
+// Settings files: their bytes, what comes back from them, and what a damaged one does.
 #include <set>
 
 #include "preset_fixture.h"
@@ -21,7 +21,7 @@ std::string Line(const std::string& bytes, const std::string& section, const std
   return from == std::string::npos || at >= end ? "none" : bytes.substr(at + 2, bytes.find("\r\n", at + 2) - at - 2);
 }
 
-TEST_F(LibraryTest, ANewFileHoldsItsSectionsAndKeysInTheToldOrder) {
+TEST_F(LibraryTest, ANewFileHoldsItsSectionsAndKeysInOrder) {
   platform::Profile file;
   WriteLibraryName(file, u" Two staples");
   WriteLibraryComment(file, u"first\r\nsec\tond\n");
@@ -113,7 +113,7 @@ TEST_F(LibraryTest, AFileOfThreeKeysLeavesTheRestAtItsDefaults) {
   EXPECT_EQ(ui->stores.faxCover->zoom, 100u) << "the stored default";
 }
 
-TEST_F(LibraryTest, CountsBoundListsAndListsWithoutACountTellTheirOwn) {
+TEST_F(LibraryTest, CountsBoundListsAndListsWithoutACountAreCounted) {
   struct Case {
     const char* count;
     int wanted;

@@ -1,4 +1,4 @@
-// The library's list: what opening makes of it, what a user does to it, and what he is told.
+// The library's list: what opening makes of it, what a user does to it, and what is reported.
 #include "preset_library_fixture.h"
 
 namespace heron::test {
@@ -49,7 +49,7 @@ TEST_F(OpeningTest, RefusesFilesOfOtherDriversAndSaysWhy) {
                         {"DrvLanguage", "chs", "[21105]|[25765]"}};
   Open();
   for (const auto& [key, value, said] : cases) {
-    MakeFile(u"/other/" + Wide(key) + u"x.vxs", u"Foreign", {{key, value}});
+    MakeFile(u"/other/" + Wide(key) + u"x.vxs", u"Other", {{key, value}});
     const std::string tree = UserTree();
     EXPECT_EQ(Register(u"/other/" + Wide(key) + u"x.vxs"), *said == 0) << key;
     EXPECT_EQ(view.Said(), said) << key;
@@ -57,8 +57,8 @@ TEST_F(OpeningTest, RefusesFilesOfOtherDriversAndSaysWhy) {
       EXPECT_EQ(UserTree(), tree) << key;
     }
   }
-  EXPECT_EQ(Names(), "Standard, Foreign");
-  MakeFile(u"/other/DrvMachineDestinationx.vxs", u"Foreign", {{"model", "Other"}});
+  EXPECT_EQ(Names(), "Standard, Other");
+  MakeFile(u"/other/DrvMachineDestinationx.vxs", u"Other", {{"model", "Other"}});
   EXPECT_EQ(Open(), "Standard");
   EXPECT_EQ(view.Said(), "[21102]|[25732]");
 }
@@ -99,7 +99,7 @@ TEST_F(VersionTest, YesKeepsTheUsersFilesAndConvertsThem) {
   EXPECT_EQ(view.Said(), "");
 }
 
-TEST_F(VersionTest, NoBeginsTheListAnewAndNobodyLeavesItAlone) {
+TEST_F(VersionTest, NoBeginsTheListAnewAndNoAnswerLeavesItAlone) {
   view.someone = false;
   const std::string tree = UserTree();
   const auto files = backend.files.content;
@@ -139,8 +139,8 @@ class EditingTest : public SettingsLibraryTest {
 
 TEST_F(EditingTest, NamesAreCheckedInOrder) {
   ASSERT_TRUE(Save(u"Taken"));
-  SetFile(At(u"lying"), "somebody's");
-  SetFile(At(u"locked"), "somebody's");
+  SetFile(At(u"lying"), "another file");
+  SetFile(At(u"locked"), "another file");
   backend.files.protectedPaths = {At(u"locked")};
   struct Case {
     std::u16string name;
@@ -164,7 +164,7 @@ TEST_F(EditingTest, NamesAreCheckedInOrder) {
     EXPECT_EQ(RenameSettings(*library, 1, name), *rename == 0);
     EXPECT_EQ(view.Said(), rename) << platform::ToUtf8(name);
   }
-  EXPECT_EQ(FileBytes(At(u"lying")), "somebody's");
+  EXPECT_EQ(FileBytes(At(u"lying")), "another file");
   EXPECT_EQ(FileBytes(At(u"Taken")), "") << "renamed to another case";
   EXPECT_EQ(Names(), "Standard, tAKEN");
   backend.codePage = 1;

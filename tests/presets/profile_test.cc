@@ -1,4 +1,4 @@
-// Profiles: the facts that the settings files rely on, through the documented calls and on real files.
+// Profiles: the facts that the settings files rely on, through the calls and on real files.
 #include <sys/stat.h>
 
 #include <fstream>

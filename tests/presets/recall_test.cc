@@ -147,7 +147,7 @@ TEST_F(RecallTest, LayoutOptionsStayInUse) {
   EXPECT_EQ(Value<u"Layout_Check2">(*ui), 1);
 }
 
-TEST_F(RecallTest, WhatIsForOneJobIsSaidAndNotSaved) {
+TEST_F(RecallTest, WhatIsForOneJobIsReportedAndNotSaved) {
   EXPECT_NE(PrepareForSaving(*ui, resources.get(), view), nullptr);
   EXPECT_EQ(view.Said(), "");
   Value<u"lpOutputMethod">(*ui) = 2;

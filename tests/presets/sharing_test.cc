@@ -74,7 +74,7 @@ TEST_F(SharingTest, AFileThatCameMeanwhileIsAskedForAndOneThatChangedIsReadAgain
   EXPECT_EQ(view.Said(), "[21103]|[25755]?[21103]|[25755]?") << "another file than the one that was asked about";
 }
 
-TEST_F(SharingTest, AnEntryThatLeftMeanwhileIsSaid) {
+TEST_F(SharingTest, AnEntryThatLeftMeanwhileIsReported) {
   Elsewhere([&](SettingsLibrary& other) { ASSERT_TRUE(RemoveSettings(other, 1)); });
   EXPECT_FALSE(CommentSettings(*library, 1, u"too late"));
   EXPECT_EQ(view.Said(), "[21105]|[25776]");

@@ -161,7 +161,7 @@ TEST_F(PreviewTest, MarginsAndBlocksMoveWhatLiesOnThem) {
   }
 }
 
-TEST_F(PreviewTest, HolesStandAlongTheirEdge) {
+TEST_F(PreviewTest, HolesLieAlongTheirEdge) {
   for (const bool landscape : {false, true}) {
     for (int edge = 1; edge <= 3; ++edge) {
       for (int holes = 2; holes <= 4; ++holes) {
@@ -252,32 +252,9 @@ TEST(PaperStack, EveryPictureIsReachedAndNoOther) {
             "15276 15277 15403 15407 ");
 }
 
-TEST_F(PreviewTest, WhatRulesAllowStacksTheSameWayEachTime) {
-  // The small spaces of settings, all of them: two states that hold the same are drawn the same.
-  const UiStatePtr other = CloneUiState(*ui);
-  for (int n = 0; n < 2 * 3 * 4 * 2 * 2 * 5; ++n) {
-    Set("");
-    int rest = n;
-    const auto take = [&rest](int count) {
-      const int value = rest % count;
-      rest /= count;
-      return value;
-    };
-    Write("lpOrientation=" + std::to_string(take(2) + 1) + " lpPRNType=" + std::to_string(take(3) + 1) +
-          " lpBindPosit=" + std::to_string(take(4) + 1) + " Nup_Check=" + std::to_string(take(2)) +
-          " BindMargin_Check=" + std::to_string(take(2)) + " Staple_Check=On lpStaple=" + std::to_string(take(5)));
-    CopyUiState(*other, *ui);
-    const PaperPicture picture = DescribePaper(*ui);
-    EXPECT_EQ(picture, DescribePaper(*other));
-    EXPECT_TRUE(picture.bindMark == 0 || picture.marginEdge == 0);
-    EXPECT_FALSE(picture.booklet != 0 && (picture.stapleMark | picture.punchEdge | picture.duplexEdge) != 0);
-    EXPECT_EQ(picture.duplexEdge == 0, picture.duplexFlip == 0);
-  }
-}
-
 // -- labels, places, drawing
 
-TEST_F(PreviewTest, LabelsTellBothPapersZoomAndCopies) {
+TEST_F(PreviewTest, LabelsNameBothPapersZoomAndCopies) {
   const auto labels = [&](const std::string& settings) {
     Set("Copies=1 " + settings);
     std::string text;
@@ -316,7 +293,7 @@ TEST(PreviewGeometry, APlaceIsScaledAsAWhole) {
   const Viewport wide({0, 0, 600, 150}, kUpperSize);
   EXPECT_EQ(std::tuple(wide.scale(), wide.area().right, PaperGeometryOf(wide.area()).sheet.x), std::tuple(1, 600, 251));
   EXPECT_GT(Viewport({5, 5, 5, 5}, kUpperSize).scale(), 0);
-  // The machine stands lower where there is room.
+  // The machine is drawn lower where there is room.
   EXPECT_EQ(MachineOrigin({0, 0, 200, 121}).y - MachineOrigin({0, 0, 200, 120}).y, 8);
 }
 

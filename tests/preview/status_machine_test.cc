@@ -41,7 +41,7 @@ class StatusTest : public PreviewTest {
   }
 };
 
-TEST_F(StatusTest, TheFirstRowTellsTheJob) {
+TEST_F(StatusTest, TheFirstRowShowsTheJob) {
   EXPECT_EQ(Row("", 0), "15597");
   EXPECT_EQ(Row("lpOutputMethod=Secure", 0), "15597 15594");
   EXPECT_EQ(Row("lpOutputMethod=SaveToBox", 0), "15592 15596");
@@ -83,7 +83,7 @@ TEST_F(StatusTest, SheetsArePiledFromTheBack) {
   }
 }
 
-TEST_F(StatusTest, TheSecondRowTellsFeatures) {
+TEST_F(StatusTest, TheSecondRowShowsFeatures) {
   struct Case {
     const char* settings;
     const char* images;
@@ -130,7 +130,7 @@ TEST_F(StatusTest, TheSecondRowTellsFeatures) {
   for (const Case& one : cases) EXPECT_EQ(Row(one.settings, 5), one.images) << one.settings;
 }
 
-TEST_F(StatusTest, FeaturesStandInTheOrderInWhichTheyWereTurnedOn) {
+TEST_F(StatusTest, FeaturesKeepTheOrderInWhichTheyWereTurnedOn) {
   Paint("Chapter_Check=On lpPRNType=TwoSided");
   Paint("ImageShift_Check=On");
   EXPECT_EQ(Order(), "3 2 0 0 0 0 ");
@@ -155,18 +155,11 @@ TEST_F(StatusTest, TheOrderFollowsASmallModel) {
   std::vector<uint8_t> model;
   StatusPicture picture;
   IconOrder order{};
-  uint8_t StatusPicture::*const flags[] = {nullptr,
-                                           nullptr,
-                                           &StatusPicture::imageShift,
-                                           &StatusPicture::chapter,
-                                           &StatusPicture::fold,
-                                           &StatusPicture::auth,
-                                           &StatusPicture::pile,
-                                           &StatusPicture::partition,
-                                           &StatusPicture::bookbind,
-                                           &StatusPicture::exposure,
-                                           &StatusPicture::jimon,
-                                           &StatusPicture::perfectBind};
+  using P = StatusPicture;
+  // clang-format off
+  uint8_t P::*const flags[] = {nullptr, nullptr, &P::imageShift, &P::chapter, &P::fold, &P::auth, &P::pile, &P::partition,
+                               &P::bookbind, &P::exposure, &P::jimon, &P::perfectBind};
+  // clang-format on
   for (int round = 0; round < 3000; ++round) {
     const auto feature = static_cast<uint8_t>(1 + random() % 11);
     if (feature == 1)

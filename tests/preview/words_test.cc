@@ -34,7 +34,7 @@ class WordsTest : public PreviewTest {
   }
 };
 
-TEST_F(WordsTest, ASheetIsToldInOneSentence) {
+TEST_F(WordsTest, ASheetIsOneSentence) {
   EXPECT_EQ(Says("lpPRNType=2 Staple_Check=1 lpStaple=4 Nup_Check=1 lpLayout=10 lpOrder=3"),
             "A4 portrait, printed on both sides, bound left, two staples left, 4 pages a sheet in reading order");
   EXPECT_EQ(Says("lpOutputPaper=8 Zoom=141 Copies=3"),
@@ -48,22 +48,22 @@ TEST_F(WordsTest, ASheetIsToldInOneSentence) {
             "A4 landscape, bound at the top, 2 pages a sheet in reverse order, with dotted frames");
 }
 
-/// Two sheets that look different are told apart, as far as the picture alone shows the difference.
+/// Two sheets that look different have different sentences, as far as the picture alone shows the difference.
 TEST_F(WordsTest, DifferentPicturesHaveDifferentSentences) {
   std::mt19937 random(5);
-  std::map<std::u16string, PaperPicture> told;
+  std::map<std::u16string, PaperPicture> known;
   const PaperFacts facts{.paper = u"A4", .original = {}};
   const auto pick = [&](int last) { return static_cast<uint8_t>(random() % static_cast<unsigned>(last + 1)); };
   for (int n = 0; n < 20000; ++n) {
     PaperPicture picture{.landscape = pick(1), .zoomMark = pick(2), .stapleMark = pick(5), .bindMark = pick(3)};
     picture.punchEdge = pick(3);
     picture.punchHoles = picture.punchEdge == 0 ? uint8_t{0} : static_cast<uint8_t>(2 + pick(2));
-    const auto [at, is_new] = told.emplace(SayPaper(picture, facts), picture);
+    const auto [at, is_new] = known.emplace(SayPaper(picture, facts), picture);
     ASSERT_TRUE(is_new || at->second == picture) << platform::ToUtf8(at->first);
   }
 }
 
-TEST_F(WordsTest, TheMachineTellsWhatItHasAndWhatIsLit) {
+TEST_F(WordsTest, TheMachineNamesItsPartsAndWhatIsLit) {
   const auto says = [](const MachinePicture& picture, bool lit = true) {
     return platform::ToUtf8(SayMachine(picture, lit));
   };
@@ -74,7 +74,7 @@ TEST_F(WordsTest, TheMachineTellsWhatItHasAndWhatIsLit) {
   EXPECT_EQ(says(picture, false), "Machine, Tray 3, Bin-type finisher, mail bins");
 }
 
-TEST_F(WordsTest, StatusTellsFeaturesInTheirOrder) {
+TEST_F(WordsTest, StatusNamesFeaturesInTheirOrder) {
   Set("lpPRNType=2 Chapter_Check=1 UserAuth_Check=0 ImageShift_Check=0 lpOutputMethod=4 lpOverlay=3 Watermark_Use=0");
   DescribeStatusPaint(*ui, kPanel);
   Write("ImageShift_Check=1");
@@ -153,6 +153,8 @@ TEST_F(PreviewTest, RandomSettingsStackPicturesOfTheirSize) {
     if (paper.booklet != 0) {
       ASSERT_EQ(paper.stapleMark | paper.punchEdge | paper.duplexEdge, 0);
     }
+    ASSERT_TRUE(paper.bindMark == 0 || paper.marginEdge == 0);
+    ASSERT_EQ(paper.duplexEdge == 0, paper.duplexFlip == 0);
     const auto listed = std::ranges::count_if(status.iconOrder, [](uint8_t feature) { return feature != 0; });
     ASSERT_LE(std::ranges::count_if(StackStatus(status), [](const Layer& l) { return !l.isMask && l.y == 44; }),
               listed);

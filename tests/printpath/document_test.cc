@@ -71,7 +71,7 @@ TEST_F(DocumentTest, PlainJob) {
   EXPECT_EQ(ReadTextAt(canvas.sent["EscSetUserName"], 0, 255), u"user");
 }
 
-TEST_F(DocumentTest, EachEscapeFailingGivesItsToldResult) {
+TEST_F(DocumentTest, EachFailingEscapeGivesItsResult) {
   // Results by the number of the failing escape; drawing, from the tenth escape of a page on, isn't checked.
   const struct {
     int event;
@@ -129,13 +129,13 @@ TEST_F(DocumentTest, SpreadsheetJobLeavesItsDeviceForTheReset) {
   SetBookModeStatus(record, 2);
   replaced = &handed;
   Run(DOCUMENTEVENT_CREATEDCPRE, &create, sizeof create, &replaced, sizeof replaced);
-  EXPECT_EQ(Get<"lpOutput">(handed), value::lpOutput::kFax);  // somebody replaces the record
+  EXPECT_EQ(Get<"lpOutput">(handed), value::lpOutput::kFax);  // a replaced record is left alone
   replaced = nullptr;
   Run(DOCUMENTEVENT_CREATEDCPRE, &create, sizeof create, &replaced, sizeof replaced);
   EXPECT_EQ(Get<"lpOutput">(handed), value::lpOutput::kPrinter);
 }
 
-TEST_F(DocumentTest, ForeignRecordsAndShortArgumentsStay) {
+TEST_F(DocumentTest, RecordsOfOtherDriversAndShortArgumentsStay) {
   backend.processFileName = u"EXCEL.EXE";
   DriverEnv handed = record;
   Set<"dmDriverVersion">(handed, 1);

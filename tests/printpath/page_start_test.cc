@@ -71,7 +71,7 @@ TEST_F(PageStartTest, MissingOrRefusedFormIsNone) {
   backend.files.content.clear();
   StartPage();
   EXPECT_EQ(Mode(), 1);
-  EXPECT_EQ(desk.count, 4);  // nobody is asked about a form that isn't there
+  EXPECT_EQ(desk.count, 4);  // no question about a form that isn't there
   Set<"lpOverlay">(record, value::lpOverlay::kCreateForm);
   Set<"OverlayPrompt">(record, value::OverlayPrompt::kOff);
   StartPage();
@@ -132,7 +132,7 @@ TEST_F(PageStartTest, FirstFormNeedsNoCodeAndEmptyVariantsStayEmpty) {
   EXPECT_TRUE(BuildFontMap(record).empty());
 }
 
-TEST_F(PageStartTest, PathIsToldWhatProgramPrints) {
+TEST_F(PageStartTest, PathKnowsWhichProgramPrints) {
   const auto flags = [&](const char16_t* program) {
     backend.processFileName = program;
     Run(DOCUMENTEVENT_STARTDOC);

@@ -1,4 +1,4 @@
-// The watermark: where it stands, what it looks like, and what either path does around it.
+// The watermark: its place, its look, and what either path does around it.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -60,7 +60,7 @@ class WatermarkTest : public JobTest {
   WatermarkEntry entry{};
 };
 
-TEST(StampGeometry, EveryAngleStandsWithinOnePixelOfItsPlace) {
+TEST(StampGeometry, EveryAngleIsWithinOnePixelOfItsPlace) {
   const StampPage page = {{0, 0, 4960, 7014}, 600, 1200, 100};
   for (int32_t angle = -3600; angle <= 3600; ++angle) {
     for (const LONG height : {0, 8, 601, 1000}) {

@@ -98,7 +98,7 @@ TEST_F(RenderDriverTest, RefusesWhatComesOutOfOrder) {
   EXPECT_TRUE(IsCancelled(job));
 }
 
-TEST_F(RenderDriverTest, TellsWhatWasSent) {
+TEST_F(RenderDriverTest, AnswersWithWhatWasSent) {
   Open(LetterRecord());
   Start();
   EXPECT_EQ(State(JobStateBlock::kPageListsSent), 0u);
@@ -217,7 +217,7 @@ TEST_F(RenderDriverTest, AFontMapMayOnlyPointIntoItself) {
   EXPECT_EQ(Json::parse(Ticket(job, "", ""))["fontMap"][0]["trueType"], "Arial");
 }
 
-TEST_F(RenderDriverTest, TheTicketTellsEveryEscapeAndNoSecret) {
+TEST_F(RenderDriverTest, TheTicketHoldsEveryEscapeAndNoSecret) {
   DriverEnv record = LetterRecord();
   for (const EnvField& field : kEnvFields) {
     if (record::IsSecret(field)) WriteText(record.bytes, field.offset, field.length, u"Geheim");
@@ -234,12 +234,12 @@ TEST_F(RenderDriverTest, TheTicketTellsEveryEscapeAndNoSecret) {
   }
   const std::string ticket = Ticket(job, "pages.pdf", "");
   EXPECT_EQ(ticket.find("Geheim"), std::string::npos);
-  const Json told = Json::parse(ticket);
-  ASSERT_EQ(told["escapes"].size(), 4 + kEscapes.size());
-  EXPECT_EQ(told["escapes"][2]["escape"], "EscDocStarted");
-  EXPECT_EQ(told["escapes"][0]["in"], "");
-  EXPECT_EQ(told["settings"]["securePassword"], "***");
-  EXPECT_EQ(told["settings"]["lpOutput"], 2);
+  const Json read = Json::parse(ticket);
+  ASSERT_EQ(read["escapes"].size(), 4 + kEscapes.size());
+  EXPECT_EQ(read["escapes"][2]["escape"], "EscDocStarted");
+  EXPECT_EQ(read["escapes"][0]["in"], "");
+  EXPECT_EQ(read["settings"]["securePassword"], "***");
+  EXPECT_EQ(read["settings"]["lpOutput"], 2);
 }
 
 }  // namespace

@@ -15,21 +15,8 @@ namespace {
 
 using namespace platform;
 
-enum : uint16_t {
-  kFields = 1,
-  kPapers = 2,
-  kPaperSize = 3,
-  kMinExtent = 4,
-  kMaxExtent = 5,
-  kBins = 6,
-  kDuplex = 7,
-  kBinNames = 12,
-  kResolutions = 13,
-  kPaperNames = 16,
-  kCopies = 18,
-  kPersonality = 25,
-  kNup = 33
-};
+constexpr uint16_t kFields = 1, kPapers = 2, kPaperSize = 3, kMinExtent = 4, kMaxExtent = 5, kBins = 6, kDuplex = 7,
+                   kBinNames = 12, kResolutions = 13, kPaperNames = 16, kCopies = 18, kPersonality = 25, kNup = 33;
 
 constexpr uint8_t kFence = 0xA5;
 
@@ -158,7 +145,7 @@ TEST_F(CapabilitiesTest, BinsFollowTheFeedUnitOfTheMergedRecord) {
   EXPECT_FALSE(all.empty());
 }
 
-TEST_F(CapabilitiesTest, ForeignRecordLendsItsPublicPart) {
+TEST_F(CapabilitiesTest, ARecordOfAnotherDriverCountsWithItsPublicPart) {
   DriverEnv given = Default();
   Set<"dmFields">(given, DM_COPIES);
   Set<"dmDriverExtra">(given, 0);

@@ -102,7 +102,7 @@ TEST_F(ConvertTest, DriverDefaultIsTheUnvalidatedDefault) {
   EXPECT_EQ(needed, kEnvSize);
   EXPECT_EQ(Convert(nullptr, output.data(), CDM_DRIVER_DEFAULT), 1);
   EXPECT_TRUE(std::equal(output.begin(), output.end(), env.bytes.begin()));
-  EXPECT_EQ(ConvertDevMode(u"nobody", nullptr, output.data(), &needed, CDM_DRIVER_DEFAULT), 0);
+  EXPECT_EQ(ConvertDevMode(u"unknown", nullptr, output.data(), &needed, CDM_DRIVER_DEFAULT), 0);
 }
 
 }  // namespace

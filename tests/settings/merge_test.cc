@@ -59,15 +59,9 @@ TEST_F(MergeTest, SizesAloneSelectThePaper) {
     int16_t width, length, paper;
   };
   // 983 x 2253 is what the dots of an envelope No. 9 give back; its own size is 984 x 2254.
-  for (const Row& row : {Row{2100, 2970, 9},
-                         {2970, 2100, 9},
-                         {984, 2254, 19},
-                         {983, 2253, 19},
-                         {2253, 983, 19},
-                         {2100, 2100, 513},
-                         {1234, 2345, 256},
-                         {0, 0, 256},
-                         {-2100, 2970, 256}}) {
+  constexpr Row kRows[] = {{2100, 2970, 9},   {2970, 2100, 9},   {984, 2254, 19}, {983, 2253, 19},   {2253, 983, 19},
+                           {2100, 2100, 513}, {1234, 2345, 256}, {0, 0, 256},     {-2100, 2970, 256}};
+  for (const Row& row : kRows) {
     SCOPED_TRACE(testing::Message() << row.width << " x " << row.length);
     CallerRecord record;
     record.Ask<"dmPaperWidth">(DM_PAPERWIDTH, row.width).Set<"dmPaperLength">(row.length);

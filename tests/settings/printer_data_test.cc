@@ -1,8 +1,6 @@
 // The saved record, the queue's other values, BookMode, and the user's key of a queue.
 #include "settings/printer_data.h"
 
-#include <iconv.h>
-
 #include <cstring>
 
 #include "generated/values.h"
@@ -42,44 +40,6 @@ class PrinterDataTest : public test::DriverTest {
   }
 };
 
-/// A system whose code page is 936, in which a character takes one byte or two.
-class ChineseSystem : TextCodec {
- public:
-  ChineseSystem() : before_(CurrentBackend()), mine_(*before_) {
-    mine_.text = this;
-    InstallBackend(&mine_);
-  }
-  ~ChineseSystem() override { InstallBackend(before_); }
-
- private:
-  DWORD ActiveCodePage() override { return 936; }
-  bool Encode(DWORD, std::u16string_view text, std::string* out) override {
-    out->assign(text.size() * 2, '\0');
-    const size_t left = Convert("CP936", "UTF-16LE", text.data(), text.size() * 2, out->data(), out->size());
-    out->resize(out->size() - left);
-    if (out->empty() && !text.empty()) *out = "?";
-    return true;
-  }
-  bool Decode(DWORD, std::string_view bytes, std::u16string* out) override {
-    out->assign(bytes.size(), u'\0');
-    const size_t left = Convert("UTF-16LE", "CP936", bytes.data(), bytes.size(), out->data(), out->size() * 2);
-    out->resize(out->size() - left / 2);
-    return true;
-  }
-  /// Bytes of the output's room that are left over.
-  static size_t Convert(const char* to, const char* from, const void* in, size_t size, void* out, size_t room) {
-    const iconv_t how = iconv_open(to, from);
-    char* source = static_cast<char*>(const_cast<void*>(in));
-    char* target = static_cast<char*>(out);
-    iconv(how, &source, &size, &target, &room);
-    iconv_close(how);
-    return room;
-  }
-
-  const Backend* before_;
-  Backend mine_;
-};
-
 TEST_F(PrinterDataTest, UserKeyCutsTheNameInTheSystemCodePage) {
   const std::u16string a29(29, u'a');
   const std::u16string a30(30, u'a');
@@ -93,16 +53,11 @@ TEST_F(PrinterDataTest, UserKeyCutsTheNameInTheSystemCodePage) {
       {65001, a30 + u"bcd", a30 + u"b"},
       {65001, u"\\\\" + a30, a29},  // cut first, then the leading pair goes
       {65001, a29 + u"中", a29},    // three bytes, one of them beyond
-      {936, a29 + u"中", a29 + u"中"},
-      {936, a30 + u"中", a30},
-      {936, u"中文打印机", u"中文打印机"},
-      {936, u"😀", u"?"},
       {20127, u"Büro", u"B?ro"},
-      {12345, u"Büro", u"Büro"},  // a code page that nobody knows
+      {12345, u"Büro", u"Büro"},  // an unknown code page
       {65001, u"", u""},
   };
   for (const auto& c : kCases) {
-    std::unique_ptr<ChineseSystem> chinese(c.codePage == 936 ? new ChineseSystem : nullptr);
     backend.codePage = c.codePage;
     EXPECT_EQ(BuildUserKey(c.name), std::u16string(kBase) + c.expected) << c.codePage;
   }
@@ -125,7 +80,7 @@ TEST_F(PrinterDataTest, WhatIsNoRecordOfOursIsRebuiltAndSaved) {
     uint8_t with;
   } const kCases[] = {
       {"nothing", 0, 0, 0},           {"one byte short", 3327, 0, 0},   {"one byte more", 3329, 0, 0},
-      {"foreign tag", 3328, 3293, 1}, {"another version", 3328, 66, 1}, {"no signature", 3328, 440, 1},
+      {"another tag", 3328, 3293, 1}, {"another version", 3328, 66, 1}, {"no signature", 3328, 440, 1},
   };
   for (const auto& c : kCases) {
     std::vector<uint8_t> stored(changed.bytes.begin(), changed.bytes.end());
@@ -218,19 +173,19 @@ TEST_F(PrinterDataTest, CountryIsStoredOnceAndFollowedOnRequest) {
   StorePrinterData(u"CountryCode", REG_BINARY, "xyz", 3);
   EXPECT_EQ(ReadStoredCountry(u"P1"), 49u);
   EXPECT_EQ(PrinterData(u"CountryCode"), std::vector<uint8_t>({49, 0, 0, 0}));
-  EXPECT_EQ(ReadStoredCountry(u"nobody"), 49u);
+  EXPECT_EQ(ReadStoredCountry(u"unknown"), 49u);
   EXPECT_EQ(ReadStoredCountry(nullptr), 49u);
   DeletePrinterDataW(printer.get(), u"CountryCode");
   backend.machineWritable = false;
   EXPECT_EQ(ReadStoredCountry(u"P1"), 49u);
 }
 
-TEST_F(PrinterDataTest, EventsOneAndThreeOnly) {
+TEST_F(PrinterDataTest, OnlyEventsOneAndThreeAreHandled) {
   const std::string before = backend.Dump(Hive::kMachine);
   backend.FailCall(0, 0);
   for (const int event : {0, 2, 4, 6}) EXPECT_EQ(HandlePrinterEvent(u"P1", event), 1);
   EXPECT_EQ(backend.Calls(), 0u);
-  EXPECT_EQ(HandlePrinterEvent(u"nobody", 3), 1);
+  EXPECT_EQ(HandlePrinterEvent(u"unknown", 3), 1);
   EXPECT_EQ(HandlePrinterEvent(nullptr, 3), 1);
   EXPECT_EQ(backend.Dump(Hive::kMachine), before);
 
@@ -249,7 +204,7 @@ TEST_F(PrinterDataTest, EventsOneAndThreeOnly) {
   EXPECT_TRUE(IsSaved(Default()));
 }
 
-TEST_F(PrinterDataTest, RenderDriverIsNamedOnceByThoseWhoMay) {
+TEST_F(PrinterDataTest, RenderDriverIsNamedOnceByUsersWithTheRight) {
   constexpr char16_t kValue[] = u"SPLUserModePrinterDriver";
   backend.machineWritable = false;
   EnsureRenderDriverValue(printer.get());
@@ -308,7 +263,7 @@ TEST_F(PrinterDataTest, BookModeStartsAtNothingKnown) {
 }
 
 TEST_F(PrinterDataTest, BookModeOfAnotherVersionOrHalfWrittenIsForgotten) {
-  const std::u16string key = std::u16string(kBase) + u"P1\\BookMode";
+  const std::u16string key = BuildUserKey(u"P1", u"BookMode");
   SetNumber(key, u"Status", 2);  // no version: a key that was never finished
   EXPECT_EQ(BookModeStatus(u"P1"), 0u);
   EXPECT_EQ(Number(key, u"Status"), 0u);

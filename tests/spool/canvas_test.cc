@@ -1,4 +1,4 @@
-// Where lines stand, and what of the driver's drawing is seen on a page: looked at as pixels.
+// Lines and the driver's drawing on a page, as pixels.
 #include <gtest/gtest.h>
 #include <poppler-qt6.h>
 #include <unistd.h>
@@ -52,7 +52,7 @@ QRect Ink(const QImage& image) {
   return box;
 }
 
-TEST_F(CanvasTest, ALineStandsWhereAlignmentAndDirectionPutIt) {
+TEST_F(CanvasTest, ALineLiesWhereAlignmentAndDirectionPutIt) {
   struct Case {
     platform::DWORD align;
     int direction;                  ///< tenths of a degree

@@ -105,7 +105,7 @@ TEST_F(SheetFileTest, DrawingsLieUnderAndOverThePages) {
   EXPECT_EQ(sheet.pixelColor(60, 399), Qt::black) << "a drawing reaches the sheet's edge";
 }
 
-TEST_F(SheetFileTest, WhatCannotBeWrittenIsTold) {
+TEST_F(SheetFileTest, WhatCannotBeWrittenIsReported) {
   const PlacedPage page{Drawn(), QRectF(0, 0, 200 * kDots, 100 * kDots)};
   SheetFile nowhere(folder.filePath("none/pages.pdf").toStdString(), space);
   EXPECT_FALSE(nowhere.AddSheet({&page, 1}, {}, {}));

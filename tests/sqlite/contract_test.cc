@@ -198,7 +198,7 @@ INSTANTIATE_TEST_SUITE_P(Backends, TreeContract,
                                   (variant.param.hive == Hive::kUser ? "User" : "Machine");
                          });
 
-/// One backend of the pair that runs the same random calls; ids differ, so keys are told by their number in `ids`.
+/// One backend of the pair that runs the same random calls; ids differ, so keys go by their number in `ids`.
 struct Player {
   TreeStore* trees;
   std::vector<KeyId> ids{0};
@@ -219,45 +219,29 @@ struct Player {
     bool created = false;
     DWORD type = 0;
     DWORD size = 0;
-    DWORD status = 0;
     std::u16string text;
     Bytes room(dice % 9);
-    switch (op) {
-      case 0:
-        status = trees->Find(kHive, Path(dice), &found);
-        break;
-      case 1:
-        status = trees->Create(kHive, Path(dice), &found, &created);
-        break;
-      case 2:
-        status = trees->Remove(kHive, Path(dice));
-        break;
-      case 3:
-        status = trees->Subkey(kHive, key, dice % 3, &text);
-        break;
-      case 4:
-        status = trees->Read(kHive, key, name, &type, room, &size);
-        break;
-      case 5:
-      case 6:
-        status = trees->Write(kHive, key, name, dice % 5, Bytes(dice % 11, static_cast<uint8_t>(dice)));
-        break;
-      case 7:
-        status = trees->Delete(kHive, key, name);
-        break;
-      case 8:
-        status = trees->Begin(kHive);
-        break;
-      case 9:
-        status = trees->End(kHive, dice % 3 != 0);
-        break;
-      default:
-        status = trees->ReadAll(kHive, key, [&](auto n, DWORD t, auto d) {
-          text += n;
-          type += t;
-          size += static_cast<DWORD>(d.size());
-        });
-    }
+    const auto write = [&] {
+      return trees->Write(kHive, key, name, dice % 5, Bytes(dice % 11, static_cast<uint8_t>(dice)));
+    };
+    const std::function<DWORD()> calls[] = {[&] { return trees->Find(kHive, Path(dice), &found); },
+                                            [&] { return trees->Create(kHive, Path(dice), &found, &created); },
+                                            [&] { return trees->Remove(kHive, Path(dice)); },
+                                            [&] { return trees->Subkey(kHive, key, dice % 3, &text); },
+                                            [&] { return trees->Read(kHive, key, name, &type, room, &size); },
+                                            write,
+                                            write,
+                                            [&] { return trees->Delete(kHive, key, name); },
+                                            [&] { return trees->Begin(kHive); },
+                                            [&] { return trees->End(kHive, dice % 3 != 0); },
+                                            [&] {
+                                              return trees->ReadAll(kHive, key, [&](auto n, DWORD t, auto d) {
+                                                text += n;
+                                                type += t;
+                                                size += static_cast<DWORD>(d.size());
+                                              });
+                                            }};
+    const DWORD status = calls[op]();
     if (found >= 0) ids.push_back(found);
     log = std::to_string(op) + ':' + std::to_string(status) + ' ' + std::to_string(created) + ' ' +
           std::to_string(type) + ' ' + std::to_string(size) + ' ' + std::string(text.begin(), text.end()) + ' ' +

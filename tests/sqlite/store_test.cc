@@ -59,6 +59,19 @@ class StoreTest : public ::testing::Test {
 /// What holds for both files alike.
 class EitherTree : public StoreTest, public ::testing::WithParamInterface<bool> {
  protected:
+  /// Another program's statements on the closed file.
+  void Run(const char* statements) {
+    backend->CloseFiles();
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(File(root).c_str(), &db), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(db, statements, nullptr, nullptr, nullptr), SQLITE_OK) << statements;
+    sqlite3_close(db);
+  }
+  void Overwrite(std::streamoff at, const std::string& bytes) {
+    backend->CloseFiles();
+    std::fstream(File(root), std::ios::in | std::ios::out | std::ios::binary).seekp(at) << bytes;
+  }
+
   const HKEY root = GetParam() ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
 };
 INSTANTIATE_TEST_SUITE_P(Trees, EitherTree, ::testing::Bool(),
@@ -183,11 +196,7 @@ TEST_P(EitherTree, DamageBesideTheWayIsMetWhenTheFileIsOpened) {
       "PRAGMA writable_schema = ON; UPDATE sqlite_schema SET rootpage = 2 WHERE rootpage > 2"};
   for (const char* damage : kDamages) {
     ASSERT_TRUE(Put(root, 1));
-    backend->CloseFiles();
-    sqlite3* db = nullptr;
-    ASSERT_EQ(sqlite3_open(File(root).c_str(), &db), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(db, damage, nullptr, nullptr, nullptr), SQLITE_OK) << damage;
-    sqlite3_close(db);
+    Run(damage);
     EXPECT_EQ(Get(root), kNothing) << damage;
     EXPECT_TRUE(Put(root, 2)) << damage;
     EXPECT_EQ(Get(root), 2) << damage;
@@ -197,10 +206,7 @@ TEST_P(EitherTree, DamageBesideTheWayIsMetWhenTheFileIsOpened) {
 
 TEST_P(EitherTree, AVersionThatForbidsWritingIsDamage) {
   ASSERT_TRUE(Put(root, 1));
-  backend->CloseFiles();
-  std::fstream file(File(root), std::ios::in | std::ios::out | std::ios::binary);
-  file.seekp(18).put(3);  // SQLite's header: needed for writing
-  file.close();
+  Overwrite(18, "\3");  // SQLite's header: needed for writing
   EXPECT_TRUE(Put(root, 2));
   EXPECT_EQ(store::TakeNotices().size(), 1u);
 }
@@ -217,10 +223,8 @@ TEST_P(EitherTree, DamageMetInsideABatchFailsItAndIsRepairedAfterwards) {
     return RegQueryValueExW(key.get(), u"big", nullptr, big.data(), &size);
   };
   backend->CloseFiles();
-  const auto size = static_cast<std::streamoff>(fs::file_size(File(root)));
-  std::fstream file(File(root), std::ios::in | std::ios::out | std::ios::binary);
-  file.seekp(size / 2) << std::string(static_cast<size_t>(size / 2), '\xFF');
-  file.close();
+  const size_t size = fs::file_size(File(root));
+  Overwrite(static_cast<std::streamoff>(size / 2), std::string(size / 2, '\xFF'));
   ASSERT_EQ(RegBeginBatch(root), kErrorSuccess);
   EXPECT_EQ(read_big(), kErrorRegistryCorrupt);
   EXPECT_FALSE(Put(root, 2));
@@ -233,11 +237,7 @@ TEST_P(EitherTree, DamageMetInsideABatchFailsItAndIsRepairedAfterwards) {
 
 TEST_P(EitherTree, AFileOfSomethingElseOrOfANewerReleaseIsNotWrittenTo) {
   ASSERT_TRUE(Put(root, 1));
-  backend->CloseFiles();
-  sqlite3* db = nullptr;
-  sqlite3_open(File(root).c_str(), &db);
-  sqlite3_exec(db, "PRAGMA user_version = 2", nullptr, nullptr, nullptr);
-  sqlite3_close(db);
+  Run("PRAGMA user_version = 2");
   EXPECT_EQ(Get(root), -1 - int64_t{kErrorNotSupported});
   EXPECT_FALSE(Put(root, 2));
   EXPECT_TRUE(store::TakeNotices().empty());
@@ -372,30 +372,6 @@ TEST(FreshStore, KeepsWhatEveryProgramWroteThatMadeIt) {
       for (const HKEY root : kRoots) ASSERT_EQ(Get(root, name.c_str()), 1) << "round " << round << " program " << n;
     }
   }
-}
-
-TEST_F(StoreTest, TheQueueLivesThroughItsLifeOnDisk) {
-  Queue queue{.name = u"\\\\server\\queue",
-              .server = u"\\\\server",
-              .port = u"FILE:",
-              .driver = u"D",
-              .dataFile = u"/d/x",
-              .devMode = {}};
-  ASSERT_EQ(AddQueue(queue), kErrorSuccess);
-  const UniquePrinter printer = OpenPrinterFor(u"\\\\SERVER\\queue", PRINTER_ALL_ACCESS);
-  ASSERT_NE(printer, nullptr);
-  std::vector<uint8_t> record(3328, 0x5A);
-  ASSERT_EQ(SetPrinterDataW(printer.get(), u"HERON NT", REG_BINARY, record.data(), 3328), kErrorSuccess);
-  queue.driver = u"E";
-  ASSERT_EQ(AddQueue(queue), kErrorSuccess);  // replaced; its data stay
-  DWORD needed = 0;
-  std::vector<uint8_t> back(4000);
-  EXPECT_EQ(GetPrinterDataW(printer.get(), u"heron nt", nullptr, back.data(), 4000, &needed), kErrorSuccess);
-  EXPECT_EQ(needed, 3328u);
-  EXPECT_TRUE(std::equal(record.begin(), record.end(), back.begin()));
-  ASSERT_EQ(RemoveQueue(queue.name), kErrorSuccess);
-  EXPECT_EQ(GetPrinterDataW(printer.get(), u"HERON NT", nullptr, back.data(), 4000, &needed), kErrorPrinterDeleted);
-  EXPECT_EQ(FindQueue(queue.name, nullptr), kErrorInvalidPrinterName);
 }
 
 }  // namespace

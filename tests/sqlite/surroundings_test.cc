@@ -64,8 +64,8 @@ TEST(Modules, TextsAreFoundByNumberWhileTheModuleIsLoaded) {
   EXPECT_EQ(LoadStringW(module, 1, text, 8), 0);
   EXPECT_EQ(FreeLibrary(module), 0);
   EXPECT_EQ(GetLastError(), kErrorInvalidHandle);
-  int foreign = 0;
-  EXPECT_EQ(FreeLibrary(&foreign), 0);
+  int other = 0;
+  EXPECT_EQ(FreeLibrary(&other), 0);
   for (const char16_t* bad : {u"libm.so.6", u"/nowhere/x.so", u"", u"/"}) {
     EXPECT_EQ(LoadLibraryW(bad), nullptr);
     EXPECT_EQ(GetLastError(), kErrorModNotFound);
@@ -97,7 +97,7 @@ TEST(CodePages, AChineseNameIsCutAtAWholeCharacterAndMissingOnesAreMarked) {
   EXPECT_EQ(WideCharToMultiByte(936, long_text.c_str(), -1, nullptr, 0), 2001);
 }
 
-TEST(Surroundings, TheEnvironmentIsFollowedAndItsMistakesAreTold) {
+TEST(Surroundings, TheEnvironmentIsFollowedAndItsMistakesAreReported) {
   const Environment good({{"HERON_HOME", "/somewhere"},
                           {"HERON_USER", "anna"},
                           {"HERON_COUNTRY", "86"},
@@ -124,20 +124,20 @@ TEST(Surroundings, TheEnvironmentIsFollowedAndItsMistakesAreTold) {
 }
 
 TEST(Surroundings, ALocalesTerritoryGivesTheCountry) {
-  for (const auto& [locale, country] :
-       std::initializer_list<std::pair<const char*, uint32_t>>{{"de_DE.UTF-8", 49},
-                                                               {"en_US", 1},
-                                                               {"fr_MC@euro", 33},
-                                                               {"fa_IR", 981},
-                                                               {"sr_RS.UTF-8@latin", 381},
-                                                               {"ka_GE", 995},
-                                                               {"C", 0},
-                                                               {"C.UTF-8", 0},
-                                                               {"de", 0},
-                                                               {"xx_QQ", 0},
-                                                               {"de_D", 0},
-                                                               {"de_", 0},
-                                                               {"", 0}}) {
+  constexpr std::pair<const char*, uint32_t> kCases[] = {{"de_DE.UTF-8", 49},
+                                                         {"en_US", 1},
+                                                         {"fr_MC@euro", 33},
+                                                         {"fa_IR", 981},
+                                                         {"sr_RS.UTF-8@latin", 381},
+                                                         {"ka_GE", 995},
+                                                         {"C", 0},
+                                                         {"C.UTF-8", 0},
+                                                         {"de", 0},
+                                                         {"xx_QQ", 0},
+                                                         {"de_D", 0},
+                                                         {"de_", 0},
+                                                         {"", 0}};
+  for (const auto& [locale, country] : kCases) {
     EXPECT_EQ(store::CountryOfLocale(locale), country) << locale;
   }
 }
@@ -147,35 +147,6 @@ TEST(Surroundings, LongNamesStayApartInTheLengthOfAFile) {
   for (int i = 0; i < 110; ++i) name += "\xE4\xB8\xAD";
   EXPECT_LE(store::FileNameOf(name + "1").size(), 220u);
   EXPECT_NE(store::FileNameOf(name + "1"), store::FileNameOf(name + "2"));
-}
-
-/// A killed maker's file goes, a running one's stays: it is the lock that tells them apart.
-TEST(Files, AnUnfinishedFileGoesWithItsMaker) {
-  const TempFolder folder;
-  std::string path;
-  int fd = -1;
-  ASSERT_EQ(store::MakeUnfinishedFile(folder.path, &path, &fd), 0);
-  store::UnfinishedFolder made;
-  ASSERT_EQ(made.Make(folder.path), 0);
-  EXPECT_EQ(RunChild([&] {
-              store::SweepUnfinished(folder.path);
-              return fs::exists(path) && fs::exists(made.path()) ? 0 : 1;
-            }),
-            0);
-  close(fd);
-  EXPECT_EQ(RunChild([&] {
-              int own = -1;
-              std::string killed;
-              store::UnfinishedFolder never;
-              const bool good =
-                  store::MakeUnfinishedFile(folder.path, &killed, &own) == 0 && never.Make(folder.path) == 0;
-              WriteFile(never.path() / "pages.pdf", "half");
-              return good ? 0 : 1;
-            }),
-            0);
-  store::SweepUnfinished(folder.path);
-  EXPECT_EQ(std::distance(fs::directory_iterator(folder.path), {}), 1);
-  EXPECT_TRUE(fs::exists(made.path()));
 }
 
 TEST(Surroundings, AUsersNameNeverLeavesItsFolder) {

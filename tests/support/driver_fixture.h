@@ -1,4 +1,4 @@
-// What most tests of the driver stand on: a backend in memory, a queue "P1" whose driver directory holds a resource
+// The fixture of most tests of the driver: a backend in memory, a queue "P1" whose driver directory holds a resource
 // module with a few texts, an open handle of the queue with full access, and a resource context of country 1.
 //
 // Tests change `backend` freely (country, code page, process, rights, texts); `Reopen` follows a change of country.

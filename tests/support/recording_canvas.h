@@ -1,4 +1,4 @@
-// A canvas that draws nothing but notes what it was told, one short line an escape or drawing, and answers escapes by
+// A canvas that draws nothing but notes every call, one short line an escape or drawing, and answers escapes by
 // a script.
 //
 // An escape that nothing is scripted for succeeds with 1 and zeroes its reply. Log lines: "EscSetCancelFlag 1" (sent

@@ -105,7 +105,7 @@ TEST_F(FaxTest, TheEleventhFileDisplacesTheFirst) {
     }
     EXPECT_FALSE(RecordAddressFile(u"P1", ids.back())) << "recorded already";
   }
-  // A ring with a foreign number goes on; one that can't be written deletes nothing.
+  // A ring with an unknown number goes on; one that can't be written deletes nothing.
   StoreNumber(u"TempPlistID", u"idx", 77);
   EXPECT_TRUE(RecordAddressFile(u"P1", 500));
   backend.userWritable = false;
@@ -146,6 +146,12 @@ TEST_P(CodePageTest, TextsAreCutAtAWholeCharacterInTheRealStore) {
     EXPECT_EQ(std::u16string_view(ui->head().faxNames[0]), u"x" + std::u16string(fits, u'字'));
     EXPECT_EQ(std::u16string_view(ui->head().faxCompanies[0]), u"短い");
     EXPECT_EQ(std::u16string_view(ui->head().faxDepartments[0]), u"");
+    // Keys of queues are cut to 31 bytes of the code page as well.
+    const std::u16string a29(29, u'a');
+    const bool two_bytes = GetParam() == 936;
+    EXPECT_TRUE(BuildUserKey(a29 + u"中").ends_with(two_bytes ? u"\\" + a29 + u"中" : u"\\" + a29));
+    EXPECT_TRUE(BuildUserKey(a29 + u"a中").ends_with(u"\\" + a29 + u"a"));
+    EXPECT_TRUE(BuildUserKey(u"😀").ends_with(two_bytes ? u"\\?" : u"\\😀"));
     // A link in the file's place is refused rather than followed.
     const fs::path elsewhere = fs::path(home) / "elsewhere";
     fs::rename(file, elsewhere);

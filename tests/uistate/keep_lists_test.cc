@@ -92,7 +92,7 @@ TEST_F(KeepListsTest, WhatBothChangedIsOvertakenAndReplacedOnRequestOnly) {
 
   EXPECT_TRUE(Keep(second, Overtaken::kOverwrite).All());
   EXPECT_EQ(ReadAll().watermarks->entries[1].size, 2u);
-  EXPECT_TRUE(Keep(second).All()) << "its own writing overtakes nobody";
+  EXPECT_TRUE(Keep(second).All()) << "its own writing overtakes nothing";
   change(first, 1);
   first.mine.faxCover->zoom = 40;
   kept = Keep(first);
@@ -101,7 +101,7 @@ TEST_F(KeepListsTest, WhatBothChangedIsOvertakenAndReplacedOnRequestOnly) {
   EXPECT_EQ(ReadAll().faxCover->zoom, 40u);
 }
 
-TEST_F(KeepListsTest, AFailureLeavesTheStoreAsItWasAndIsSaid) {
+TEST_F(KeepListsTest, AFailureLeavesTheStoreAsItWasAndIsReported) {
   Program program;
   SweepFailures(
       [&] {
@@ -120,8 +120,8 @@ constexpr int kWriters = 6;
 
 /// Changes of all writers together; the whole sweep asks for more than a test run.
 int ChangesOfEach() {
-  const char* const told = std::getenv("HERON_SWEEP_CHANGES");
-  return (told != nullptr ? std::atoi(told) : 60) / kWriters;
+  const char* const wanted = std::getenv("HERON_SWEEP_CHANGES");
+  return (wanted != nullptr ? std::atoi(wanted) : 60) / kWriters;
 }
 
 class ListSweep : public ::testing::TestWithParam<bool> {
@@ -163,7 +163,7 @@ class ListSweep : public ::testing::TestWithParam<bool> {
     }
   }
 
-  /// Tells `acknowledged` the number of each change that was kept. Starts where the one before was killed.
+  /// Writes the number of each change that was kept to `acknowledged`. Starts where the one before was killed.
   static pid_t StartWriter(int writer, uint16_t first, int changes, int acknowledged) {
     const pid_t child = fork();
     if (child != 0) return child;
@@ -179,7 +179,7 @@ class ListSweep : public ::testing::TestWithParam<bool> {
   std::unique_ptr<store::StoreBackend> backend_;
 };
 
-/// The last number in the pipe, which nobody writes to any more; 0 if there is none.
+/// The last number in the pipe, which has no writer any more; 0 if there is none.
 uint16_t LastOf(int pipe_end, int* count) {
   uint16_t last = 0;
   for (uint16_t value = 0; read(pipe_end, &value, sizeof value) == sizeof value; ++*count) last = value;

@@ -1,4 +1,4 @@
-// The driver's stage with the texts that the lists start from, and short ways to the user's tree of a queue.
+// The driver's fixture with the texts that the lists start from, and short ways to the user's tree of a queue.
 #pragma once
 
 #include <cstring>

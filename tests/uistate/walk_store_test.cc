@@ -132,14 +132,14 @@ TEST_F(StoreTest, ValuesOfAnotherShapeCountAsMissing) {
 
 TEST_F(StoreTest, AShorterListLeavesNothingBehind) {
   ASSERT_TRUE(WriteListStores(PatternSet(500), u"P1", printer.get(), false));
-  StoreNumber(u"WaterMark\\Foreign", u"Kept", 1);
+  StoreNumber(u"WaterMark\\Other", u"Kept", 1);
   ASSERT_TRUE(WriteListStores(PatternSet(2), u"P1", printer.get(), false));
   const std::string tree = UserTree();
   for (const char* gone : {"ISPageListData2=", "ISPageListData29=", "|2=", "|99=", "WMarkListData2|",
                            "WMarkListData50|", "TTFaceName2=", "TTFaceName499=", "DevFaceName2=", "DevFaceName499="}) {
     EXPECT_EQ(tree.find(gone), std::string::npos) << gone;
   }
-  EXPECT_TRUE(HasKey(u"WaterMark\\Foreign"));
+  EXPECT_TRUE(HasKey(u"WaterMark\\Other"));
   EXPECT_TRUE(SameLists(ReadAll(), PatternSet(2)));
 }
 
@@ -158,7 +158,7 @@ TEST_F(StoreTest, AFailedSeedChangesNothing) {
   EXPECT_EQ(ReadAll().fontSubst->fontSubTblNum, 26);
 }
 
-TEST_F(StoreTest, AFailedReadIsTold) {
+TEST_F(StoreTest, AFailedReadIsReported) {
   ASSERT_TRUE(WriteListStores(PatternSet(2), u"P1", printer.get(), false));
   backend.FailCall(8, platform::kErrorGenFailure, true);
   ListStoreSet set = CreateListStoreSet();
