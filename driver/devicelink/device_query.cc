@@ -7,6 +7,7 @@
 
 #include "devicelink/device_link.h"
 #include "engine/setting.h"
+#include "generated/texts.h"
 #include "generated/values.h"
 #include "platform/api/modules.h"
 #include "platform/api/spooler.h"
@@ -25,6 +26,10 @@ bool CanLoad(const char16_t* name) {
   if (module == nullptr) return false;
   platform::FreeLibrary(module);
   return true;
+}
+
+bool HasNetwork() {
+  return std::ranges::all_of(kNetworkModules, CanLoad);
 }
 
 /// A match of the model suffices; the family, which is compared only then, can't undo it.
@@ -72,12 +77,18 @@ std::optional<DeviceReport> ReadDevice(const DeviceTarget& target, std::stop_tok
   return std::move(link->report);
 }
 
+uint32_t WhyNotAsked(const DeviceTarget& target) {
+  if (target.address.find_first_not_of(u' ') == std::u16string::npos) return text::kEnterDeviceAddress;
+  if (!HasDeviceModule(target.folder)) return text::kNoDeviceModule;
+  return HasNetwork() ? 0 : text::kNoNetwork;
+}
+
 bool DeviceProbeLibrary(const UiState& ui) {
   return HasDeviceModule(TargetOf(ui).folder);
 }
 
 bool DeviceProbeNetwork(const UiState&) {
-  return std::ranges::all_of(kNetworkModules, CanLoad);
+  return HasNetwork();
 }
 
 bool DeviceProbeModel(const UiState& ui) {

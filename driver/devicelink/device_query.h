@@ -43,6 +43,10 @@ DeviceProbe ProbeDevice(const DeviceTarget& target, std::stop_token stop = {});
 /// Asks for everything; nothing if there is no module. Calls that fail leave their part of the report empty.
 std::optional<DeviceReport> ReadDevice(const DeviceTarget& target, std::stop_token stop = {});
 
+/// What keeps a query from asking at all, in this order: no address, no module, no network. The number of the message's
+/// text; 0 if nothing does.
+uint32_t WhyNotAsked(const DeviceTarget& target);
+
 /// Whether the module can be loaded.
 bool DeviceProbeLibrary(const UiState& ui);
 /// Whether the system has a network.
@@ -52,6 +56,12 @@ bool DeviceProbeModel(const UiState& ui);
 /// Reads the device and stores its options as working values; those that the device doesn't tell become their
 /// defaults. Without the module nothing is changed.
 void DeviceQueryOptions(const UiState& ui);
+
+/// What the options would change in these settings, a line for each ("Fax unit: Not installed -> Installed"), behind
+/// the model's name; and whether the report has gaps. The texts are in use (catalog/strings.h).
+std::u16string DescribeReport(const UiState& ui, const DeviceReport& report, const ReportedOptions& options);
+/// The value of an option in words: the item's label, of the model its name.
+std::u16string DeviceValueText(uint16_t control, uint16_t value);
 
 /// Publishes in the queue's directory values what the committed options make possible. Failures are ignored.
 void DeviceSaveToDirectory(const UiState& ui);
