@@ -6,6 +6,7 @@
 #include "engine/setting.h"
 #include "generated/texts.h"
 #include "generated/values.h"
+#include "platform/api/text.h"
 
 namespace heron::pages {
 namespace {
@@ -94,7 +95,9 @@ void DevicePage::QueryDevice() {
   const DeviceTarget target = TargetOf(ui());
   if (const uint32_t why = WhyNotAsked(target); why != 0) return RefuseQuery(why);
   Answer answer;
-  Ask(target, {}, &answer);
+  const std::u16string asking = platform::ExpandText(TextOf(text::kAskingDevice), {std::u16string_view(target.address)});
+  const auto work = [&](const std::stop_token& stop) { Ask(target, stop, &answer); };
+  if (!dialog().RunBusy({.title = caption, .text = asking, .work = work})) return;
   if (!answer.report) return RefuseQuery(text::kDeviceDoesNotAnswer);
   TakeReport(*answer.report);
 }
