@@ -11,9 +11,9 @@
 #include "device_asking.h"
 #include "generated/texts.h"
 #include "platform/api/profile.h"
-#include "settings/printer_data.h"
 #include "rules/control_tables.h"
 #include "setting_names.h"
+#include "settings/printer_data.h"
 #include "settings_session.h"
 #include "terminal_view.h"
 
@@ -97,8 +97,7 @@ bool TryStoring(const DeviceOptions& options, Printer& printer, const AskedDevic
   SettingsSession opened(printer, options.printer, {}, SettingsKind::kDevice);
   opened.Open(false);
   const std::string changes = PrintableLines(DescribeReport(opened.ui(), asked.report, asked.options));
-  if (changes != *agreed && !Agrees(options, changes))
-    throw Failure(kConsent, "declined; nothing was changed");
+  if (changes != *agreed && !Agrees(options, changes)) throw Failure(kConsent, "declined; nothing was changed");
   *agreed = changes;
   const bool applies = !options.consent.dry_run;
   const Json answer = AnswerJson(opened.ui(), asked, applies);

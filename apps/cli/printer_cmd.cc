@@ -9,8 +9,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iostream>
 #include <functional>
+#include <iostream>
 #include <memory>
 
 #include "common/command.h"
@@ -148,8 +148,8 @@ void AddOne(platform::Queue queue, bool replace) {
     throw Failure(kFailed, "the driver couldn't prepare the settings of the printer " + shown + ", which isn't added");
 }
 
-/// Adds all queues or none, with what `prepare` stores for them. The change begins before the driver's files are copied,
-/// so that missing rights are known first.
+/// Adds all queues or none, with what `prepare` stores for them. The change begins before the driver's files are
+/// copied, so that missing rights are known first.
 void AddAll(const std::vector<platform::Queue>& queues, bool replace, const std::function<void()>& prepare = {}) {
   const std::string doing =
       queues.size() == 1 ? "add the printer " + Quoted(platform::ToUtf8(queues[0].name)) : "add the printers";

@@ -37,8 +37,9 @@ std::u16string DescribeReport(const UiState& ui, const DeviceReport& report, con
     const uint16_t old = *FieldsOf(ui, engine::ParamIndexOfControl(engine::IndexOf(option.control))).value;
     const uint16_t now = ValueOf(ui, option);
     if (old == now) continue;
-    lines += ExpandText(GetUiString(text::kDeviceChange),
-                        {LabelOf(option.control), DeviceValueText(option.control, old), DeviceValueText(option.control, now)});
+    lines += ExpandText(
+        GetUiString(text::kDeviceChange),
+        {LabelOf(option.control), DeviceValueText(option.control, old), DeviceValueText(option.control, now)});
   }
   const std::u16string model = platform::FromAnsi(report.model);
   std::u16string words = lines.empty() ? ExpandText(GetUiString(text::kDeviceReportsNoChange), {model})

@@ -95,7 +95,8 @@ void DevicePage::QueryDevice() {
   const DeviceTarget target = TargetOf(ui());
   if (const uint32_t why = WhyNotAsked(target); why != 0) return RefuseQuery(why);
   Answer answer;
-  const std::u16string asking = platform::ExpandText(TextOf(text::kAskingDevice), {std::u16string_view(target.address)});
+  const std::u16string asking =
+      platform::ExpandText(TextOf(text::kAskingDevice), {std::u16string_view(target.address)});
   const auto work = [&](const std::stop_token& stop) { Ask(target, stop, &answer); };
   if (!dialog().RunBusy({.title = caption, .text = asking, .work = work})) return;
   if (!answer.report) return RefuseQuery(text::kDeviceDoesNotAnswer);

@@ -25,8 +25,8 @@ std::optional<Address> ParseAddress(std::string_view text);
 /// Whether a wait should end before its time.
 using StopCheck = std::function<bool()>;
 
-/// The numeric hosts of a name, at most four, as the SNMP library takes them: "udp:192.0.2.7:161". A name's look-up ends
-/// at `deadline` at the latest. Empty if there is none.
+/// The numeric hosts of a name, at most four, as the SNMP library takes them: "udp:192.0.2.7:161". A name's look-up
+/// ends at `deadline` at the latest. Empty if there is none.
 std::vector<std::string> Resolve(const Address& address, Clock::time_point deadline, const StopCheck& stop);
 
 }  // namespace heron::devicecomm

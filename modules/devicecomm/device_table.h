@@ -1,5 +1,5 @@
-// What the rows of devices' MIBs stand for: the rules of the *.device files beside the module. README.md describes their
-// format.
+// What the rows of devices' MIBs stand for: the rules of the *.device files beside the module. README.md describes
+// their format.
 #pragma once
 
 #include <cstdint>

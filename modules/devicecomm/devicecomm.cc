@@ -64,7 +64,8 @@ BDC_EXPORT BdcGetDevCommInfo(const char* address, BdcCommInfo* info) {
     const Conversation* const device = heron::devicecomm::BeginConversation(text);
     if (device == nullptr) return kBdcFailed;
     const heron::devicecomm::Address& parsed = device->address();
-    *info = {.family = static_cast<uint32_t>(parsed.family), .port = parsed.port, .reserved = {}, .address = {}, .host = {}};
+    *info = {
+        .family = static_cast<uint32_t>(parsed.family), .port = parsed.port, .reserved = {}, .address = {}, .host = {}};
     std::copy_n(parsed.host.begin(), std::min(parsed.host.size(), sizeof info->host - 1), info->host);
     if (parsed.family != 0)
       std::copy_n(parsed.host.begin(), std::min(parsed.host.size(), sizeof info->address - 1), info->address);

@@ -50,7 +50,7 @@ struct PunchPattern {
   uint32_t flag;
 };
 constexpr PunchPattern kPunchPatterns[] = {
-    {4, kBdcPunchesTwoHoles},  {6, kBdcPunchesTwoHoles},   {10, kBdcPunchesTwoHoles},  {12, kBdcPunchesTwoHoles},
+    {4, kBdcPunchesTwoHoles},   {6, kBdcPunchesTwoHoles},  {10, kBdcPunchesTwoHoles},  {12, kBdcPunchesTwoHoles},
     {5, kBdcPunchesThreeHoles}, {7, kBdcPunchesFourHoles}, {11, kBdcPunchesFourHoles},
 };
 
@@ -67,8 +67,8 @@ void SetText(char (&field)[N], const std::string& text) {
 
 /// Numbers of a device may be negative (-1 other, -2 unknown, -3 some); records hold their bits.
 uint32_t Bits(const Value& value) {
-  return static_cast<uint32_t>(std::clamp<int64_t>(value.number, std::numeric_limits<int32_t>::min(),
-                                                   std::numeric_limits<uint32_t>::max()));
+  return static_cast<uint32_t>(
+      std::clamp<int64_t>(value.number, std::numeric_limits<int32_t>::min(), std::numeric_limits<uint32_t>::max()));
 }
 
 uint32_t LastArc(const Oid& row) {
@@ -138,7 +138,8 @@ uint32_t PunchFlags(const Conversation& device, const Oid& finisher) {
   constexpr size_t kTypeAt = 2;  // behind the host's device and the finisher
   uint32_t flags = 0;
   for (const auto& [row, value] : device.At(kFinisherAttribute)) {
-    if (row.size() <= kTypeAt || row[kTypeAt] != kPunchPattern || !std::ranges::equal(std::span(row).first(kTypeAt), finisher))
+    if (row.size() <= kTypeAt || row[kTypeAt] != kPunchPattern ||
+        !std::ranges::equal(std::span(row).first(kTypeAt), finisher))
       continue;
     const auto found = std::ranges::find(kPunchPatterns, value.number, &PunchPattern::pattern);
     if (found != std::end(kPunchPatterns)) flags |= found->flag;

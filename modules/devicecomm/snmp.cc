@@ -16,7 +16,6 @@
 #include <poll.h>
 
 #include <algorithm>
-#include <charconv>
 #include <mutex>
 #include <utility>
 
@@ -76,8 +75,7 @@ Value ValueOf(const variable_list& variable) {
       value.text = std::to_string(value.number);
       break;
     case ASN_OBJECT_ID:
-      if (variable.val.objid != nullptr)
-        value.text = OidText(Arcs(variable.val.objid, variable.val_len / sizeof(oid)));
+      if (variable.val.objid != nullptr) value.text = OidText(Arcs(variable.val.objid, variable.val_len / sizeof(oid)));
       break;
     default:
       break;
@@ -98,7 +96,8 @@ struct Progress {
   bool done = false;
 
   void Take(const Binding& binding) {
-    const bool below = binding.oid.size() > column.size() && std::ranges::equal(column, std::span(binding.oid).first(column.size()));
+    const bool below =
+        binding.oid.size() > column.size() && std::ranges::equal(column, std::span(binding.oid).first(column.size()));
     done = done || binding.ends || !below || binding.oid <= next || rows.size() >= kMostRows;
     if (done) return;
     rows[Oid(binding.oid.begin() + static_cast<std::ptrdiff_t>(column.size()), binding.oid.end())] = binding.value;
@@ -167,28 +166,6 @@ struct Agent::Session {
   bool failed = false;
   Request request;
 };
-
-Oid ParseOid(std::string_view text) {
-  Oid oid;
-  const char* at = text.data();
-  const char* const end = at + text.size();
-  while (oid.size() < MAX_OID_LEN) {
-    uint32_t arc = 0;
-    const auto [behind, error] = std::from_chars(at, end, arc);
-    if (error != std::errc()) return {};
-    oid.push_back(arc);
-    if (behind == end) return oid;
-    if (*behind != '.') return {};
-    at = behind + 1;
-  }
-  return {};
-}
-
-std::string OidText(std::span<const uint32_t> oid) {
-  std::string text;
-  for (const uint32_t arc : oid) text.append(text.empty() ? "" : ".").append(std::to_string(arc));
-  return text;
-}
 
 Agent::Agent(std::vector<std::string> peers, std::string community, Clock::time_point deadline, StopCheck stop)
     : peers_(std::move(peers)),

@@ -12,15 +12,9 @@
 #include <vector>
 
 #include "address.h"
+#include "oid.h"
 
 namespace heron::devicecomm {
-
-/// Object id as arcs.
-using Oid = std::vector<uint32_t>;
-
-/// "1.3.6.1.2.1" as arcs; empty for what is none.
-Oid ParseOid(std::string_view text);
-std::string OidText(std::span<const uint32_t> oid);
 
 /// A value as text: an octet string without blanks and terminators at its end, a number in digits, an object id in
 /// dotted form.

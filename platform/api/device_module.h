@@ -1,5 +1,5 @@
-// The interface of the device communication module, ETVORBD.DLL: the functions that the driver looks up by name, what it
-// passes and the records it gets. Written by modules/devicecomm, read by driver/devicelink.
+// The interface of the device communication module, ETVORBD.DLL: the functions that the driver looks up by name, what
+// it passes and the records it gets. Written by modules/devicecomm, read by driver/devicelink.
 //
 // A module exports all functions below with C linkage and default visibility, under the names of kBdcFunctionNames.
 // Never change a layout: a module and the driver may be of different releases. Numbers are little-endian; texts are
@@ -149,10 +149,8 @@ enum BdcFunction : size_t {
 };
 
 inline constexpr std::array<const char*, kBdcFunctionCount> kBdcFunctionNames = {
-    "BdcGetLibVersion",         "BdcGetDevIpAddress",           "BdcGetDevCommInfo",
-    "BdcGetDevName",            "BdcGetDevMemoryCapacity",      "BdcGetDevFirmwareVersion",
-    "BdcGetDevOptionInfo",      "BdcGetDevInputTrayInfo",       "BdcGetDevOutputTrayInfo",
-    "BdcGetDevMediaPathInfo",   "BdcGetDevFinisherInfo",        "BdcGetDevStatus",
-    "BdcBeginDevEventNotify",   "BdcEndDevEventNotify",         "BdcBeginNotifyPrint",
-    "BdcGetDevJobHistoryList",  "BdcEndNotifyPrint",            "BdcBeginNotifyJobCompletion",
-    "BdcGetReceiveAddress",     "BdcEndNotifyJobCompletion"};
+    "BdcGetLibVersion",        "BdcGetDevIpAddress",          "BdcGetDevCommInfo",     "BdcGetDevName",
+    "BdcGetDevMemoryCapacity", "BdcGetDevFirmwareVersion",    "BdcGetDevOptionInfo",   "BdcGetDevInputTrayInfo",
+    "BdcGetDevOutputTrayInfo", "BdcGetDevMediaPathInfo",      "BdcGetDevFinisherInfo", "BdcGetDevStatus",
+    "BdcBeginDevEventNotify",  "BdcEndDevEventNotify",        "BdcBeginNotifyPrint",   "BdcGetDevJobHistoryList",
+    "BdcEndNotifyPrint",       "BdcBeginNotifyJobCompletion", "BdcGetReceiveAddress",  "BdcEndNotifyJobCompletion"};

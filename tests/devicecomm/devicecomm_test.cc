@@ -18,17 +18,28 @@ std::string Parsed(std::string_view text) {
 
 TEST(AddressTest, HostPortAndFamily) {
   const std::map<std::string, std::string> cases = {
-      {"printer", "printer 161 0"},          {"printer.example:1161", "printer.example 1161 0"},
-      {"192.0.2.7", "192.0.2.7 161 4"},      {"192.0.2.7:65535", "192.0.2.7 65535 4"},
-      {"[2001:db8::7]:161", "2001:db8::7 161 6"}, {"[::1]", "::1 161 6"},
-      {"2001:db8::7", "2001:db8::7 161 6"},  {"[fe80::1%eth0]:9", "fe80::1%eth0 9 6"},
-      {"", "none"},                          {":161", "none"},
-      {"printer:", "none"},                  {"printer:0", "none"},
-      {"printer:65536", "none"},             {"printer:12x", "none"},
-      {"printer:-1", "none"},                {"[::1", "none"},
-      {"[::1]x", "none"},                    {"[printer]:161", "none"},
-      {"a:b:c", "none"},                     {"printer 7", "none"},
-      {"tcp/printer", "none"},               {"printer@x", "none"},
+      {"printer", "printer 161 0"},
+      {"printer.example:1161", "printer.example 1161 0"},
+      {"192.0.2.7", "192.0.2.7 161 4"},
+      {"192.0.2.7:65535", "192.0.2.7 65535 4"},
+      {"[2001:db8::7]:161", "2001:db8::7 161 6"},
+      {"[::1]", "::1 161 6"},
+      {"2001:db8::7", "2001:db8::7 161 6"},
+      {"[fe80::1%eth0]:9", "fe80::1%eth0 9 6"},
+      {"", "none"},
+      {":161", "none"},
+      {"printer:", "none"},
+      {"printer:0", "none"},
+      {"printer:65536", "none"},
+      {"printer:12x", "none"},
+      {"printer:-1", "none"},
+      {"[::1", "none"},
+      {"[::1]x", "none"},
+      {"[printer]:161", "none"},
+      {"a:b:c", "none"},
+      {"printer 7", "none"},
+      {"tcp/printer", "none"},
+      {"printer@x", "none"},
   };
   for (const auto& [text, expected] : cases) EXPECT_EQ(Parsed(text), expected) << text;
 }
@@ -42,8 +53,10 @@ TEST(AddressTest, ANumericHostNeedsNoLookUp) {
 
 TEST(DeviceTableTest, RulesAndTests) {
   std::vector<Rule> rules;
-  EXPECT_TRUE(ParseDeviceTable("# comment\nobject name 1.3.6.1\n\noption 3 \"Tray 3\" name is \"PF 3\" # more\r\n"
-                               "option 6 * name\nmodel \"M\" 1.3.7 has 70\nfamily F name above 4", &rules));
+  EXPECT_TRUE(
+      ParseDeviceTable("# comment\nobject name 1.3.6.1\n\noption 3 \"Tray 3\" name is \"PF 3\" # more\r\n"
+                       "option 6 * name\nmodel \"M\" 1.3.7 has 70\nfamily F name above 4",
+                       &rules));
   ASSERT_EQ(rules.size(), 4u);
   EXPECT_EQ(rules[0].object, (Oid{1, 3, 6, 1}));
   EXPECT_EQ(rules[0].type, 3u);
@@ -60,10 +73,10 @@ TEST(DeviceTableTest, RulesAndTests) {
 }
 
 TEST(DeviceTableTest, ALineThatMeansNothingIsLeftOut) {
-  for (const char* line :
-       {"option x \"N\" 1.3.6", "option 3", "option 3 N", "option 3 \"N 1.3.6", "option 3 N unknown", "option 3 N 1.3.6 is",
-        "option 3 N 1.3.6 isnt x", "option 3 N 1.3.6 above x", "option 3 N 1.3.6 is a b", "option 99999999999 N 1.3.6",
-        "option 3 \"\" 1.3.6", "object a", "object a 1..3", "object a 1.99999999999", "model", "paper A4"}) {
+  for (const char* line : {"option x \"N\" 1.3.6", "option 3", "option 3 N", "option 3 \"N 1.3.6", "option 3 N unknown",
+                           "option 3 N 1.3.6 is", "option 3 N 1.3.6 isnt x", "option 3 N 1.3.6 above x",
+                           "option 3 N 1.3.6 is a b", "option 99999999999 N 1.3.6", "option 3 \"\" 1.3.6", "object a",
+                           "object a 1..3", "object a 1.99999999999", "model", "paper A4"}) {
     std::vector<Rule> rules;
     EXPECT_FALSE(ParseDeviceTable(std::string(line) + "\noption 3 N 1.3.6\n", &rules)) << line;
     EXPECT_EQ(rules.size(), 1u) << line;

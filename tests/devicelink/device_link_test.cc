@@ -29,8 +29,7 @@ TEST_F(DeviceLinkTest, TheCallsComeInOrder) {
   const auto report = ReadDevice(target);
   ASSERT_TRUE(report);
   // A list of which there is nothing isn't asked for its records.
-  EXPECT_EQ(device.calls,
-            "version comm name firmware memory options options inputs outputs paths finishers");
+  EXPECT_EQ(device.calls, "version comm name firmware memory options options inputs outputs paths finishers");
   EXPECT_EQ(device.address, "printer:1161");
   EXPECT_EQ(device.community, "kelvoz");
   EXPECT_TRUE(report->complete);
@@ -185,12 +184,13 @@ TEST_F(DeviceQueryTest, WhatStaplesIsPublished) {
     platform::DWORD needed = 0, count = 0;
     EXPECT_EQ(platform::EnumPrinterDataExW(printer.get(), u"DsDriver", buffer.data(), 4096, &needed, &count), 0u);
     for (const auto& row : std::span(reinterpret_cast<platform::PRINTER_ENUM_VALUESW*>(buffer.data()), count)) {
-      if (row.pValueName == std::u16string_view(wanted)) return std::pair(row.dwType, row.cbData == 1 ? *row.pData : 99);
+      if (row.pValueName == std::u16string_view(wanted))
+        return std::pair(row.dwType, row.cbData == 1 ? *row.pData : 99);
     }
     return std::pair(platform::DWORD{0}, 99);
   };
-  for (const auto& [value, staples] : std::map<uint16_t, int>{
-           {unit::kNotInstalled, 0}, {unit::kBin, 1}, {unit::kSeparator, 0}, {unit::kFloor4, 1}}) {
+  for (const auto& [value, staples] :
+       std::map<uint16_t, int>{{unit::kNotInstalled, 0}, {unit::kBin, 1}, {unit::kSeparator, 0}, {unit::kFloor4, 1}}) {
     *FieldsOf(*ui, ParamNamed<u"lpOutputUnit">()).committed = value;
     DeviceSaveToDirectory(*ui);
     EXPECT_EQ(published(u"printStaplingSupported"), std::pair(platform::REG_BINARY, staples)) << value;

@@ -21,7 +21,8 @@ DeviceReport ReportOf(const std::string& text) {
     std::ranges::replace(word, '_', ' ');
     const std::string what = word.substr(0, word.find(':')), value = word.substr(word.find(':') + 1);
     if (what == "flags") {
-      report.finishers.push_back({.index = 1, .type = 16, .name = {}, .flags = static_cast<uint32_t>(std::stoul(value))});
+      report.finishers.push_back(
+          {.index = 1, .type = 16, .name = {}, .flags = static_cast<uint32_t>(std::stoul(value))});
     } else if (what == "disk" || what == "ram") {
       const uint32_t type = what == "disk" ? kBdcMemoryDisk : kBdcMemoryRam;
       report.memory.push_back({.index = 1, .size = static_cast<uint32_t>(std::stoul(value)), .type = type});

@@ -51,8 +51,9 @@ TEST_F(DevicePageTest, AQueryShowsWhatChangesAndIsKeptByApply) {
   OpenDevice();
   page->Type("networkAddress", u"printer:1161");
   EXPECT_EQ(page->changes, 12) << "typed key by key";
-  EXPECT_EQ(AgreedQuery(),
-            "[20930]|Varnell 70MX-2|[20800]:[40021]->[40023] [20820]:[40041]->[40042] [20950]:[40088]->Varnell 70MX-2 ");
+  EXPECT_EQ(
+      AgreedQuery(),
+      "[20930]|Varnell 70MX-2|[20800]:[40021]->[40023] [20820]:[40041]->[40042] [20950]:[40088]->Varnell 70MX-2 ");
   EXPECT_EQ(device.address, "printer:1161");
   EXPECT_EQ(Value("lpSourceUnit"), "Tray3");
   EXPECT_EQ(page->SelectedText("lpSourceUnit"), "[40023]");
@@ -112,7 +113,8 @@ TEST_F(DevicePageTest, GapsOfTheAnswerAreSaid) {
 TEST_F(DevicePageTest, WithoutModuleOrNetworkTheAddressIsClosed) {
   const auto module = backend.functions.extract(kDeviceModule);
   OpenDevice();
-  for (const char* name : {"network", "networkAddress", "getDeviceSettings"}) EXPECT_FALSE(page->IsEnabled(name)) << name;
+  for (const char* name : {"network", "networkAddress", "getDeviceSettings"})
+    EXPECT_FALSE(page->IsEnabled(name)) << name;
   EXPECT_TRUE(page->IsEnabled("lpOutputUnit")) << "options can be set by hand";
   sheet.reset();
   backend.functions[kDeviceModule] = module.mapped();
@@ -134,8 +136,8 @@ TEST_F(DevicePageTest, TheLanguageIsOneOfTwo) {
   EXPECT_EQ(Value("lpPDLType"), "Pcl5");
   page->Press("lpPDLType.PclXl");
   EXPECT_EQ(Value("lpPDLType"), "PclXlMode4");
-  for (const auto& [language, shown] :
-       std::map<std::string, std::string>{{"0", "00"}, {"1", "10"}, {"2", "01"}, {"3", "01"}, {"4", "01"}, {"5", "00"}}) {
+  for (const auto& [language, shown] : std::map<std::string, std::string>{
+           {"0", "00"}, {"1", "10"}, {"2", "01"}, {"3", "01"}, {"4", "01"}, {"5", "00"}}) {
     Put("lpPDLType=" + language);
     page = sheet->Show("device-settings");
     const auto shows = [&](const char* name) { return (*page)[name].checked ? "1" : "0"; };

@@ -24,7 +24,9 @@ class FakeDevice {
     const auto set = [&](BdcFunction which, auto function) {
       functions[kBdcFunctionNames[which]] = reinterpret_cast<void*>(+function);
     };
-    set(kBdcGetLibVersion, [](uint32_t, BdcVersion* version) { return Call("version", version, BdcVersion{{1, 2, 3, 0}}); });
+    set(kBdcGetLibVersion, [](uint32_t, BdcVersion* version) {
+      return Call("version", version, BdcVersion{{1, 2, 3, 0}});
+    });
     set(kBdcGetDevCommInfo, [](const char* address, BdcCommInfo* info) {
       current()->address = address;
       return Call("comm", info, BdcCommInfo{});
@@ -34,8 +36,10 @@ class FakeDevice {
       return Call("name", name, current()->name);
     });
     set(kBdcGetDevFirmwareVersion, [](const BdcLink*, uint32_t*, void*) { return Note("firmware"); });
-    set(kBdcGetDevMemoryCapacity, [](const BdcLink*, uint32_t* c, void* b) { return Give("memory", current()->memory, c, b); });
-    set(kBdcGetDevOptionInfo, [](const BdcLink*, uint32_t* c, void* b) { return Give("options", current()->options, c, b); });
+    set(kBdcGetDevMemoryCapacity,
+        [](const BdcLink*, uint32_t* c, void* b) { return Give("memory", current()->memory, c, b); });
+    set(kBdcGetDevOptionInfo,
+        [](const BdcLink*, uint32_t* c, void* b) { return Give("options", current()->options, c, b); });
     set(kBdcGetDevFinisherInfo,
         [](const BdcLink*, uint32_t* c, void* b) { return Give("finishers", current()->finishers, c, b); });
     set(kBdcGetDevInputTrayInfo, [](const BdcLink*, uint32_t*, void*) { return Note("inputs"); });
@@ -63,10 +67,10 @@ class FakeDevice {
   /// Of the functions that don't succeed.
   std::map<std::string, int> results = {
       {"firmware", kBdcNoData}, {"inputs", kBdcNoData}, {"outputs", kBdcNoData}, {"paths", kBdcNoData}};
-  std::map<std::string, uint32_t> counts;  ///< what a list pretends in the place of its size: first call
-  std::map<std::string, uint32_t> written; ///< the same, second call
-  std::string calls;                       ///< a word for each call, in order
-  std::string address, community;          ///< as the last conversation was given them
+  std::map<std::string, uint32_t> counts;   ///< what a list pretends in the place of its size: first call
+  std::map<std::string, uint32_t> written;  ///< the same, second call
+  std::string calls;                        ///< a word for each call, in order
+  std::string address, community;           ///< as the last conversation was given them
 
  private:
   static FakeDevice*& current() {
@@ -90,7 +94,8 @@ class FakeDevice {
     if (result != kBdcDone) return result;
     const auto& lies = buffer == nullptr ? current()->counts : current()->written;
     const auto lie = lies.find(call);
-    const auto given = static_cast<uint32_t>(std::min<size_t>(records.size(), buffer == nullptr ? records.size() : *count));
+    const auto given =
+        static_cast<uint32_t>(std::min<size_t>(records.size(), buffer == nullptr ? records.size() : *count));
     if (buffer != nullptr && given > 0) std::memcpy(buffer, records.data(), given * sizeof(Record));
     *count = lie != lies.end() ? lie->second : given;
     return kBdcDone;
