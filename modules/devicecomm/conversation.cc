@@ -13,8 +13,10 @@ thread_local std::unique_ptr<Conversation> current;
 
 }  // namespace
 
-Conversation::Conversation(std::string text, Address address)
+Conversation::Conversation(std::string text, Address address, const Conversation* before)
     : text_(std::move(text)), address_(std::move(address)), deadline_(Clock::now() + kConversationLimit) {
+  follows_ = before != nullptr && before->text_ == text_ && !before->follows_;
+  if (follows_) deadline_ = std::max(deadline_, before->deadline_ + kConversationLimit);
   stop_ = [this] {
     return link_ != nullptr && link_->stopRequested != nullptr && link_->stopRequested(link_->stopContext);
   };
@@ -55,9 +57,8 @@ const Value& Conversation::At(const Oid& column, const Oid& row) const {
 }
 
 Conversation* BeginConversation(const std::string& address) {
-  current.reset();
   std::optional<Address> parsed = ParseAddress(address);
-  if (parsed) current = std::make_unique<Conversation>(address, std::move(*parsed));
+  current = parsed ? std::make_unique<Conversation>(address, std::move(*parsed), current.get()) : nullptr;
   return current.get();
 }
 

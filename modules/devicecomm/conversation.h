@@ -12,12 +12,14 @@
 
 namespace heron::devicecomm {
 
-/// A driver has two conversations for a query, one to see who answers and one to read: 5 seconds together.
+/// A driver has two conversations for a query, one to see who answers and one to read. What the first leaves of its
+/// time belongs to the second, so that both together end within 5 seconds.
 inline constexpr std::chrono::milliseconds kConversationLimit{2400};
 
 class Conversation {
  public:
-  Conversation(std::string text, Address address);
+  /// `before`: the one that this one follows; may be null.
+  Conversation(std::string text, Address address, const Conversation* before);
 
   /// Reads the columns that aren't known yet. False if that failed; the columns are then not known.
   bool Know(const std::set<Oid>& columns, const BdcLink& link);
@@ -34,6 +36,7 @@ class Conversation {
 
   std::string text_;
   Address address_;
+  bool follows_ = false;  ///< the second of a query
   Clock::time_point deadline_;
   StopCheck stop_;
   std::optional<std::vector<std::string>> peers_;

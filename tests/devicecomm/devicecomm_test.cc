@@ -48,7 +48,6 @@ TEST(AddressTest, ANumericHostNeedsNoLookUp) {
   const auto never = [] { return true; };
   EXPECT_EQ(Resolve(*ParseAddress("[::1]:9"), Clock::now(), never), std::vector<std::string>{"udp6:[::1]:9"});
   EXPECT_EQ(Resolve(*ParseAddress("127.0.0.1"), Clock::now(), never), std::vector<std::string>{"udp:127.0.0.1:161"});
-  EXPECT_TRUE(Resolve(*ParseAddress("localhost"), Clock::now(), never).empty()) << "no time is left";
 }
 
 TEST(DeviceTableTest, RulesAndTests) {

@@ -13,12 +13,12 @@
 namespace heron::test {
 namespace {
 
-/// "3:Tray3 flags:16 flags:32 disk:5 model:..." as a report; a name's underscores are blanks.
+/// "3:Tray3 flags:16 flags:32 disk:5 model:..." as a report; a ~ is a blank.
 DeviceReport ReportOf(const std::string& text) {
   DeviceReport report;
   std::istringstream words(text);
   for (std::string word; words >> word;) {
-    std::ranges::replace(word, '_', ' ');
+    std::ranges::replace(word, '~', ' ');
     const std::string what = word.substr(0, word.find(':')), value = word.substr(word.find(':') + 1);
     if (what == "flags") {
       report.finishers.push_back(
@@ -56,23 +56,23 @@ constexpr Case kCases[] = {
     {"3:Tray3+Tray4 3:Tray3",                        "lpSourceUnit",     0x3,        ""},
     {"3:tray3",                                      "lpSourceUnit",     0,          ""},
     {"4:Tray3",                                      "lpSourceUnit",     0,          ""},
-    {"5:Job_separator",                              "lpOutputUnit",     0x8,        "Separator"},
-    {"5:Bin-type_finisher",                          "lpOutputUnit",     0x10,       "Bin"},
-    {"5:Bin-type_finisher 6:Exit_Tray2",             "lpOutputUnit",     0x90,       "BinAndExit2"},
-    {"5:Floor-type_finisher",                        "lpOutputUnit",     0x10000020, ""},
-    {"5:Floor-type_finisher flags:16",               "lpOutputUnit",     0x30000020, "Floor2"},
-    {"5:Floor-type_finisher flags:48",               "lpOutputUnit",     0x70000020, "Floor2And3"},
-    {"5:Floor-type_finisher flags:16 flags:32",      "lpOutputUnit",     0x70000020, "Floor2And3"},
-    {"5:Floor-type_finisher flags:16 flags:16",      "lpOutputUnit",     0x30000020, "Floor2"},
-    {"5:Floor-type_finisher flags:64",               "lpOutputUnit",     0x90000020, "Floor4"},
-    {"5:Floor-type_finisher flags:112",              "lpOutputUnit",     0xF0000020, ""},
-    {"5:Bin-type_finisher flags:16",                 "lpOutputUnit",     0x10,       "Bin"},
-    {"6:Punch_unit flags:16",                        "lpPunchKit",       0x30000040, "TwoHoles"},
-    {"6:Punch_unit flags:32 flags:16",               "lpPunchKit",       0x70000040, "TwoAndThreeHoles"},
-    {"6:Punch_unit flags:64",                        "lpPunchKit",       0x90000040, "FourHoles"},
+    {"5:Job~separator",                              "lpOutputUnit",     0x8,        "Separator"},
+    {"5:Bin-type~finisher",                          "lpOutputUnit",     0x10,       "Bin"},
+    {"5:Bin-type~finisher 6:Exit~Tray2",             "lpOutputUnit",     0x90,       "BinAndExit2"},
+    {"5:Floor-type~finisher",                        "lpOutputUnit",     0x10000020, ""},
+    {"5:Floor-type~finisher flags:16",               "lpOutputUnit",     0x30000020, "Floor2"},
+    {"5:Floor-type~finisher flags:48",               "lpOutputUnit",     0x70000020, "Floor2And3"},
+    {"5:Floor-type~finisher flags:16 flags:32",      "lpOutputUnit",     0x70000020, "Floor2And3"},
+    {"5:Floor-type~finisher flags:16 flags:16",      "lpOutputUnit",     0x30000020, "Floor2"},
+    {"5:Floor-type~finisher flags:64",               "lpOutputUnit",     0x90000020, "Floor4"},
+    {"5:Floor-type~finisher flags:112",              "lpOutputUnit",     0xF0000020, ""},
+    {"5:Bin-type~finisher flags:16",                 "lpOutputUnit",     0x10,       "Bin"},
+    {"6:Punch~unit flags:16",                        "lpPunchKit",       0x30000040, "TwoHoles"},
+    {"6:Punch~unit flags:32 flags:16",               "lpPunchKit",       0x70000040, "TwoAndThreeHoles"},
+    {"6:Punch~unit flags:64",                        "lpPunchKit",       0x90000040, "FourHoles"},
     {"flags:16",                                     "lpPunchKit",       0,          ""},
-    {"6:Mail-bin_unit",                              "lpMailBinKit",     0x100,      "Installed"},
-    {"6:Saddle_unit",                                "lpSaddleUnit",     0x200,      "Installed"},
+    {"6:Mail-bin~unit",                              "lpMailBinKit",     0x100,      "Installed"},
+    {"6:Saddle~unit",                                "lpSaddleUnit",     0x200,      "Installed"},
     {"1000:Bdc_Function_Fax",                        "lpFAXUnit",        0x10000,    "Installed"},
     {"3:Bdc_Function_Fax",                           "lpFAXUnit",        0,          ""},
     {"disk:1",                                       "lpCopierHardDisk", 0x40000,    "Installed"},
@@ -80,9 +80,9 @@ constexpr Case kCases[] = {
     {"disk:4294967295 disk:1",                       "lpCopierHardDisk", 0x40000,    "Installed"},
     {"ram:512 disk:0",                               "lpCopierHardDisk", 0x80000,    "NotInstalled"},
     {"",                                             "lpCopierHardDisk", 0x80000,    "NotInstalled"},
-    {"model:Varnell_70MX-2",                         "lpEngine",         0x100000,   "1"},
-    {"model:Varnell_36MX-2",                         "lpEngine",         0x200000,   "2"},
-    {"model:varnell_36mx-2",                         "lpEngine",         0,          ""},
+    {"model:Varnell~70MX-2",                         "lpEngine",         0x100000,   "1"},
+    {"model:Varnell~36MX-2",                         "lpEngine",         0x200000,   "2"},
+    {"model:varnell~36mx-2",                         "lpEngine",         0,          ""},
 };
 // clang-format on
 

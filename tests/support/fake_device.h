@@ -20,20 +20,20 @@ class FakeDevice {
   explicit FakeDevice(platform::MemoryBackend& backend) {
     current() = this;
     auto& functions = backend.functions[kDeviceModule];
-    for (const char* name : kBdcFunctionNames) functions[name] = reinterpret_cast<void*>(+[] { return kBdcFailed; });
+    for (const char* each : kBdcFunctionNames) functions[each] = reinterpret_cast<void*>(+[] { return kBdcFailed; });
     const auto set = [&](BdcFunction which, auto function) {
       functions[kBdcFunctionNames[which]] = reinterpret_cast<void*>(+function);
     };
     set(kBdcGetLibVersion, [](uint32_t, BdcVersion* version) {
       return Call("version", version, BdcVersion{{1, 2, 3, 0}});
     });
-    set(kBdcGetDevCommInfo, [](const char* address, BdcCommInfo* info) {
-      current()->address = address;
+    set(kBdcGetDevCommInfo, [](const char* given, BdcCommInfo* info) {
+      current()->address = given;
       return Call("comm", info, BdcCommInfo{});
     });
-    set(kBdcGetDevName, [](const BdcLink* link, BdcName* name) {
+    set(kBdcGetDevName, [](const BdcLink* link, BdcName* out) {
       current()->community = link->community;
-      return Call("name", name, current()->name);
+      return Call("name", out, current()->name);
     });
     set(kBdcGetDevFirmwareVersion, [](const BdcLink*, uint32_t*, void*) { return Note("firmware"); });
     set(kBdcGetDevMemoryCapacity,
