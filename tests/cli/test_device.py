@@ -124,7 +124,6 @@ class DeviceTest(support.Journey):
             "truncated": lambda answer, _: answer[:len(answer) // 2],
             "empty": lambda answer, _: b"",
             "noise": lambda answer, _: bytes((byte * 7 + place) & 0xFF for place, byte in enumerate(answer)),
-            "other community": lambda answer, _: answer.replace(b"kelvoz", b"public"),
             "long length": lambda answer, _: answer[:1] + b"\x84\x7f\xff\xff\xff" + answer[2:],
         }
         for name, spoil in spoilers.items():
