@@ -15,7 +15,8 @@ inline constexpr std::u16string_view kQueuesPath = u"SYSTEM\\CurrentControlSet\\
 /// Below it a value for each removed queue.
 inline constexpr std::u16string_view kRemovedPath = u"SYSTEM\\CurrentControlSet\\Control\\Print\\Removed Printers";
 inline constexpr std::u16string_view kDataKey = u"PrinterDriverData";
-inline constexpr std::u16string_view kDirectoryKey = u"DsDriver";  ///< what the queue publishes; made when first written
+inline constexpr std::u16string_view kDirectoryKey =
+    u"DsDriver";  ///< what the queue publishes; made when first written
 
 /// Whether a queue may have this name (queues.h).
 bool IsQueueName(std::u16string_view name);
