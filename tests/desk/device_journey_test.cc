@@ -83,7 +83,10 @@ class SilentPort {
 class DeviceJourney : public ::testing::Test {
  protected:
   DeviceJourney() {
-    Command({QStringLiteral("printer"), QStringLiteral("add"), QStringLiteral("Hall")});
+    static int number = 0;
+    queue_ = QStringLiteral("Hall %1").arg(++number);
+    name_ = queue_.toStdU16String();
+    Command({QStringLiteral("printer"), QStringLiteral("add"), queue_});
     printer_ = platform::OpenPrinterFor(name_.c_str(), platform::PRINTER_ALL_ACCESS);
     watch_.setInterval(20);
     QObject::connect(&watch_, &QTimer::timeout, &watch_, [this] { Look(); });
@@ -114,6 +117,7 @@ class DeviceJourney : public ::testing::Test {
     return qobject_cast<QComboBox*>(WidgetOf(page, id))->currentText().toStdString();
   }
 
+  QString queue_;       ///< name of the queue
   QStringList answers;  ///< of the messages to come, by the name of a button
   QString cancels;      ///< a button of the busy window that is pressed
 
@@ -139,7 +143,7 @@ class DeviceJourney : public ::testing::Test {
   }
 
   QTimer watch_;
-  std::u16string name_ = u"Hall";
+  std::u16string name_;
   platform::UniquePrinter printer_;
   QString shown_;
 };
@@ -159,11 +163,11 @@ TEST_F(DeviceJourney, WhatADeviceReportsIsShownAndKept) {
     sheet.findChild<QDialogButtonBox*>(QString(), Qt::FindDirectChildrenOnly)->button(QDialogButtonBox::Ok)->click();
   };
   EXPECT_EQ(Run(query), SheetEnd::kConfirmed);
-  const QByteArray answer = Command({QStringLiteral("device"), QStringLiteral("show"), QStringLiteral("-p"),
-                                     QStringLiteral("Hall"), QStringLiteral("--json")});
+  const QByteArray answer = Command(
+      {QStringLiteral("device"), QStringLiteral("show"), QStringLiteral("-p"), queue_, QStringLiteral("--json")});
   EXPECT_EQ(QJsonDocument::fromJson(answer).object()[QStringLiteral("address")].toString(), device.address());
   // What the finisher is for can be chosen now.
-  Command({QStringLiteral("settings"), QStringLiteral("-p"), QStringLiteral("Hall"), QStringLiteral("-o"),
+  Command({QStringLiteral("settings"), QStringLiteral("-p"), queue_, QStringLiteral("-o"),
            QStringLiteral("Staple_Check=1"), QStringLiteral("--yes")});
 }
 
