@@ -56,7 +56,7 @@ AskedDevice AskDevice(const DeviceTarget& target, const Catalogue& catalogue) {
   std::optional<DeviceReport> report = ReadDevice(target);
   if (!report) FailAsking(kNoDevice, catalogue, text::kNoDeviceModule);
   asked.report = std::move(*report);
-  // A device that left between the two conversations told nothing at all.
+  // A device that left between the two conversations reported nothing.
   if (!IsAcceptedModel(asked.report.model)) FailAsking(kNoDevice, catalogue, text::kDeviceDoesNotAnswer);
   asked.options = MapDeviceOptions(asked.report);
   return asked;

@@ -72,7 +72,7 @@ Json AnswerJson(const UiState& ui, const AskedDevice& asked, bool applied) {
           {"options", rows}};
 }
 
-/// Without a terminal nobody can agree later; the device isn't asked then, as the window doesn't after a No.
+/// Without a terminal there is no way to agree later; the device isn't asked then, as in the window after a No.
 void CheckConsent(const DeviceOptions& options) {
   const Consent consent = options.consent.consent();
   if (consent == Consent::kNo) throw Failure(kConsent, "declined; the device wasn't asked and nothing was changed");

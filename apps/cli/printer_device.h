@@ -24,7 +24,7 @@ struct AskedNewDevice {
 /// that doesn't answer adds nothing. Failures as of AskDevice; exit code 2 for a query without an address.
 AskedNewDevice AskNewDevice(const NewDevice& device);
 
-/// Stores the address and what the device told as the printer's. Nothing without an address.
+/// Stores the address and what the device reported as the printer's. Nothing without an address.
 void StoreNewDevice(const std::string& printer, const AskedNewDevice& device);
 
 /// What the queue has published in the directory, by name; a value of one byte as its number.

@@ -14,7 +14,7 @@
 
 namespace heron {
 
-/// What a device told about itself. A list that couldn't be read is empty.
+/// What a device reported about itself. A list that couldn't be read is empty.
 struct DeviceReport {
   BdcVersion library{};
   BdcCommInfo communication{};

@@ -121,13 +121,13 @@ bool IsPresent(const Conversation& device, const Oid& finisher) {
 }
 
 /// One part of a device makes one record of a name, however many rules tell it by that name.
-using Told = std::set<std::tuple<Oid, Oid, std::string>>;
+using Reported = std::set<std::tuple<Oid, Oid, std::string>>;
 
-void AddOptions(const Conversation& device, const Rule& rule, Told* told, std::vector<BdcOption>* records) {
+void AddOptions(const Conversation& device, const Rule& rule, Reported* reported, std::vector<BdcOption>* records) {
   const Oid entry(rule.object.begin(), rule.object.end() - 1);
   for (const auto& [row, value] : device.At(rule.object)) {
     if (!rule.Matches(value) || (entry == kFinisherEntry && !IsPresent(device, row))) continue;
-    if (!told->emplace(entry, row, rule.NameOf(value)).second) continue;
+    if (!reported->emplace(entry, row, rule.NameOf(value)).second) continue;
     BdcOption record{.index = NextIndex(records->size()), .type = rule.type, .name = {}};
     SetText(record.name, rule.NameOf(value));
     records->push_back(record);
@@ -202,9 +202,9 @@ bool FillRecords(Conversation& device, const BdcLink& link, std::vector<BdcOptio
   std::set<Oid> columns = ObjectsOf(RuleKind::kOption, RuleKind::kOption);
   columns.insert(ColumnOf(kFinisherEntry, kFinisherPresence));
   if (!device.Know(columns, link)) return false;
-  Told told;
+  Reported reported;
   for (const Rule& rule : DeviceRules()) {
-    if (rule.kind == RuleKind::kOption) AddOptions(device, rule, &told, records);
+    if (rule.kind == RuleKind::kOption) AddOptions(device, rule, &reported, records);
   }
   return true;
 }

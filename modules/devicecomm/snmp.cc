@@ -37,7 +37,7 @@ struct Binding {
   bool ends = false;  ///< the agent has nothing behind what was asked
 };
 
-/// The library reads no configuration, writes none, and logs nothing: addresses and communities are nobody's business.
+/// The library reads no configuration, writes none, and logs nothing: addresses and communities stay private.
 void StartLibrary() {
   static std::once_flag once;
   std::call_once(once, [] {

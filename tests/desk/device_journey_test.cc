@@ -174,9 +174,9 @@ TEST_F(DeviceJourney, WhatADeviceReportsIsShownAndKept) {
 /// Where nothing answers the window stays alive and the wait can be cancelled. If this machine is too busy for the
 /// Cancel to come in time, the query ends with a refusal, which changes nothing either.
 TEST_F(DeviceJourney, AQueryThatWaitsCanBeCancelled) {
-  const SilentPort nobody;
+  const SilentPort silent;
   EXPECT_EQ(Run([&](Panel& page, PropertySheet&) {
-              Enter(page, nobody.address());
+              Enter(page, silent.address());
               answers = {QStringLiteral("Yes")};
               cancels = QStringLiteral("Cancel");
               Click(page, "getDeviceSettings");

@@ -1,5 +1,5 @@
 // A communication module of the tests: what it reports is set by fields, and it can lie in every way that a module can.
-// Its records go into the caller's buffers as they are, so that a sanitizer sees whoever believes too much.
+// Its records go into the caller's buffers as they are, so that a sanitizer sees code that believes too much.
 #pragma once
 
 #include <algorithm>
