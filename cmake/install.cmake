@@ -3,12 +3,12 @@
 
 set_target_properties(heron_driver heron_platform PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION 0)
 set_target_properties(heron_driver PROPERTIES INSTALL_RPATH "$ORIGIN")
-set_target_properties(heron_notify heron_resources PROPERTIES INSTALL_RPATH "$ORIGIN/../..")
+set_target_properties(heron_notify heron_resources heron_devicecomm PROPERTIES INSTALL_RPATH "$ORIGIN/../..")
 
 install(TARGETS heron_cli heron_sheet heron_spool heron_picture RUNTIME DESTINATION bin)
 install(TARGETS heron_driver heron_platform LIBRARY DESTINATION lib)
-install(TARGETS heron_resources heron_notify LIBRARY DESTINATION lib/heron/driver)
-install(FILES ${HERON_DRIVER_DIR}/TVOR610.vxs DESTINATION lib/heron/driver)
+install(TARGETS heron_resources heron_notify heron_devicecomm LIBRARY DESTINATION lib/heron/driver)
+install(FILES ${HERON_DRIVER_DIR}/TVOR610.vxs ${HERON_DRIVER_DIR}/varnell.device DESTINATION lib/heron/driver)
 
 install(FILES include/heron/heron.h DESTINATION include/heron)
 configure_file(cmake/heron.pc.in heron.pc @ONLY)

@@ -21,7 +21,7 @@ class App;
 
 namespace heron::cli {
 
-/// Exit codes; scripts rely on them. 7, the device doesn't answer, belongs to a command that doesn't exist yet.
+/// Exit codes; scripts rely on them.
 enum ExitCode : int {
   kDone = 0,
   kFailed = 1,
@@ -30,6 +30,7 @@ enum ExitCode : int {
   kRefused = 4,
   kNotFound = 5,
   kNotPermitted = 6,
+  kNoDevice = 7,  ///< the device doesn't answer, or there is no way to ask it
 };
 
 /// Ends a command: a sentence for the user without the leading "heron: ", and the exit code.
@@ -125,6 +126,7 @@ void AddRecordCommands(CLI::App& app);
 void AddCatalogCommand(CLI::App& app);
 void AddCapabilitiesCommand(CLI::App& app);
 void AddSettingsCommand(CLI::App& app);
+void AddDeviceCommands(CLI::App& app);
 void AddControlsCommand(CLI::App& app);
 void AddLibraryCommands(CLI::App& app);
 void AddPrintCommand(CLI::App& app);

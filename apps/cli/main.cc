@@ -13,6 +13,7 @@ int main(int argc, char** argv) {
   // The order in which the help shows them: what most people need comes first.
   heron::cli::AddPrinterCommands(app);
   heron::cli::AddSettingsCommand(app);
+  heron::cli::AddDeviceCommands(app);
   heron::cli::AddSheetCommand(app);
   heron::cli::AddLibraryCommands(app);
   heron::cli::AddPrintCommand(app);

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iostream>
 #include <memory>
 
@@ -22,6 +23,7 @@
 #include "platform/api/spooler.h"
 #include "platform/api/text.h"
 #include "platform/sqlite/store.h"
+#include "printer_device.h"
 #include "printer_list.h"
 #include "settings/secret_fields.h"
 #include "settings/user_tree.h"
@@ -39,6 +41,7 @@ struct PrinterOptions {
   PrinterRow row;
   std::string from;  ///< a list of printers, instead of `row`
   std::string dev_mode;
+  NewDevice device;
   bool replace = false;
   bool json = false;
 };
@@ -145,15 +148,16 @@ void AddOne(platform::Queue queue, bool replace) {
     throw Failure(kFailed, "the driver couldn't prepare the settings of the printer " + shown + ", which isn't added");
 }
 
-/// Adds all queues or none. The change begins before the driver's files are copied, so that missing rights are known
-/// first.
-void AddAll(const std::vector<platform::Queue>& queues, bool replace) {
+/// Adds all queues or none, with what `prepare` stores for them. The change begins before the driver's files are
+/// copied, so that missing rights are known first.
+void AddAll(const std::vector<platform::Queue>& queues, bool replace, const std::function<void()>& prepare = {}) {
   const std::string doing =
       queues.size() == 1 ? "add the printer " + Quoted(platform::ToUtf8(queues[0].name)) : "add the printers";
   platform::RegistryBatch batch(platform::HKEY_LOCAL_MACHINE);
   if (!batch.open()) FailStore(doing);
   InstallDriverFiles();
   for (const platform::Queue& queue : queues) AddOne(queue, replace);
+  if (prepare) prepare();
   if (!batch.Keep()) FailStore(doing);
 }
 
@@ -186,7 +190,8 @@ void Add(const PrinterOptions& options) {
     queue.devMode = ReadRecord(options.dev_mode);
     held_secrets = ClearSecrets(queue.devMode);
   }
-  AddAll({queue}, options.replace);
+  const AskedNewDevice device = AskNewDevice(options.device);
+  AddAll({queue}, options.replace, [&] { StoreNewDevice(options.row.name, device); });
   if (held_secrets) {
     std::cerr << "heron: the passwords and identity codes in the record are left out, since all users can read a "
                  "printer's record\n";
@@ -240,6 +245,7 @@ void Show(const PrinterOptions& options) {
   Json answer = QueueJson(queue);
   answer["savedRecordSize"] = StoredSize(printer, u"HERON NT");
   answer["country"] = CountryJson(printer);
+  answer["directory"] = DirectoryJson(printer);
   if (options.json) return PrintJson("printer.show", answer);
   const auto line = [](const char* what, const std::string& value) {
     std::cout << "  " << Padded(what, 15) << (value.empty() ? "-" : value) << '\n';
@@ -253,6 +259,7 @@ void Show(const PrinterOptions& options) {
   line("Queue's record", bytes(queue.devMode.size()));
   line("Saved settings", bytes(answer["savedRecordSize"].get<size_t>()));
   line("Country code", answer["country"].is_null() ? "" : answer["country"].dump());
+  for (const auto& [value, content] : answer["directory"].items()) line("Published", value + " = " + content.dump());
 }
 
 /// The caller's settings are removed at once; those of other users when they next use a queue of this name.
@@ -301,6 +308,8 @@ void AddPrinterCommands(CLI::App& app) {
       add->add_option("--dev-mode", options->dev_mode,
                       "Record that the queue gives to applications, - for standard input; its passwords are left out")
           ->type_name("FILE"),
+      add->add_option("--address", options->device.address, "Network address of the device"),
+      add->add_flag("--query", options->device.query, "Ask the device which options are installed"),
   };
   CLI::Option* const from =
       add->add_option("--from", options->from, "Add all printers of this list, - for standard input")

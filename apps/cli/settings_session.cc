@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "changes/commit.h"
+#include "devicelink/device_query.h"
 #include "platform/api/handles.h"
 #include "platform/sqlite/store.h"
 #include "resolved_record.h"
@@ -93,7 +94,10 @@ bool SettingsSession::Keep(const Bytes& record, Lists lists) {
   if (kind_ == SettingsKind::kDevice) {
     const Replaced replaced = ReplacePrinterEnv(printer_.handle(), saved_, env_);
     if (replaced == Replaced::kUnwritten) FailStore("store the printer's settings");
-    if (replaced == Replaced::kDone) UpdateStoredCountry(printer_.handle());
+    if (replaced == Replaced::kDone) {
+      UpdateStoredCountry(printer_.handle());
+      DeviceSaveToDirectory(ui());
+    }
     return replaced == Replaced::kDone;
   }
   const Bytes* const seen = seen_.has_value() ? &*seen_ : nullptr;

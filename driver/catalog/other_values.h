@@ -46,6 +46,12 @@ inline constexpr uint16_t kOffInRecord = 1;
 inline constexpr uint16_t kOnInRecord = 2;
 }  // namespace EnableBPPChange_Check
 
+/// What a query of the device stores.
+namespace lpEngine {
+inline constexpr uint16_t kModel70 = 1;
+inline constexpr uint16_t kModel36 = 2;
+}  // namespace lpEngine
+
 namespace lpFold {
 inline constexpr uint16_t kCenterInside = 12;
 inline constexpr uint16_t kTurnsBack = 21;  ///< feeds the plain twin of a rotated paper

@@ -4,6 +4,7 @@
 #include "changes/commit.h"
 #include "changes/reports.h"
 #include "engine/page_list.h"
+#include "pages/device_page.h"
 #include "pages/paper_page.h"
 #include "pages/plain_pages.h"
 #include "pages/preset_menu.h"
@@ -12,6 +13,7 @@
 #include "preview/machine_view.h"
 #include "preview/words.h"
 #include "rules/control_tables.h"
+#include "rules/dialogs.h"
 #include "settings/printer_data.h"
 
 namespace heron::pages {
@@ -228,6 +230,7 @@ void Page::SelectView(ControlId id) {
 std::unique_ptr<platform::DialogLogic> MakePage(SheetContext& sheet, const PageRow& row) {
   if (!row.isBuilt) return std::make_unique<UnbuiltPage>(sheet, row);
   if (row.number == kDocumentPages[0].number) return std::make_unique<PaperPage>(sheet, row);
+  if (row.number == dialog::kDevicePage) return std::make_unique<DevicePage>(sheet, row);
   return std::make_unique<VersionPage>(sheet, row);
 }
 

@@ -39,7 +39,7 @@ inline constexpr PageRow kDocumentPages[] = {
     {    1000, 2011,        0,       0,        1007, true},
 };
 inline constexpr PageRow kDevicePages[] = {
-    {     800, 2010,      815,       0,         848, false},
+    {     800, 2010,      815,       0,         848, true},
 };
 // clang-format on
 

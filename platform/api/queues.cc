@@ -128,6 +128,10 @@ std::u16string QueueDataPath(std::u16string_view name) {
   return JoinKeyPath(QueuePath(name), kDataKey);
 }
 
+std::u16string QueueDirectoryPath(std::u16string_view name) {
+  return JoinKeyPath(QueuePath(name), kDirectoryKey);
+}
+
 bool IsWholeRecord(std::span<const uint8_t> bytes) {
   constexpr size_t kSizeAt = 68;   // dmSize
   constexpr size_t kExtraAt = 70;  // dmDriverExtra

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <optional>
 #include <span>
 
 #include "platform/api/batch.h"
@@ -180,6 +181,38 @@ DWORD WithPrinterData(HANDLE printer, Call&& call) {
   });
 }
 
+/// The key of what the queue publishes. It has no place in the handle: few queues have one, and it's asked for rarely.
+DWORD FindDirectoryKey(const Backend& backend, const OpenedPrinter& opened, bool create, KeyId* key) {
+  Queue queue;
+  DWORD status = ReadQueue(backend, opened.queue, &queue);
+  if (status != kErrorSuccess) return status;
+  KeyId now = 0;
+  status = backend.trees->Find(Hive::kMachine, QueuePath(queue.name), &now);
+  if (status != kErrorSuccess || now != opened.queue) return kErrorKeyDeleted;  // another queue of this name
+  const std::u16string path = QueueDirectoryPath(queue.name);
+  bool created = false;
+  return create ? backend.trees->Create(Hive::kMachine, path, key, &created)
+                : backend.trees->Find(Hive::kMachine, path, key);
+}
+
+/// Runs `call` with the trees and the key of the queue's data that is named `key`.
+template <class Call>
+DWORD WithDataKey(HANDLE printer, std::u16string_view key, bool create, DWORD unknown_key, Call&& call) {
+  if (key == kDataKey) return WithPrinterData(printer, call);
+  if (key != kDirectoryKey) return unknown_key;
+  return WithBackend([&](const Backend& backend) {
+    const auto opened = FindHandleOf<OpenedPrinter>(printer);
+    if (opened == nullptr) return kErrorInvalidHandle;
+    std::optional<Batch> batch;  // reading needs none, and no right to write
+    if (create && batch.emplace(*backend.trees, Hive::kMachine).Status() != kErrorSuccess) return batch->Status();
+    KeyId data = 0;
+    DWORD status = FindDirectoryKey(backend, *opened, create, &data);
+    if (status == kErrorSuccess) status = call(*backend.trees, data);
+    if (status == kErrorSuccess && create) status = batch->Keep();
+    return status == kErrorKeyDeleted ? kErrorPrinterDeleted : status;
+  });
+}
+
 DWORD OpenQueue(const Backend& backend, std::u16string_view name, DWORD access, HANDLE* printer) {
   if (!IsQueueName(name)) return kErrorInvalidPrinterName;
   OpenedPrinter opened{};
@@ -231,9 +264,7 @@ DWORD EnumPrinterDataExW(HANDLE printer, const char16_t* key, uint8_t* buffer, D
                          DWORD* count) {
   if (key == nullptr || needed == nullptr || count == nullptr || (buffer == nullptr && size != 0))
     return kErrorInvalidParameter;
-  // The only key of printer data that queues have here.
-  if (key != std::u16string_view(u"PrinterDriverData")) return kErrorFileNotFound;
-  return WithPrinterData(printer, [&](TreeStore& trees, KeyId data) {
+  return WithDataKey(printer, key, false, kErrorFileNotFound, [&](TreeStore& trees, KeyId data) {
     std::vector<NamedValue> values;
     const DWORD status =
         trees.ReadAll(Hive::kMachine, data, [&](std::u16string_view name, DWORD type, std::span<const uint8_t> bytes) {
@@ -247,6 +278,14 @@ DWORD SetPrinterDataW(HANDLE printer, const char16_t* name, DWORD type, const ui
   if (name == nullptr || (data == nullptr && size != 0)) return kErrorInvalidParameter;
   return WithPrinterData(printer, [&](TreeStore& trees, KeyId key) {
     return trees.Write(Hive::kMachine, key, name, type, std::span(data, size));
+  });
+}
+
+DWORD SetPrinterDataExW(HANDLE printer, const char16_t* key, const char16_t* name, DWORD type, const uint8_t* data,
+                        DWORD size) {
+  if (key == nullptr || name == nullptr || (data == nullptr && size != 0)) return kErrorInvalidParameter;
+  return WithDataKey(printer, key, true, kErrorInvalidParameter, [&](TreeStore& trees, KeyId id) {
+    return trees.Write(Hive::kMachine, id, name, type, std::span(data, size));
   });
 }
 

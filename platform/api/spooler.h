@@ -87,13 +87,17 @@ HERON_PLATFORM_API DWORD GetPrinterDataW(HANDLE printer, const char16_t* name, D
                                          DWORD* needed);
 /// All values of printer data in one consistent look: `*count` structures at `buffer` with names and data behind them,
 /// in no order. `*needed` receives the size in bytes; with a smaller `size` kErrorMoreData, and nothing is written.
-/// `key` is "PrinterDriverData", where all of a queue's values lie.
+/// `key` is "PrinterDriverData", where a queue's values are, or "DsDriver", what it publishes in the directory;
+/// kErrorFileNotFound for another one, and for "DsDriver" before anything was published.
 HERON_PLATFORM_API DWORD EnumPrinterDataExW(HANDLE printer, const char16_t* key, uint8_t* buffer, DWORD size,
                                             DWORD* needed, DWORD* count);
 /// Writes one value whole, durably. kErrorAccessDenied if the user may not write the store; what access the handle was
 /// opened with doesn't matter, since a program's default handle is enough to drive the driver.
 HERON_PLATFORM_API DWORD SetPrinterDataW(HANDLE printer, const char16_t* name, DWORD type, const uint8_t* data,
                                          DWORD size);
+/// The same for a value of `key`, as EnumPrinterDataExW knows them; kErrorInvalidParameter for another key.
+HERON_PLATFORM_API DWORD SetPrinterDataExW(HANDLE printer, const char16_t* key, const char16_t* name, DWORD type,
+                                           const uint8_t* data, DWORD size);
 HERON_PLATFORM_API DWORD DeletePrinterDataW(HANDLE printer, const char16_t* name);
 
 /// All values written to the queue's printer data between the two calls become visible and durable together. A layer of

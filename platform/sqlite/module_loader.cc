@@ -10,6 +10,7 @@
 #include "platform/api/module_data.h"
 #include "platform/api/module_texts.h"
 #include "platform/api/text.h"
+#include "platform/sqlite/system_modules.h"
 
 namespace heron::store {
 
@@ -67,6 +68,9 @@ DlModules::DlModules() = default;
 DlModules::~DlModules() = default;
 
 HMODULE DlModules::Load(std::u16string_view path) {
+  // Only a full path: a bare name would be searched for in places that others may write to.
+  const bool of_system = !path.starts_with(platform::kPathSeparator);
+  if (of_system && !HasSystemModule(path)) return nullptr;
   const auto find = [&] {
     return std::ranges::find(modules_, path, [](const auto& module) { return std::u16string_view(module->path); });
   };
@@ -77,10 +81,9 @@ HMODULE DlModules::Load(std::u16string_view path) {
       return found->get();
     }
   }
-  // Only a full path: a bare name would be searched for in places that others may write to.
-  if (!path.starts_with(platform::kPathSeparator)) return nullptr;
   // Without the lock, since a module's own start-up code may load another.
-  UniqueLibrary library(dlopen(platform::ToUtf8(path).c_str(), RTLD_NOW | RTLD_LOCAL));
+  // A module of the system is the program itself, which links what it needs of the system.
+  UniqueLibrary library(dlopen(of_system ? nullptr : platform::ToUtf8(path).c_str(), RTLD_NOW | RTLD_LOCAL));
   if (library == nullptr) return nullptr;
   auto module = std::make_unique<Module>(Module{.path = std::u16string(path),
                                                 .library = library.get(),

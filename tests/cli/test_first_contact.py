@@ -6,6 +6,7 @@ import subprocess
 import unittest
 
 import support
+from sample_device import SampleDevice
 from support import BIN, SAMPLES
 
 COMMAND = re.compile(r"^  (\w+)  ", re.MULTILINE)
@@ -50,6 +51,7 @@ class FirstContactTest(support.Journey):
         last = ["library remove", "library register", "printer remove"]
         commands = order + [command for command in commands if command not in order + last] + last
         self.add_printer()
+        device = SampleDevice(self, 'model "Varnell 70MX-2"\n')
         seen = set()
         for command in commands:
             examples = self.help(*command.split()).partition("\nExamples\n")[2].partition("\n\n")[0]
@@ -60,6 +62,7 @@ class FirstContactTest(support.Journey):
                 if "board.vxs" in example:
                     shutil.copy(next(self.home.rglob("Booklet.vxs")), self.folder / "board.vxs")
                 line = example.replace("heron", str(BIN), 1).replace("printer add Office", "printer add Office --replace")
+                line = line.replace("printer.example", device.address)
                 done = subprocess.run(["sh", "-ec", line], cwd=self.folder, env=self.environment(), input=b"",
                                       capture_output=True, timeout=60, check=False)
                 self.assertEqual(done.returncode, 0, f"{example}: {done.stderr.decode()}")

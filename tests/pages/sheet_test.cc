@@ -384,8 +384,7 @@ TEST_F(SheetTest, TheNextOwnerDoesNotInheritSecrets) {
 TEST_F(SheetTest, TheDeviceSheetStoresWhatItConfirms) {
   ScriptedSheet device(desk, printer.get(), 0, true);
   ASSERT_EQ(device.Open(), 1);
-  ScriptedDialog* shown = device.Show("device-settings");
-  for (const ControlId id : shown->Controls()) EXPECT_FALSE(shown->IsEnabled(id)) << NameOfControl(id);
+  device.Show("device-settings");
   device.context().engine().Set(ControlNamed("lpOutputUnit"), 41);
   backend.machineWritable = false;
   SETRESULT_INFO confirmed{.cbSize = sizeof confirmed, .wReserved = 0, .hSetResult = nullptr, .Result = 1};

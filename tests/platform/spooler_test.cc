@@ -214,6 +214,33 @@ TEST_F(SpoolerTest, AllPrinterDataComeInOneLook) {
   EXPECT_EQ(EnumPrinterDataExW(nullptr, u"PrinterDriverData", nullptr, 0, &needed, &count), kErrorInvalidHandle);
 }
 
+TEST_F(SpoolerTest, PublishedValuesAreApartAndGoWithTheQueue) {
+  const uint8_t byte = 7;
+  DWORD needed = 0, count = 0;
+  const auto published = [&](HANDLE queue) {
+    return EnumPrinterDataExW(queue, u"DsDriver", nullptr, 0, &needed, &count);
+  };
+  const auto publish = [&](HANDLE queue, const char16_t* key) {
+    return SetPrinterDataExW(queue, key, u"v", REG_BINARY, &byte, 1);
+  };
+  EXPECT_EQ(published(printer.get()), kErrorFileNotFound) << "nothing was published yet";
+  ASSERT_EQ(publish(printer.get(), u"DsDriver"), kErrorSuccess);
+  EXPECT_EQ(published(printer.get()), kErrorMoreData);
+  EXPECT_EQ(GetPrinterDataW(printer.get(), u"v", nullptr, nullptr, 0, &needed), kErrorFileNotFound);
+  EXPECT_EQ(publish(printer.get(), u"PrinterDriverData"), kErrorSuccess);
+  EXPECT_EQ(GetPrinterDataW(printer.get(), u"v", nullptr, nullptr, 0, &needed), kErrorMoreData);
+  EXPECT_EQ(publish(printer.get(), u"Other"), kErrorInvalidParameter);
+  backend.machineWritable = false;
+  EXPECT_EQ(publish(printer.get(), u"DsDriver"), kErrorAccessDenied);
+  EXPECT_EQ(published(printer.get()), kErrorMoreData) << "reading needs no right";
+  backend.machineWritable = true;
+  ASSERT_EQ(RemoveQueue(u"Qu\u00E9"), kErrorSuccess);
+  ASSERT_EQ(AddQueue(Sample(u"Qu\u00E9")), kErrorSuccess);
+  EXPECT_EQ(publish(printer.get(), u"DsDriver"), kErrorPrinterDeleted) << "the new queue isn't the old one";
+  const UniquePrinter again = OpenPrinterFor(u"Qu\u00E9", PRINTER_ALL_ACCESS);
+  EXPECT_EQ(published(again.get()), kErrorFileNotFound);
+}
+
 TEST_F(SpoolerTest, WithoutRightsPrinterDataIsReadOnly) {
   backend.machineWritable = false;
   EXPECT_EQ(OpenPrinterFor(u"Qu\u00E9", PRINTER_ALL_ACCESS), nullptr);

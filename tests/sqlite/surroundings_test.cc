@@ -72,6 +72,16 @@ TEST(Modules, TextsAreFoundByNumberWhileTheModuleIsLoaded) {
   }
 }
 
+TEST(Modules, TheSystemsOwnAreFoundByTheirBareNames) {
+  const TempFolder folder;
+  const auto backend = InstallAt(folder.path);
+  for (const char16_t* name : {u"KERNEL32.DLL", u"WS2_32.DLL", u"WSOCK32.DLL"}) {
+    const HMODULE module = LoadLibraryW(name);
+    EXPECT_NE(module, nullptr);
+    EXPECT_EQ(FreeLibrary(module), 1);
+  }
+}
+
 TEST(CodePages, AChineseNameIsCutAtAWholeCharacterAndMissingOnesAreMarked) {
   const TempFolder folder;
   store::StoreOptions options;
