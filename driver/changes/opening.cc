@@ -44,6 +44,7 @@ ResolveOutcome OpenSettings(Resolver& resolver, EngineView* view, OpeningPass pa
   RestoreOutputPaper(ui);
   LoadAllTrayMirrors(ui);
   LoadWorkingList(ui, WorkingList(ui));
+  ShowPageListNames(ui);
   BindControls(engine, ui);
   if (pass == OpeningPass::kRun) KeepSwitchesOn(ui);
   EvaluateRules(engine, view);
