@@ -34,6 +34,9 @@ inline constexpr ValueName kValueNames[] = {
     {"",             "port",    "NAME"},
     {"",             "driver",  "NAME"},
     {"",             "to",      "FORMAT"},
+    {"",             "type",    "TYPE"},
+    {"",             "tray",    "TRAY"},
+    {"",             "pages",   "PAGES"},
     {"",             "path",    "488|556"},
 };
 // clang-format on

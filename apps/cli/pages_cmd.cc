@@ -327,7 +327,7 @@ void SortRows(const PagesOptions& options) {
   if (column == std::end(kColumns))
     throw Failure(kUsage, "there is no column \"" + Printable(options.word) + "\"; sort by pages, type or tray");
   RunRowEdit(options, [&](SettingsSession& opened) {
-    const bool moved = pages::SortRows(opened.engine(), column->column, options.reverse);
+    const bool moved = !std::ranges::is_sorted(pages::SortRows(opened.engine(), column->column, options.reverse));
     return std::string(moved ? "The rows are sorted by " : "The rows were sorted already by ") +
            std::string(column->name) + '.';
   });

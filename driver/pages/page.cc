@@ -5,6 +5,7 @@
 #include "changes/reports.h"
 #include "engine/page_list.h"
 #include "pages/paper_page.h"
+#include "pages/per_page_page.h"
 #include "pages/plain_pages.h"
 #include "pages/preset_menu.h"
 #include "platform/api/text.h"
@@ -12,6 +13,7 @@
 #include "preview/machine_view.h"
 #include "preview/words.h"
 #include "rules/control_tables.h"
+#include "rules/dialogs.h"
 #include "settings/printer_data.h"
 
 namespace heron::pages {
@@ -226,8 +228,14 @@ void Page::SelectView(ControlId id) {
 
 std::unique_ptr<platform::DialogLogic> MakePage(SheetContext& sheet, const PageRow& row) {
   if (!row.isBuilt) return std::make_unique<UnbuiltPage>(sheet, row);
-  if (row.number == kDocumentPages[0].number) return std::make_unique<PaperPage>(sheet, row);
-  return std::make_unique<VersionPage>(sheet, row);
+  switch (row.number) {
+    case dialog::kPaperPage:
+      return std::make_unique<PaperPage>(sheet, row);
+    case dialog::kPerPagePage:
+      return std::make_unique<PerPagePage>(sheet, row);
+    default:
+      return std::make_unique<VersionPage>(sheet, row);
+  }
 }
 
 }  // namespace heron::pages

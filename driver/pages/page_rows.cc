@@ -179,7 +179,7 @@ bool MoveRow(const UiState& ui, size_t row, size_t to) {
   return true;
 }
 
-bool SortRows(Engine& engine, RowColumn column, bool descending) {
+std::vector<size_t> SortRows(Engine& engine, RowColumn column, bool descending) {
   for (const uint16_t control : {kTypeControl, kTrayControl}) engine::ComputeItemStatus(engine, control);
   const std::span<PageEntry> rows = WorkingRows(*engine.ui);
   const std::vector<PageEntry> before(rows.begin(), rows.end());
@@ -191,7 +191,7 @@ bool SortRows(Engine& engine, RowColumn column, bool descending) {
     return descending ? second < first : first < second;
   });
   for (size_t i = 0; i < order.size(); ++i) rows[i] = before[order[i]];
-  return !std::ranges::is_sorted(order);
+  return order;
 }
 
 KeptRows KeepRows(const UiState& ui) {

@@ -60,8 +60,8 @@ enum class RowColumn : uint8_t { kPages, kType, kTray };
 inline constexpr size_t kRowColumns = 3;
 
 /// Sorts the rows, stable: by the first page, then printed pages before inserted sheets; by the place of the print type
-/// or of the tray in its list, what isn't offered last. True if the order has changed.
-bool SortRows(engine::Engine& engine, RowColumn column, bool descending);
+/// or of the tray in its list, what isn't offered last. Returns where each row was before.
+std::vector<size_t> SortRows(engine::Engine& engine, RowColumn column, bool descending);
 
 /// A copy of the rows, to undo an edit.
 struct KeptRows {
