@@ -8,6 +8,7 @@
 #include "pages/per_page_page.h"
 #include "pages/plain_pages.h"
 #include "pages/preset_menu.h"
+#include "pages/special_page.h"
 #include "platform/api/text.h"
 #include "presets/recall.h"
 #include "preview/machine_view.h"
@@ -233,6 +234,8 @@ std::unique_ptr<platform::DialogLogic> MakePage(SheetContext& sheet, const PageR
       return std::make_unique<PaperPage>(sheet, row);
     case dialog::kPerPagePage:
       return std::make_unique<PerPagePage>(sheet, row);
+    case dialog::kSpecialPage:
+      return std::make_unique<SpecialPage>(sheet, row);
     default:
       return std::make_unique<VersionPage>(sheet, row);
   }

@@ -30,7 +30,7 @@ inline constexpr PageRow kDocumentPages[] = {
     // number  help  defaults  library  first paint  built
     {     100, 2002,      151,     170,         154, true},
     {     200, 2003,      237,     256,         239, true},
-    {     300, 2004,      338,     347,         344, false},
+    {     300, 2004,      338,     347,         344, true},
     {     400, 2005,        0,     416,         415, false},
     {     500, 2006,      536,     531,         530, false},
     {     600, 2008,      615,     648,         636, false},
