@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "generated/texts.h"
-#include "generated/values.h"
 #include "pages/image_shift.h"
 #include "pages/size_text.h"
 
@@ -89,7 +88,8 @@ void ImageShiftDialog::OnInitialise() {
 }
 
 void ImageShiftDialog::EnableSides() {
-  const bool own = Setting<u"lpImgShiftMode">(ui()) == value::lpImgShiftMode::kDriver && Editable();
+  const int own_values = engine::RadioMemberValue(engine::ControlId(u"lpImgShiftMode.Driver"));
+  const bool own = Setting<u"lpImgShiftMode">(ui()) == own_values && Editable();
   for (const ControlId id : kFrontControls) dialog().Enable(id, own);
   for (const ControlId id : kBackControls) dialog().Enable(id, own && !BackFollowsFront(ui()));
   for (const ControlId id : kUnusedControls) dialog().Enable(id, false);
