@@ -34,6 +34,8 @@ inline constexpr ValueName kValueNames[] = {
     {"",             "port",    "NAME"},
     {"",             "driver",  "NAME"},
     {"",             "to",      "FORMAT"},
+    {"",             "sample",  "FILE"},
+    {"",             "mask",    "FILE"},
     {"",             "type",    "TYPE"},
     {"",             "tray",    "TRAY"},
     {"",             "pages",   "PAGES"},

@@ -4,10 +4,12 @@
 #include "changes/commit.h"
 #include "changes/reports.h"
 #include "engine/page_list.h"
+#include "pages/font_page.h"
 #include "pages/paper_page.h"
 #include "pages/per_page_page.h"
 #include "pages/plain_pages.h"
 #include "pages/preset_menu.h"
+#include "pages/quality_page.h"
 #include "pages/special_page.h"
 #include "platform/api/text.h"
 #include "presets/recall.h"
@@ -234,6 +236,10 @@ std::unique_ptr<platform::DialogLogic> MakePage(SheetContext& sheet, const PageR
       return std::make_unique<PaperPage>(sheet, row);
     case dialog::kPerPagePage:
       return std::make_unique<PerPagePage>(sheet, row);
+    case dialog::kQualityPage:
+      return std::make_unique<QualityPage>(sheet, row);
+    case dialog::kFontPage:
+      return std::make_unique<FontPage>(sheet, row);
     case dialog::kSpecialPage:
       return std::make_unique<SpecialPage>(sheet, row);
     default:

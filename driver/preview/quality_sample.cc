@@ -3,8 +3,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "catalog/strings.h"
+#include "engine/engine.h"
 #include "engine/setting.h"
 #include "generated/values.h"
+#include "platform/api/text.h"
+#include "rules/control_tables.h"
 
 namespace heron::preview {
 
@@ -170,6 +174,23 @@ QualitySources QualitySourcesOf(const UiState& ui) {
   if (!IsOn<u"PrintCAD_Check">(ui)) return {kInGreys, kMask};
   const bool text_only = Setting<u"lpPrintCADMode">(ui) == value::lpPrintCADMode::kTextAndGraphics;
   return {text_only ? kTextInBlack : kAllBlack, kMask};
+}
+
+std::u16string SayQuality(const UiState& ui) {
+  constexpr engine::ControlIndex kTold[] = {
+      engine::Control(u"PrintCAD_Check"), engine::Control(u"lpPrintCADMode.TextAndGraphics"),
+      engine::Control(u"lpBrushPtPit.Fine"), engine::Control(u"EngSaveToner_Check"), engine::Control(u"DraftPrint"),
+      engine::Control(u"lpSmoothing")};
+  std::u16string text;
+  for (const engine::ControlIndex control : kTold) {
+    const engine::ControlRow& row = engine::kControls[control];
+    const uint16_t value = *FieldsOf(ui, engine::ParamIndexOfControl(control)).value;
+    const char16_t* const label = engine::GetValueLabel(row.id, value);
+    const bool told = label != nullptr && (row.id != engine::ControlId(u"lpPrintCADMode.TextAndGraphics") ||
+                                           IsOn<u"PrintCAD_Check">(ui));
+    if (told) text += platform::ExpandText(text.empty() ? u"%s: %s" : u"; %s: %s", {GetUiString(row.label), label});
+  }
+  return text;
 }
 
 bool RenderQualitySample(GreyPicture& source, GreyPicture& mask, const QualitySample& sample) {

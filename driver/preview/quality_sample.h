@@ -7,7 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <span>
-#include <string_view>
+#include <string>
 #include <vector>
 
 #include "uistate/ui_state.h"
@@ -51,5 +51,8 @@ const std::array<uint8_t, 256>* ToneTable(int32_t density);
 /// Computes the sample of `source`, whose photo is where `mask` is black. False, with `source` untouched, if the two
 /// differ in size. `mask` becomes the photo part as it was processed.
 bool RenderQualitySample(GreyPicture& source, GreyPicture& mask, const QualitySample& sample);
+
+/// The settings of the quality page in words, "Print in black: On; ...". The texts are in use.
+std::u16string SayQuality(const UiState& ui);
 
 }  // namespace heron::preview
