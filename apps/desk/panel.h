@@ -106,6 +106,8 @@ class Panel final : public QWidget, public platform::Dialog {
   /// Reports an event to the logic, unless the logic caused it.
   template <typename Call>
   void Tell(Call call);
+  bool TakesListKey(const QWidget* list, const QKeyEvent& event);
+  bool PressedInList(const QObject* watched, const QKeyEvent& event);
   bool TakesKey(platform::ControlId id, char16_t character, const QString& text, qsizetype first, qsizetype last);
   void FocusMoved(QWidget* old, QWidget* now);
   bool MayLeave(platform::ControlId from, platform::ControlId to);
