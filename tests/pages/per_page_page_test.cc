@@ -19,7 +19,7 @@ class PerPagePageTest : public SheetTest {
   }
   /// The page's button with the row dialog behind it.
   void Add(std::u16string_view pages, std::string_view type = {}, std::string_view tray = {}) {
-    desk.Expect("row of the per-page list", Fill(pages, type, tray));
+    desk.Expect("row-of-the-per-page-list", Fill(pages, type, tray));
     page->Click("addPageListRow");
   }
   ScriptedDesk::Script Fill(std::u16string_view pages, std::string_view type, std::string_view tray) {
@@ -89,7 +89,7 @@ TEST_F(PerPagePageTest, ALifeOfRows) {
   page->ClickHeading("pageListRows", 1);
   EXPECT_EQ(Rows(), "1-2 3,6-10 [3,9]");
 
-  desk.Expect("row of the per-page list", [&](ScriptedDialog& dialog) {
+  desk.Expect("row-of-the-per-page-list", [&](ScriptedDialog& dialog) {
     EXPECT_EQ(dialog.TextOf("rowPages"), "3,6-10");
     EXPECT_TRUE(dialog.TextOf(2401).starts_with("[20158]"));
     Choose(dialog, "lpInterSheetListPRNType", "BlankSheet");
@@ -128,7 +128,7 @@ TEST_F(PerPagePageTest, TheRowOfTheOtherPagesIsNeverSelected) {
 TEST_F(PerPagePageTest, TextsOfARow) {
   Open();
   Add(u"1-9");
-  desk.Expect("row of the per-page list", [&](ScriptedDialog& dialog) {
+  desk.Expect("row-of-the-per-page-list", [&](ScriptedDialog& dialog) {
     dialog.Type("rowPages", u",1,,20-x0-5");
     EXPECT_EQ(dialog.TextOf("rowPages"), "1,20-5") << "wrong characters never reach the field";
     const std::pair<const char16_t*, const char*> cases[] = {
@@ -154,7 +154,7 @@ TEST_F(PerPagePageTest, AFullListAndItsOtherNine) {
   for (int i = 0; i < 30; ++i) pages::StoreRow(engine(), {}, u"1");
   page->Click("addPageListRow");
   EXPECT_EQ(desk.Told(), "[20157]|[28585]");
-  desk.Expect("name of the per-page list", [&](ScriptedDialog& dialog) {
+  desk.Expect("name-of-the-per-page-list", [&](ScriptedDialog& dialog) {
     EXPECT_EQ(Confirm(dialog, "pageListName", u""), "[28546]|[28547] at pageListName");
     EXPECT_EQ(Confirm(dialog, "pageListName", u"[28588]"), "[28546]|[28548] at pageListName");
     dialog.Type("pageListName", u" Board and all others");
@@ -180,7 +180,7 @@ TEST_F(PerPagePageTest, RowsInConflictAreGreyAndRepairedWhenOpened) {
   engine::ValidatePerPageList(engine(), engine::Conflicts::kAll);
   ASSERT_NE(sheet->Show("per-page"), nullptr);
   EXPECT_EQ(Rows(), "1! [2]");
-  desk.Expect("row of the per-page list", [](ScriptedDialog& dialog) { dialog.Click("OK"); });
+  desk.Expect("row-of-the-per-page-list", [](ScriptedDialog& dialog) { dialog.Click("OK"); });
   page->Activate("pageListRows", 1);
   EXPECT_EQ(Rows(), "[1] 2");
   EXPECT_TRUE(desk.Told().starts_with("[20157]|[22226][20136] => "));

@@ -12,7 +12,7 @@ class SpecialPageTest : public SheetTest {
   /// The dialog behind the button, on settings that hold `settings`.
   void Shift(const std::string& settings, ScriptedDesk::Script script) {
     OpenPage("ImageShift_Check=On " + settings, "special");
-    desk.Expect("image shift", std::move(script));
+    desk.Expect("image-shift", std::move(script));
     page->Click("imageShiftButton");
   }
   std::string Numbers(const ScriptedDialog& dialog) const {
