@@ -111,6 +111,7 @@ void ImageShiftDialog::OnChanged(ControlId id) {
 void ImageShiftDialog::StoreNumber(ControlId field, uint16_t number) {
   engine::SetControlValue(engine(), field, number);
   const ShiftField* const known = FindField(field);
+  if (known == nullptr) return;
   dialog().SetPosition(known->spin, number);
   if (known->follower == 0 || !BackFollowsFront(ui())) return;
   dialog().SetText(known->follower, dialog().Text(field));
