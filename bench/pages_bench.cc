@@ -60,8 +60,7 @@ BENCHMARK(RenderASample)->Arg(200)->Arg(400)->Unit(benchmark::kMicrosecond);
 void ListThreeThousandFonts(benchmark::State& state) {
   std::vector<std::u16string> names;
   for (int i = 0; i < 3000; ++i) names.push_back(platform::FromUtf8("Family " + std::to_string(i * 7919 % 3000)));
-  for (auto _ : state)
-    benchmark::DoNotOptimize(pages::RowsOfFonts(pages::ListedFonts(names), DefaultFontPairs()));
+  for (auto _ : state) benchmark::DoNotOptimize(pages::RowsOfFonts(pages::ListedFonts(names), DefaultFontPairs()));
 }
 BENCHMARK(ListThreeThousandFonts)->Unit(benchmark::kMicrosecond);
 

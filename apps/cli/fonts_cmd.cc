@@ -41,8 +41,8 @@ FontSubstStore& StoreOf(const UiState& ui) {
 std::vector<FontRow> RowsOf(const UiState& ui) {
   std::vector<FontRow> rows;
   for (const FontPair& pair : pages::PairsOf(StoreOf(ui)))
-    rows.push_back({std::u16string(pages::TextOfName(pair.trueTypeFont)),
-                    std::u16string(pages::TextOfName(pair.deviceFont))});
+    rows.push_back(
+        {std::u16string(pages::TextOfName(pair.trueTypeFont)), std::u16string(pages::TextOfName(pair.deviceFont))});
   return rows;
 }
 
@@ -129,8 +129,8 @@ void Reset(const FontsOptions& options) {
     FontSubstStore& store = StoreOf(opened.ui());
     std::vector<FontRow> rows;
     for (const FontPair& pair : DefaultFontPairs())
-      rows.push_back({std::u16string(pages::TextOfName(pair.trueTypeFont)),
-                      std::u16string(pages::TextOfName(pair.deviceFont))});
+      rows.push_back(
+          {std::u16string(pages::TextOfName(pair.trueTypeFont)), std::u16string(pages::TextOfName(pair.deviceFont))});
     pages::StorePairs(store, rows);
     store.index = 0;
     for (const uint16_t param : {ParamNamed<u"FontUseFlg">(), ParamNamed<u"lpDLFontFormat">()}) {

@@ -143,8 +143,7 @@ void CheckListInUse(SettingsSession& opened) {
                           .value = 1};
   if (!IsOffered(opened.engine(), request))
     throw Failure(kRefused, WayText(opened.engine(), request, WayTo(opened, request)));
-  throw Failure(kRefused,
-                "the per-page list isn't in use; first turn it on: `heron settings -o InterSheet_Check=1`");
+  throw Failure(kRefused, "the per-page list isn't in use; first turn it on: `heron settings -o InterSheet_Check=1`");
 }
 
 void TellConflicts(SettingsSession& opened, std::vector<std::string>& remarks) {
@@ -321,9 +320,8 @@ constexpr ColumnName kColumns[] = {{"pages", "0", pages::RowColumn::kPages},
                                    {"tray", "2", pages::RowColumn::kTray}};
 
 void SortRows(const PagesOptions& options) {
-  const auto column = std::ranges::find_if(kColumns, [&](const ColumnName& known) {
-    return known.name == options.word || known.number == options.word;
-  });
+  const auto column = std::ranges::find_if(
+      kColumns, [&](const ColumnName& known) { return known.name == options.word || known.number == options.word; });
   if (column == std::end(kColumns))
     throw Failure(kUsage, "there is no column \"" + Printable(options.word) + "\"; sort by pages, type or tray");
   RunRowEdit(options, [&](SettingsSession& opened) {
@@ -410,8 +408,7 @@ void Explain(const PagesOptions& options) {
                                 {"text", normal},
                                 {"repeated", pages::RepeatedPages(numbers)}});
   }
-  if (error != engine::PageTextError::kNone)
-    Refuse(kUsage, engine::PageTextErrorText(error, PageTextField::kRow));
+  if (error != engine::PageTextError::kNone) Refuse(kUsage, engine::PageTextErrorText(error, PageTextField::kRow));
   if (options.json) return;
   if (count < 0) return void(std::cout << "More than 9999 pages.\n");
   std::cout << (normal.empty() ? "No pages" : normal + ", " + std::to_string(count) + (count == 1 ? " page" : " pages"))

@@ -75,7 +75,8 @@ void PrintPageList(const UiState& ui) {
   if (pages::WorkingRows(ui).empty()) std::cout << "The list has no rows.\n";
   size_t row_number = 0;
   for (const PageEntry& row : pages::WorkingRows(ui)) {
-    std::cout << Padded(std::to_string(++row_number), kNumberWidth) << Padded(Printable(pages::PagesOfRow(row)), kPagesWidth)
+    std::cout << Padded(std::to_string(++row_number), kNumberWidth)
+              << Padded(Printable(pages::PagesOfRow(row)), kPagesWidth)
               << Padded(LabelOf(kTypeControl, row.type), kTypeWidth) << LabelOf(kTrayControl, row.tray)
               << (row.stat == engine::kRowInConflict ? "  (in conflict with the settings)" : "") << '\n';
   }

@@ -27,12 +27,9 @@ struct KindName {
   std::string_view name;
   PictureKind kind;
 };
-constexpr KindName kKinds[] = {{"paper", PictureKind::kPaper},
-                               {"machine", PictureKind::kMachine},
-                               {"device", PictureKind::kDevice},
-                               {"status", PictureKind::kStatus},
-                               {"margin", PictureKind::kMargin},
-                               {"quality", PictureKind::kQuality}};
+constexpr KindName kKinds[] = {{"paper", PictureKind::kPaper},   {"machine", PictureKind::kMachine},
+                               {"device", PictureKind::kDevice}, {"status", PictureKind::kStatus},
+                               {"margin", PictureKind::kMargin}, {"quality", PictureKind::kQuality}};
 constexpr std::string_view kUnbuiltKinds[] = {"watermark", "cover"};
 
 PictureKind KindOf(const PictureOptions& options) {
@@ -151,7 +148,9 @@ void PictureOptions::AddTo(CLI::App& app) {
   std::vector<std::string> names;
   for (const KindName& known : kKinds) names.emplace_back(known.name);
   names.insert(names.end(), std::begin(kUnbuiltKinds), std::end(kUnbuiltKinds));
-  app.add_option("KIND", kind, "paper, machine, device, status, margin or quality")->required()->check(CLI::IsMember(names));
+  app.add_option("KIND", kind, "paper, machine, device, status, margin or quality")
+      ->required()
+      ->check(CLI::IsMember(names));
   app.add_option("-p,--printer", printer, "Printer whose settings to use")->required();
   app.add_option("--in", in, "Record to show instead of your own for this printer (- for standard input)");
   app.add_option("--entry", entry, "Saved settings to show, by name or number");

@@ -6,7 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/api/canvas.h"
 #include "uistate/list_stores.h"
 
 namespace heron::pages {

@@ -31,7 +31,18 @@ constexpr ControlId kChapterCheck = engine::ControlId(u"Chapter_Check"), kChapte
 constexpr ControlId kLibrary = 256, kDefaults = engine::ControlId(u"restoreDefaults.perPage");
 
 /// In the order in which they are shown.
-enum Group : uint8_t { kFront, kFrontTray, kBack, kBackTray, kListUse, kListName, kRows, kChapter, kChapterText, kView };
+enum Group : uint8_t {
+  kFront,
+  kFrontTray,
+  kBack,
+  kBackTray,
+  kListUse,
+  kListName,
+  kRows,
+  kChapter,
+  kChapterText,
+  kView
+};
 
 // clang-format off
 constexpr ShownControl kControls[] = {

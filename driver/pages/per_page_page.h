@@ -57,10 +57,10 @@ class PerPagePage : public Page {
   void Undo();
   void Rename();
 
-  int lastRow_ = platform::kNoRow;           ///< the view row that was selected last, above row 0
-  bool leavesUpwards_ = false;               ///< a key is about to move the selection to view row 0
-  bool descending_[kRowColumns] = {};        ///< what the next click on a heading does
-  std::optional<KeptRows> undo_;             ///< the rows before the last edit since Apply
+  int lastRow_ = platform::kNoRow;     ///< the view row that was selected last, above row 0
+  bool leavesUpwards_ = false;         ///< a key is about to move the selection to view row 0
+  bool descending_[kRowColumns] = {};  ///< what the next click on a heading does
+  std::optional<KeptRows> undo_;       ///< the rows before the last edit since Apply
 };
 
 }  // namespace heron::pages

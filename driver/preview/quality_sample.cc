@@ -29,8 +29,8 @@ struct ToneEntries {
   std::array<int, 5> out;
 };
 constexpr ToneEntries kToneEntries[] = {
-    {1, {0, 37, 102, 183, 255}},    {-1, {45, 98, 152, 201, 255}},   {-2, {75, 123, 168, 204, 255}},
-    {-3, {34, 144, 182, 210, 255}}, {-4, {58, 165, 197, 218, 255}},  {-5, {110, 191, 210, 221, 255}},
+    {1, {0, 37, 102, 183, 255}},    {-1, {45, 98, 152, 201, 255}},  {-2, {75, 123, 168, 204, 255}},
+    {-3, {34, 144, 182, 210, 255}}, {-4, {58, 165, 197, 218, 255}}, {-5, {110, 191, 210, 221, 255}},
 };
 
 using Tones = std::array<uint8_t, 256>;
@@ -163,8 +163,8 @@ QualitySample DescribeQuality(const UiState& ui) {
   sample.density = saves ? 0 : static_cast<int16_t>(Setting<u"Density">(ui));
   sample.halftoneMode = dither_type <= 1 ? dither_type + 1 : 0;
   sample.screen = Setting<u"lpGraphicsMode">(ui) == value::lpGraphicsMode::kRaster ? 2
-                  : dither >= 2 && dither <= 4                                      ? dither - 1
-                                                                                    : 0;
+                  : dither >= 2 && dither <= 4                                     ? dither - 1
+                                                                                   : 0;
   sample.saveToner = IsOn<u"SaveToner">(ui) ? 1 : 0;
   return sample;
 }
@@ -178,16 +178,16 @@ QualitySources QualitySourcesOf(const UiState& ui) {
 
 std::u16string SayQuality(const UiState& ui) {
   constexpr engine::ControlIndex kTold[] = {
-      engine::Control(u"PrintCAD_Check"), engine::Control(u"lpPrintCADMode.TextAndGraphics"),
-      engine::Control(u"lpBrushPtPit.Fine"), engine::Control(u"EngSaveToner_Check"), engine::Control(u"DraftPrint"),
-      engine::Control(u"lpSmoothing")};
+      engine::Control(u"PrintCAD_Check"),    engine::Control(u"lpPrintCADMode.TextAndGraphics"),
+      engine::Control(u"lpBrushPtPit.Fine"), engine::Control(u"EngSaveToner_Check"),
+      engine::Control(u"DraftPrint"),        engine::Control(u"lpSmoothing")};
   std::u16string text;
   for (const engine::ControlIndex control : kTold) {
     const engine::ControlRow& row = engine::kControls[control];
     const uint16_t value = *FieldsOf(ui, engine::ParamIndexOfControl(control)).value;
     const char16_t* const label = engine::GetValueLabel(row.id, value);
-    const bool told = label != nullptr && (row.id != engine::ControlId(u"lpPrintCADMode.TextAndGraphics") ||
-                                           IsOn<u"PrintCAD_Check">(ui));
+    const bool told = label != nullptr &&
+                      (row.id != engine::ControlId(u"lpPrintCADMode.TextAndGraphics") || IsOn<u"PrintCAD_Check">(ui));
     if (told) text += platform::ExpandText(text.empty() ? u"%s: %s" : u"; %s: %s", {GetUiString(row.label), label});
   }
   return text;

@@ -131,12 +131,15 @@ TEST_F(PerPagePageTest, TextsOfARow) {
   desk.Expect("row-of-the-per-page-list", [&](ScriptedDialog& dialog) {
     dialog.Type("rowPages", u",1,,20-x0-5");
     EXPECT_EQ(dialog.TextOf("rowPages"), "1,20-5") << "wrong characters never reach the field";
-    const std::pair<const char16_t*, const char*> cases[] = {
-        {u"", "[28514]"},   {u"1 2", "[28514]"},   {u"5-", "[28514]"},     {u"1,,2", "[28512][28513]"},
-        {u"0", "[28512][28513]"}, {u"1-2-3", "[28512][28513]"}, {u"11-9999,11-30", "[21018]"}};
+    const std::pair<const char16_t*, const char*> cases[] = {{u"", "[28514]"},
+                                                             {u"1 2", "[28514]"},
+                                                             {u"5-", "[28514]"},
+                                                             {u"1,,2", "[28512][28513]"},
+                                                             {u"0", "[28512][28513]"},
+                                                             {u"1-2-3", "[28512][28513]"},
+                                                             {u"11-9999,11-30", "[21018]"}};
     for (const auto& [text, message] : cases)
-      EXPECT_EQ(Confirm(dialog, "rowPages", text), std::string("[20157]|") + message + " at rowPages")
-          << ToUtf8(text);
+      EXPECT_EQ(Confirm(dialog, "rowPages", text), std::string("[20157]|") + message + " at rowPages") << ToUtf8(text);
     EXPECT_EQ(Confirm(dialog, "rowPages", u"12,12,9"), "[20157]|[28502][28503]9,12, at rowPages");
     dialog.Put("rowPages", u"1,,2");
     EXPECT_FALSE(dialog.MoveFocus("lpInterSheetListTray"));
@@ -191,8 +194,10 @@ TEST_F(PerPagePageTest, ChapterStarts) {
   page->Type("pagenumStr", u"10-6,2,4");
   EXPECT_TRUE(page->MoveFocus("Front_Check"));
   EXPECT_EQ(ToUtf8(pages::ChapterText(ui())), "2,4,6-10");
-  const std::pair<const char16_t*, const char*> cases[] = {{u"1,,2", "[28512][28513]"},  {u"5-", "[28514]"},
-                                                           {u"1-31", "[21018]"},         {u"12345", "[28514]"},
+  const std::pair<const char16_t*, const char*> cases[] = {{u"1,,2", "[28512][28513]"},
+                                                           {u"5-", "[28514]"},
+                                                           {u"1-31", "[21018]"},
+                                                           {u"12345", "[28514]"},
                                                            {u"1-6,1-6", "[28502][28503]1,2,3,4,5,..."}};
   for (const auto& [text, message] : cases) {
     page->Put("pagenumStr", text);

@@ -53,8 +53,8 @@ class FontPageTest : public SheetTest {
 
 TEST_F(FontPageTest, ReplacesFonts) {
   Open("lpGraphicsMode=Vector FontUseFlg=On");
-  EXPECT_EQ(page->RowsOf("fontTable"), (std::vector<std::string>{"Arial\tArial", "arial\t[31000]",
-                                                                  "Courier New\tCourier", "Zapf\t[31000]"}));
+  EXPECT_EQ(page->RowsOf("fontTable"),
+            (std::vector<std::string>{"Arial\tArial", "arial\t[31000]", "Courier New\tCourier", "Zapf\t[31000]"}));
   EXPECT_EQ(page->RowsOf("printerFont").size(), 27U);
   EXPECT_EQ(page->SelectedText("printerFont"), "Arial");
   page->Select("fontTable", 3);

@@ -131,8 +131,8 @@ TEST(QualitySample, Laws) {
 
 TEST(QualitySample, ToneTables) {
   const std::pair<int32_t, std::array<int, 5>> entries[] = {
-      {1, {0, 37, 102, 183, 255}},    {-1, {45, 98, 152, 201, 255}},   {-2, {75, 123, 168, 204, 255}},
-      {-3, {34, 144, 182, 210, 255}}, {-4, {58, 165, 197, 218, 255}},  {-5, {110, 191, 210, 221, 255}}};
+      {1, {0, 37, 102, 183, 255}},    {-1, {45, 98, 152, 201, 255}},  {-2, {75, 123, 168, 204, 255}},
+      {-3, {34, 144, 182, 210, 255}}, {-4, {58, 165, 197, 218, 255}}, {-5, {110, 191, 210, 221, 255}}};
   for (const auto& [density, out] : entries) {
     const auto& tones = *ToneTable(density);
     EXPECT_TRUE(std::ranges::is_sorted(tones)) << density;
