@@ -107,6 +107,14 @@ void PerPagePage::OnInitialise() {
   UpdateRowButtons();
 }
 
+/// Other pages may have brought rows into conflict.
+void PerPagePage::OnActivate() {
+  Page::OnActivate();
+  if (!Editable()) return;
+  engine::ValidatePerPageList(engine(), engine::Conflicts::kAll);
+  ShowRows();
+}
+
 /// The working list goes back to its store whenever the page is left.
 bool PerPagePage::OnDeactivate() {
   if (!Editable()) return true;

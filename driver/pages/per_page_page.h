@@ -21,6 +21,7 @@ class PerPagePage : public Page {
 
  protected:
   void OnInitialise() override;
+  void OnActivate() override;
   bool OnDeactivate() override;
   bool OnApply() override;
   void OnChanged(ControlId id) override;

@@ -1,7 +1,6 @@
 // Page 200: the per-page list with its dialogs, and the field of chapter starts.
 #include <random>
 
-#include "engine/page_list.h"
 #include "pages/chapter_pages.h"
 #include "pages/page_rows.h"
 #include "pages/page_text.h"
@@ -180,7 +179,6 @@ TEST_F(PerPagePageTest, RowsInConflictAreGreyAndRepairedWhenOpened) {
   Add(u"1", "OneSided", "Tray3");
   Add(u"2", "OneSided", "Tray1");
   Put("lpSourceUnit=NotInstalled");
-  engine::ValidatePerPageList(engine(), engine::Conflicts::kAll);
   ASSERT_NE(sheet->Show("per-page"), nullptr);
   EXPECT_EQ(Rows(), "1! [2]");
   desk.Expect("row-of-the-per-page-list", [](ScriptedDialog& dialog) { dialog.Click("OK"); });

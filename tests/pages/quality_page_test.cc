@@ -47,12 +47,18 @@ class FontPageTest : public SheetTest {
   ScriptedDialog& Open(const std::string& settings = {}) {
     for (const char16_t* name : {u"Zapf", u"@Arial", u"arial", u"Courier New", u"Arial", u"Arial"})
       desk.families.push_back({.name = name});
-    return OpenPage(settings, "font");
+    OpenPage(settings, "font");
+    SetMode(value::lpGraphicsMode::kVector);
+    return *page;
+  }
+  void SetMode(uint16_t mode) {
+    engine::Setting<u"lpGraphicsMode">(ui()) = mode;
+    ASSERT_NE(sheet->Show("font"), nullptr);
   }
 };
 
 TEST_F(FontPageTest, ReplacesFonts) {
-  Open("lpGraphicsMode=Vector FontUseFlg=On");
+  Open("FontUseFlg=On");
   EXPECT_EQ(page->RowsOf("fontTable"),
             (std::vector<std::string>{"Arial\tArial", "arial\t[31000]", "Courier New\tCourier", "Zapf\t[31000]"}));
   EXPECT_EQ(page->RowsOf("printerFont").size(), 27U);
@@ -77,7 +83,7 @@ TEST_F(FontPageTest, ReplacesFonts) {
 }
 
 TEST_F(FontPageTest, EnabledPartsFollowTheSwitches) {
-  Open("lpGraphicsMode=Vector FontUseFlg=On");
+  Open("FontUseFlg=On");
   const auto enabled = [&] {
     std::string text;
     for (const char* name : {"FontUseFlg", "fontTable", "printerFont", "lpDLFontFormat", "restoreDefaults.font"})
@@ -90,8 +96,7 @@ TEST_F(FontPageTest, EnabledPartsFollowTheSwitches) {
   EXPECT_EQ((engine::Setting<u"FontUseFlg">(ui())), 0);
   page->Check("FontUseFlg", true);
   EXPECT_EQ(enabled(), "11111 row");
-  Put("lpGraphicsMode=Raster");
-  ASSERT_NE(sheet->Show("font"), nullptr);
+  SetMode(value::lpGraphicsMode::kRaster);
   EXPECT_EQ(enabled(), "00001 none");
   EXPECT_FALSE((*page)["FontUseFlg"].checked);
   EXPECT_EQ((engine::Setting<u"FontUseFlg">(ui())), 1) << "shown as off, and not changed";
