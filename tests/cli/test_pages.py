@@ -1,7 +1,6 @@
 """Per-page lists and chapter starts from the command line; every command is a process of its own."""
 
 import json
-import subprocess
 import unittest
 
 import support
@@ -63,7 +62,7 @@ class Pages(support.Journey):
         self.assertIn("20 characters", self.refused(2, "add", "1001,1003,1005,1007,1009"))
         self.assertIn("too many pages", self.refused(2, "add", "5-9999", "--type", "3"))
         self.assertIn("Row 1", self.refused(4, "add", "9,4", "--type", "3"))
-        self.assertIn("Source", self.refused(4, "add", "9", "--tray", "258") + "Source")
+        self.assertIn("first set", self.refused(4, "add", "9", "--tray", "258"))
         self.refused(2, "add", "9", "--tray", "no such tray")
         for command in (["edit", "2"], ["remove", "2"], ["remove", "0"], ["move", "2", "up"], ["move", "1", "down"]):
             self.refused(5, *command)

@@ -33,8 +33,8 @@ TEST_F(QualityPageTest, EveryChangeRepaintsTheSample) {
   expect_repaint("black");
   page->Press("lpPrintCADMode.Everything");
   expect_repaint("mode");
-  Choose("lpSmoothing", 2);
-  expect_repaint("smoothing");
+  page->Check("DraftPrint", true);
+  expect_repaint("draft");
   page->Click("restoreDefaults.quality");
   expect_repaint("defaults");
   EXPECT_EQ(Value("EngSaveToner_Check"), "Off");

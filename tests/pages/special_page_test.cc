@@ -37,7 +37,7 @@ TEST_F(SpecialPageTest, IsOnBeforeTheRulesRun) {
 }
 
 TEST_F(SpecialPageTest, TheBackFollowsTheFront) {
-  Shift({}, [&](ScriptedDialog& dialog) {
+  Shift("ImgShiftBackAuto_Check=Off lpImgShiftDirectLRF=Left", [&](ScriptedDialog& dialog) {
     for (const char* name : {"lpImgShiftMode.Driver", "ImgShiftPageIntervalF", "ImgShiftPageIntervalB"})
       EXPECT_FALSE(dialog.IsEnabled(name)) << name;
     dialog.Type("ImgShiftValueLRF", u"100");
@@ -66,7 +66,7 @@ TEST_F(SpecialPageTest, TheBackFollowsTheFront) {
 }
 
 TEST_F(SpecialPageTest, FieldsAreCheckedAndCancelPutsAllBack) {
-  Shift("ImgShiftValueLRF=5 ImgShiftBackAuto_Check=On ImgShiftValueLRB=5", [&](ScriptedDialog& dialog) {
+  Shift("ImgShiftValueLRF=5 ImgShiftBackAuto_Check=On ImgShiftValueLRB=5 lpImgShiftDirectLRF=Left", [&](ScriptedDialog& dialog) {
     dialog.Type("ImgShiftValueLRF", u"007x8");
     EXPECT_EQ(dialog.TextOf("ImgShiftValueLRF"), "0");
     EXPECT_EQ(Confirm(dialog, "ImgShiftValueLRF", u""), "[20232]|[25601] 0-2500 at ImgShiftValueLRF");
