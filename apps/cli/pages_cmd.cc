@@ -40,6 +40,7 @@ struct PagesOptions {
   std::optional<std::string> text;
   std::string word;  ///< a direction, a column or a name
   std::optional<std::string> type, tray;
+  int row = 0;
   std::vector<int> rows;
   bool reverse = false;
   bool dry_run = false;
@@ -282,7 +283,7 @@ void EditRow(const PagesOptions& options) {
     std::u16string pages_text;
     if (options.text) pages_text = PageTextOf(*options.text, PageTextField::kRow);
     return EditRows(opened, remarks, [&] {
-      const size_t row = PlaceOf(opened.ui(), options.rows.front());
+      const size_t row = PlaceOf(opened.ui(), options.row);
       if (!options.text) pages_text = pages::PagesOfRow(pages::WorkingRows(opened.ui())[row]);
       return WriteRow(options, opened, row, pages_text, remarks);
     });
@@ -303,7 +304,7 @@ void RemoveRows(const PagesOptions& options) {
 
 void MoveRow(const PagesOptions& options) {
   RunRowEdit(options, [&](SettingsSession& opened) {
-    const size_t row = PlaceOf(opened.ui(), options.rows.front());
+    const size_t row = PlaceOf(opened.ui(), options.row);
     const bool up = options.word == "up";
     if (!pages::MoveRow(opened.ui(), row, up ? row - 1 : row + 1))
       throw Failure(kNotFound, "row " + std::to_string(row + 1) + " is the " + (up ? "first" : "last") + " already");
@@ -438,7 +439,7 @@ void AddPagesCommands(CLI::App& app) {
     return edits(command);
   };
   const auto with_row = [&](CLI::App* command) {
-    command->add_option("ROW", options->rows, "Number of the row, from 1")->required()->expected(1);
+    command->add_option("ROW", options->row, "Number of the row, from 1")->required();
     return command;
   };
 
