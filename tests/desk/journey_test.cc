@@ -123,6 +123,7 @@ class Journeys : public ::testing::Test {
     return platform::ToUtf8(text.substr(0, text.find(u'\0')));
   }
 
+  QString name_;  ///< of the queue
   PropertySheet* sheet_ = nullptr;
   std::function<void(bool)> keep_ = [](bool) {};  ///< stores the record of a confirmed sheet
 
@@ -169,7 +170,6 @@ class Journeys : public ::testing::Test {
   }
 
   QTemporaryDir folder_;
-  QString name_;
   std::u16string wide_name_;
   platform::UniquePrinter printer_;
   std::vector<uint8_t> out_;
