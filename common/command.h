@@ -131,6 +131,8 @@ void AddControlsCommand(CLI::App& app);
 void AddLibraryCommands(CLI::App& app);
 void AddPrintCommand(CLI::App& app);
 void AddSheetCommand(CLI::App& app);
+void AddPagesCommands(CLI::App& app);
+void AddFontsCommands(CLI::App& app);
 void AddPictureCommand(CLI::App& app);
 
 }  // namespace heron::cli

@@ -16,6 +16,8 @@ int main(int argc, char** argv) {
   heron::cli::AddDeviceCommands(app);
   heron::cli::AddSheetCommand(app);
   heron::cli::AddLibraryCommands(app);
+  heron::cli::AddPagesCommands(app);
+  heron::cli::AddFontsCommands(app);
   heron::cli::AddPrintCommand(app);
   heron::cli::AddPictureCommand(app);
   heron::cli::AddControlsCommand(app);

@@ -21,7 +21,7 @@ void ShowPicture(const PictureOptions& options) {
 
 void AddPictureCommand(CLI::App& app) {
   const auto options = std::make_shared<PictureOptions>();
-  CLI::App* command = AddCommand(app, "picture", "Draw the sheet, the machine or the status panel");
+  CLI::App* command = AddCommand(app, "picture", "Draw the sheet, the machine, the status panel or the quality sample");
   options->AddTo(*command);
   command->callback([options] { ShowPicture(*options); });
 }

@@ -13,6 +13,7 @@
 #include "preview/labels.h"
 #include "preview/machine_view.h"
 #include "preview/paper_view.h"
+#include "preview/quality_sample.h"
 #include "preview/status_view.h"
 #include "preview/words.h"
 #include "settings_change.h"
@@ -26,12 +27,10 @@ struct KindName {
   std::string_view name;
   PictureKind kind;
 };
-constexpr KindName kKinds[] = {{"paper", PictureKind::kPaper},
-                               {"machine", PictureKind::kMachine},
-                               {"device", PictureKind::kDevice},
-                               {"status", PictureKind::kStatus},
-                               {"margin", PictureKind::kMargin}};
-constexpr std::string_view kUnbuiltKinds[] = {"quality", "watermark", "cover"};
+constexpr KindName kKinds[] = {{"paper", PictureKind::kPaper},   {"machine", PictureKind::kMachine},
+                               {"device", PictureKind::kDevice}, {"status", PictureKind::kStatus},
+                               {"margin", PictureKind::kMargin}, {"quality", PictureKind::kQuality}};
+constexpr std::string_view kUnbuiltKinds[] = {"watermark", "cover"};
 
 PictureKind KindOf(const PictureOptions& options) {
   if (std::ranges::count(kUnbuiltKinds, options.kind) != 0)
@@ -42,6 +41,10 @@ PictureKind KindOf(const PictureOptions& options) {
     throw Failure(kUsage, "--entry shows settings as they are saved; leave -o out, or recall them first");
   if (known->kind == PictureKind::kDevice && (!options.in.empty() || !options.entry.empty()))
     throw Failure(kUsage, "`picture device` shows the printer's saved record; leave --in and --entry out");
+  if (options.sample.empty() != options.mask.empty())
+    throw Failure(kUsage, "a sample needs its mask, which is black where the photo is; give --sample and --mask");
+  if (!options.sample.empty() && known->kind != PictureKind::kQuality)
+    throw Failure(kUsage, "--sample and --mask belong to `picture quality`");
   return known->kind;
 }
 
@@ -124,13 +127,30 @@ Json MarginJson(const UiState& ui) {
           {"says", platform::ToUtf8(preview::SayPaper(preview::DescribePaper(ui), preview::PaperFactsOf(ui)))}};
 }
 
+Json QualityJson(const UiState& ui) {
+  const preview::QualitySample sample = preview::DescribeQuality(ui);
+  const preview::QualitySources sources = preview::QualitySourcesOf(ui);
+  return {{"descriptor",
+           {{"density", sample.density},
+            {"halftoneMode", sample.halftoneMode},
+            {"screen", sample.screen},
+            {"saveToner", sample.saveToner}}},
+          {"source", sources.source},
+          {"mask", sources.mask},
+          {"layers", Json::array()},
+          {"labels", Json::array()},
+          {"says", platform::ToUtf8(preview::SayQuality(ui))}};
+}
+
 }  // namespace
 
 void PictureOptions::AddTo(CLI::App& app) {
   std::vector<std::string> names;
   for (const KindName& known : kKinds) names.emplace_back(known.name);
   names.insert(names.end(), std::begin(kUnbuiltKinds), std::end(kUnbuiltKinds));
-  app.add_option("KIND", kind, "paper, machine, device, status or margin")->required()->check(CLI::IsMember(names));
+  app.add_option("KIND", kind, "paper, machine, device, status, margin or quality")
+      ->required()
+      ->check(CLI::IsMember(names));
   app.add_option("-p,--printer", printer, "Printer whose settings to use")->required();
   app.add_option("--in", in, "Record to show instead of your own for this printer (- for standard input)");
   app.add_option("--entry", entry, "Saved settings to show, by name or number");
@@ -138,6 +158,8 @@ void PictureOptions::AddTo(CLI::App& app) {
       ->take_all()
       ->allow_extra_args(false);
   app.add_option("--out", out, "PNG or SVG file that receives the picture (- for PNG on standard output)");
+  app.add_option("--sample", sample, "Picture of your own for quality, whatever a job can hold");
+  app.add_option("--mask", mask, "Picture of the same size that is black where the sample has a photo");
   app.add_option("--scale", scale, "Scale factor, 1 to 16")->check(CLI::Range(1, kLargestScale));
   app.add_flag("--dark", dark, "On a dark ground, as in a window with light text");
   app.add_flag("--yes", yes, "Answer all questions with yes");
@@ -151,6 +173,8 @@ std::vector<std::string> PictureOptions::Words() const {
   };
   add("--in=", in);
   add("--entry=", entry);
+  add("--sample=", sample);
+  add("--mask=", mask);
   add("--out=", out);
   for (const std::string& request : requests) words.insert(words.end(), {"-o", request});
   if (dark) words.emplace_back("--dark");
@@ -207,6 +231,8 @@ Json PictureSession::Answer() {
       return StatusJson(ui());
     case PictureKind::kMargin:
       return MarginJson(ui());
+    case PictureKind::kQuality:
+      return QualityJson(ui());
     case PictureKind::kPaper:
       break;
   }

@@ -13,7 +13,7 @@
 
 namespace heron::cli {
 
-enum class PictureKind { kPaper, kMachine, kDevice, kStatus, kMargin };
+enum class PictureKind { kPaper, kMachine, kDevice, kStatus, kMargin, kQuality };
 
 struct PictureOptions {
   std::string kind;
@@ -21,6 +21,8 @@ struct PictureOptions {
   std::string in;
   std::string entry;  ///< name or number
   std::vector<std::string> requests;
+  std::string sample;  ///< a picture of the user's own for `quality`, and its mask
+  std::string mask;
   std::string out;
   int scale = 1;
   bool dark = false;
@@ -34,8 +36,8 @@ struct PictureOptions {
 };
 
 /// The working settings of a picture: a printer's own ones, a record's or an entry's, with the changes of the options
-/// made on them and kept nowhere. Throws exit codes as `heron settings` does; `quality`, `watermark` and `cover` are
-/// known kinds that end with a failure.
+/// made on them and kept nowhere. Throws exit codes as `heron settings` does; `watermark` and `cover` are known kinds
+/// that end with a failure.
 class PictureSession {
  public:
   explicit PictureSession(const PictureOptions& options);

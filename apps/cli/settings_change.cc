@@ -9,6 +9,7 @@
 
 #include "changes/fax_mode.h"
 #include "engine/setting.h"
+#include "pages/image_shift.h"
 #include "rules/control_tables.h"
 #include "rules/dialogs.h"
 #include "settings/papers.h"
@@ -138,6 +139,7 @@ ChangeRecord ApplyRequest(SettingsSession& opened, const RequestedChange& reques
   }
   view.SetPending(request.control, request.value);
   change.Take(engine::ResolveChange(opened.resolver(), &view, request.control), opened.resolver(), view);
+  if (change.outcome.applied && RowOf(request.control).dialog == dialog::kImageShift) pages::FollowFront(opened.ui());
   return change;
 }
 

@@ -9,6 +9,7 @@
 #include "engine/setting.h"
 #include "engine/sizes.h"
 #include "generated/values.h"
+#include "pages/image_shift.h"
 #include "rules/control_tables.h"
 #include "rules/dialogs.h"
 #include "settings/papers.h"
@@ -106,6 +107,16 @@ void CheckZoom(const UiState& ui, const engine::Engine& engine, const RequestedC
                         std::to_string(most) + "; the document's paper is too long for more");
 }
 
+/// The back's shift is the user's own only while it doesn't follow the front.
+void CheckImageShift(const UiState& ui, const RequestedChange& request) {
+  constexpr uint16_t kBack[] = {ParamNamed<u"lpImgShiftDirectLRB">(), ParamNamed<u"lpImgShiftDirectUDB">(),
+                                ParamNamed<u"ImgShiftValueLRB">(), ParamNamed<u"ImgShiftValueUDB">(),
+                                ParamNamed<u"ImgShiftPageIntervalB">()};
+  const bool follows = std::ranges::find(kBack, request.parameter) != std::end(kBack) && pages::BackFollowsFront(ui);
+  if (follows && request.value != *FieldsOf(ui, request.parameter).value)
+    Refuse(request, "the back follows the front; first `heron settings -o ImgShiftBackAuto_Check=0`");
+}
+
 /// Why a value is gone when the settings are read again.
 std::string WhyGone(const RequestedChange& request, uint16_t promised, uint16_t read) {
   if (request.parameter == ParamNamed<u"lpOutput">())
@@ -140,6 +151,7 @@ void CheckKeepable(const SettingsSession& opened, const RequestedChange& request
   // After the general reasons, whose messages are more helpful.
   CheckCustomSize(ui, request);
   CheckZoom(ui, opened.engine(), request);
+  CheckImageShift(ui, request);
 }
 
 Promises::Promises(const UiState& ui, const std::vector<ChangeRecord>& changes) {

@@ -174,6 +174,7 @@ constexpr std::pair<int, ListKey> kListKeys[] = {
 std::optional<ListKey> ListKeyOf(const QKeyEvent& event) {
   if (event.matches(QKeySequence::Copy)) return ListKey::kCopy;
   if (event.matches(QKeySequence::Paste)) return ListKey::kPaste;
+  if (event.matches(QKeySequence::Undo)) return ListKey::kUndo;
   if ((event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0) return std::nullopt;
   const auto* const row = std::ranges::find(kListKeys, event.key(), &std::pair<int, ListKey>::first);
   return row == std::end(kListKeys) ? std::nullopt : std::optional(row->second);

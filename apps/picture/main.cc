@@ -3,11 +3,14 @@
 #include <CLI/CLI.hpp>
 #include <QBuffer>
 #include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QImage>
+#include <QImageReader>
 #include <QPainter>
 #include <QSaveFile>
 #include <QSvgGenerator>
+#include <algorithm>
 #include <cstdio>
 
 #include "apps/cli/picture_session.h"
@@ -17,6 +20,7 @@
 #include "pages/dialog_pictures.h"
 #include "preview/geometry.h"
 #include "preview/painter.h"
+#include "preview/quality_sample.h"
 
 namespace heron::picture {
 namespace {
@@ -46,6 +50,8 @@ void DrawKind(PictureKind kind, UiState& ui, platform::Canvas& canvas, const REC
       return preview::DrawMachineBase(canvas, place, ui);
     case PictureKind::kStatus:
       return preview::DrawStatusPanel(canvas, place, ui);
+    case PictureKind::kQuality:
+      return;  // has pixels of its own
     case PictureKind::kMargin:
       const pages::MarginPicture picture = pages::DescribeMargin(ui);
       canvas.DrawResource(pages::MarginFrame(picture), place, {});
@@ -69,18 +75,93 @@ void Draw(cli::PictureSession& session, const cli::PictureOptions& options, QPai
   platform::FreeLibrary(module);
 }
 
-QByteArray Png(cli::PictureSession& session, const cli::PictureOptions& options) {
-  const platform::SIZE size = SizeOf(session.kind(), options.scale);
-  QImage image(size.cx, size.cy, QImage::Format_ARGB32_Premultiplied);
+// -- the quality sample, which is computed pixel by pixel
+
+constexpr qint64 kLargestFile = qint64{64} << 20;
+
+platform::PixelImage PixelsOf(const QImage& picture) {
+  const QImage image = picture.convertToFormat(QImage::Format_ARGB32);
+  platform::PixelImage pixels{.width = image.width(), .height = image.height(), .pixels = {}};
+  for (int y = 0; y < image.height(); ++y) {
+    const auto* const line = reinterpret_cast<const uint32_t*>(image.constScanLine(y));
+    pixels.pixels.insert(pixels.pixels.end(), line, line + image.width());
+  }
+  return pixels;
+}
+
+/// The picture in a user's file.
+QImage ReadPicture(const std::string& path) {
+  const QFileInfo file(QFile::decodeName(path.c_str()));
+  if (!file.exists()) throw Failure(cli::kNotFound, "there is no file \"" + cli::Printable(path) + '"');
+  if (!file.isFile() || file.size() > kLargestFile)
+    throw Failure(cli::kFailed, '"' + cli::Printable(path) + "\" is no file of at most 64 MiB");
+  QImageReader reader(file.filePath());
+  reader.setDecideFormatFromContent(true);
+  const QImage picture = reader.read();
+  if (!picture.isNull()) return picture;
+  throw Failure(cli::kFailed,
+                "the picture \"" + cli::Printable(path) + "\" can't be read: " + reader.errorString().toStdString());
+}
+
+QImage ResourcePicture(uint32_t number) {
+  const platform::HMODULE module = LoadResourceModule();
+  if (module == nullptr)
+    throw Failure(cli::kFailed, "the driver's pictures can't be loaded; `heron printer add` installs them");
+  QImage picture;
+  {
+    desk::PictureCache pictures(module);
+    picture = QImage(pictures.SizeOf(number), QImage::Format_ARGB32_Premultiplied);
+    if (!picture.isNull()) {
+      picture.fill(Qt::transparent);
+      QPainter painter(&picture);
+      pictures.Paint(painter, number, {0, 0, picture.width(), picture.height()});
+    }
+  }
+  platform::FreeLibrary(module);
+  return picture;
+}
+
+preview::GreyPicture GreyOf(const QImage& picture) {
+  const platform::PixelImage pixels = PixelsOf(picture);
+  return {static_cast<size_t>(pixels.width), static_cast<size_t>(pixels.height), platform::GreyLevels(pixels)};
+}
+
+/// The processed sample as greys, one byte a pixel; every pixel `scale` wide and high.
+QImage QualityImage(cli::PictureSession& session, const cli::PictureOptions& options) {
+  const preview::QualitySources numbers = preview::QualitySourcesOf(session.ui());
+  const bool own = !options.sample.empty();
+  preview::GreyPicture sample = GreyOf(own ? ReadPicture(options.sample) : ResourcePicture(numbers.source));
+  preview::GreyPicture mask = GreyOf(own ? ReadPicture(options.mask) : ResourcePicture(numbers.mask));
+  if (!preview::RenderQualitySample(sample, mask, preview::DescribeQuality(session.ui())))
+    throw Failure(cli::kUsage, "the mask has another size than the sample; it needs a pixel for each of the sample's");
+  QImage image(static_cast<int>(sample.width), static_cast<int>(sample.height), QImage::Format_Grayscale8);
   if (image.isNull()) throw std::bad_alloc();
-  image.fill(Qt::transparent);
-  Draw(session, options, image);
+  for (size_t y = 0; y < sample.height; ++y)
+    std::copy_n(sample.levels.data() + y * sample.width, sample.width, image.scanLine(static_cast<int>(y)));
+  if (options.scale == 1) return image;
+  return image.scaled(image.width() * options.scale, image.height() * options.scale, Qt::IgnoreAspectRatio,
+                      Qt::FastTransformation);
+}
+
+QByteArray BytesOf(const QImage& image) {
   QBuffer bytes;
   if (!image.save(&bytes, "PNG")) throw Failure(cli::kFailed, "the picture can't be written as PNG");
   return bytes.data();
 }
 
+QByteArray Png(cli::PictureSession& session, const cli::PictureOptions& options) {
+  if (session.kind() == PictureKind::kQuality) return BytesOf(QualityImage(session, options));
+  const platform::SIZE size = SizeOf(session.kind(), options.scale);
+  QImage image(size.cx, size.cy, QImage::Format_ARGB32_Premultiplied);
+  if (image.isNull()) throw std::bad_alloc();
+  image.fill(Qt::transparent);
+  Draw(session, options, image);
+  return BytesOf(image);
+}
+
 QByteArray Svg(cli::PictureSession& session, const cli::PictureOptions& options) {
+  if (session.kind() == PictureKind::kQuality)
+    throw Failure(cli::kUsage, "the quality sample consists of pixels; give it a name that ends with .png");
   const platform::SIZE size = SizeOf(session.kind(), options.scale);
   QBuffer bytes;
   QSvgGenerator generator;

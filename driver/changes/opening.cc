@@ -15,7 +15,7 @@ void RestoreOutputPaper(const UiState& ui) {
 }
 
 /// Switches whose page shows no control for them, as it keeps them on. A page that comes with one adds it here.
-constexpr uint16_t kAlwaysOn[] = {ParamNamed<u"Layout_Check2">()};
+constexpr uint16_t kAlwaysOn[] = {ParamNamed<u"Layout_Check2">(), ParamNamed<u"POD_Check">()};
 
 }  // namespace
 
@@ -44,6 +44,7 @@ ResolveOutcome OpenSettings(Resolver& resolver, EngineView* view, OpeningPass pa
   RestoreOutputPaper(ui);
   LoadAllTrayMirrors(ui);
   LoadWorkingList(ui, WorkingList(ui));
+  ShowPageListNames(ui);
   BindControls(engine, ui);
   if (pass == OpeningPass::kRun) KeepSwitchesOn(ui);
   EvaluateRules(engine, view);

@@ -28,9 +28,9 @@ std::unique_ptr<OpenedSettings> OpenRecord(const ResourceContext* resources, con
 /// Brings the process's paper table in step with the state's user papers.
 void LoadPaperTable(const UiState& ui);
 
-/// Turns on what the pages use without showing a switch for it, `Layout_Check2`: rules that hang on it would otherwise
-/// let conflicts pass that show as soon as a page uses it. To be called before rules run on settings that came from
-/// elsewhere: a record, a library entry.
+/// Turns on what the pages use without showing a switch for it, `Layout_Check2` and `POD_Check`: rules that hang on it
+/// would otherwise let conflicts pass that show as soon as a page uses it. To be called before rules run on settings
+/// that came from elsewhere: a record, a library entry.
 void KeepSwitchesOn(const UiState& ui);
 
 enum class OpeningPass : uint8_t { kRun, kSkip };

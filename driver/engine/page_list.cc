@@ -185,6 +185,17 @@ void LoadWorkingList(UiState& ui, uint16_t number) {
   SlotAs<u"InterSheetListData_Mixplex", uint16_t>(ui) = list->mixplex;
 }
 
+void ShowPageListNames(const UiState& ui) {
+  if (ui.stores.pageLists == nullptr) return;
+  const auto items = SlotAs<u"lpInterSheetList", ListBlock>(ui).Items();
+  const size_t count = std::min<size_t>(items.size(), kPageListCount);
+  for (size_t i = 0; i < count; ++i) {
+    char16_t label[kLabelLength] = {};
+    std::ranges::copy(ui.stores.pageLists->lists[i].name, label);
+    std::memcpy(items[i].label, label, sizeof label);
+  }
+}
+
 bool FollowListChoice(Engine& engine) {
   const uint16_t chosen = engine.Value(Control(u"lpInterSheetList"));
   if (chosen == WorkingList(*engine.ui)) return false;

@@ -19,6 +19,9 @@ void LoadWorkingList(UiState& ui, uint16_t number);
 /// Both, if `lpInterSheetList` names another list than the working one. True if it did.
 bool FollowListChoice(Engine& engine);
 
+/// Makes the names of the lists the texts of the setting that chooses among them.
+void ShowPageListNames(const UiState& ui);
+
 /// The list of pages with settings of their own, on page 200. It holds no value.
 inline constexpr uint16_t kPerPageListControl = 249;
 

@@ -177,4 +177,18 @@ void DrawPaper(uint32_t width, uint32_t length, Canvas& canvas, const RECT& plac
   for (const Edge edge : {kTop, kBottom}) canvas.FillRect(Strip(beside, edge, 1), kLine, {});
 }
 
+void DrawRowSide(uint16_t type, SheetSide side, Canvas& canvas, const RECT& place) {
+  constexpr LONG kWidth = 64, kHeight = 84, kInset = 6;
+  const bool by_height = Width(place) * kHeight > Height(place) * kWidth;
+  const LONG height = by_height ? Height(place) : Width(place) * kHeight / kWidth;
+  const RECT sheet = Centred(place, height * kWidth / kHeight, height);
+  canvas.FillRect(sheet, kPaper, {});
+  for (const Edge edge : {kLeft, kRight, kTop, kBottom}) canvas.FillRect(Strip(sheet, edge, 1), kLine, {});
+  const bool printed = side == SheetSide::kFront ? type != value::lpInterSheetListPRNType::kBlankSheet
+                                                 : type == value::lpInterSheetListPRNType::kTwoSided;
+  const LONG inset = kInset * height / kHeight;
+  if (printed)
+    DrawPage(canvas, {sheet.left + inset, sheet.top + inset, sheet.right - inset, sheet.bottom - inset}, sheet);
+}
+
 }  // namespace heron::pages

@@ -1,5 +1,5 @@
 // The pictures that dialogs draw themselves: the binding margin on its sheet (2300), a custom paper in its proportions
-// (2200).
+// (2200), the sheet of a row of the per-page list (2400).
 #pragma once
 
 #include "platform/api/canvas.h"
@@ -31,5 +31,10 @@ void DrawMargin(const MarginPicture& picture, platform::Canvas& canvas, const pl
 
 /// Draws a sheet of these proportions as large as fits, with a measure along two sides. Nothing without a size.
 void DrawPaper(uint32_t width, uint32_t length, platform::Canvas& canvas, const platform::RECT& place);
+
+enum class SheetSide : uint8_t { kFront, kBack };
+
+/// Draws a side of a sheet that a row of the per-page list of this print type prints, blank where it prints nothing.
+void DrawRowSide(uint16_t type, SheetSide side, platform::Canvas& canvas, const platform::RECT& place);
 
 }  // namespace heron::pages

@@ -5,9 +5,13 @@
 #include "changes/reports.h"
 #include "engine/page_list.h"
 #include "pages/device_page.h"
+#include "pages/font_page.h"
 #include "pages/paper_page.h"
+#include "pages/per_page_page.h"
 #include "pages/plain_pages.h"
 #include "pages/preset_menu.h"
+#include "pages/quality_page.h"
+#include "pages/special_page.h"
 #include "platform/api/text.h"
 #include "presets/recall.h"
 #include "preview/machine_view.h"
@@ -229,9 +233,22 @@ void Page::SelectView(ControlId id) {
 
 std::unique_ptr<platform::DialogLogic> MakePage(SheetContext& sheet, const PageRow& row) {
   if (!row.isBuilt) return std::make_unique<UnbuiltPage>(sheet, row);
-  if (row.number == kDocumentPages[0].number) return std::make_unique<PaperPage>(sheet, row);
-  if (row.number == dialog::kDevicePage) return std::make_unique<DevicePage>(sheet, row);
-  return std::make_unique<VersionPage>(sheet, row);
+  switch (row.number) {
+    case dialog::kDevicePage:
+      return std::make_unique<DevicePage>(sheet, row);
+    case dialog::kPaperPage:
+      return std::make_unique<PaperPage>(sheet, row);
+    case dialog::kPerPagePage:
+      return std::make_unique<PerPagePage>(sheet, row);
+    case dialog::kQualityPage:
+      return std::make_unique<QualityPage>(sheet, row);
+    case dialog::kFontPage:
+      return std::make_unique<FontPage>(sheet, row);
+    case dialog::kSpecialPage:
+      return std::make_unique<SpecialPage>(sheet, row);
+    default:
+      return std::make_unique<VersionPage>(sheet, row);
+  }
 }
 
 }  // namespace heron::pages

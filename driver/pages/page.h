@@ -29,12 +29,12 @@ struct PageRow {
 inline constexpr PageRow kDocumentPages[] = {
     // number  help  defaults  library  first paint  built
     {     100, 2002,      151,     170,         154, true},
-    {     200, 2003,      237,     256,         239, false},
-    {     300, 2004,      338,     347,         344, false},
+    {     200, 2003,      237,     256,         239, true},
+    {     300, 2004,      338,     347,         344, true},
     {     400, 2005,        0,     416,         415, false},
     {     500, 2006,      536,     531,         530, false},
-    {     600, 2008,      615,     648,         636, false},
-    {     700, 2009,      711,       0,         714, false},
+    {     600, 2008,      615,     648,         636, true},
+    {     700, 2009,      711,       0,         714, true},
     {     900, 2012,        0,       0,         934, false},
     {    1000, 2011,        0,       0,        1007, true},
 };

@@ -40,4 +40,10 @@ bool SameFolded(std::u16string_view a, std::u16string_view b) {
   return std::ranges::equal(a, b, {}, Fold, Fold);
 }
 
+std::u16string Folded(std::u16string_view text) {
+  std::u16string folded(text);
+  std::ranges::transform(folded, folded.begin(), Fold);
+  return folded;
+}
+
 }  // namespace heron

@@ -1,11 +1,14 @@
 // Names that differ in the case of their letters only.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace heron {
 
 /// Whether two texts are the same by simple case folding, one character to one; scripts of Europe and their wide forms.
 bool SameFolded(std::u16string_view a, std::u16string_view b);
+/// The text in the form that this compares, for sorting.
+std::u16string Folded(std::u16string_view text);
 
 }  // namespace heron

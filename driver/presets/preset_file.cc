@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "engine/page_list.h"
 #include "presets/key_reader.h"
 #include "presets/key_walk.h"
 #include "presets/key_writer.h"
@@ -103,20 +104,9 @@ void LibraryReadSettings(UiState& ui, const Profile& file, const ResourceContext
   WalkKeys(ui, WalkKind::kInto, kAllGroups, reader);
   ReadPageNumbers(ui, file);
   ReadMediaSection(ui, file, resources);
-  ShowPageListNames(ui);
+  engine::ShowPageListNames(ui);
   RepairSettings(ui, kAllGroups, resources);
   RefreshTrayMedia(ui);  // once the trays are legal
-}
-
-void ShowPageListNames(const UiState& ui) {
-  if (ui.stores.pageLists == nullptr) return;
-  const auto items = SlotAs<u"lpInterSheetList", ListBlock>(ui).Items();
-  const size_t count = std::min<size_t>(items.size(), kPageListCount);
-  for (size_t i = 0; i < count; ++i) {
-    char16_t label[kLabelLength] = {};
-    std::ranges::copy(ui.stores.pageLists->lists[i].name, label);
-    std::memcpy(items[i].label, label, sizeof label);
-  }
 }
 
 bool LibraryWriteSettings(const UiState& ui, std::u16string_view path) {

@@ -27,9 +27,6 @@ bool LibraryWriteSettings(const UiState& ui, std::u16string_view path);
 /// The same into a file in memory. False if not one key was written.
 bool LibraryWriteSettings(const UiState& ui, platform::Profile& file);
 
-/// Makes the names of the per-page lists what the setting that chooses among them shows.
-void ShowPageListNames(const UiState& ui);
-
 /// Copies the settings of one recall group and repairs them. Both states are of this driver; `resources` isn't null.
 void CopySettingsGroup(UiState& target, const UiState& source, int group, const ResourceContext* resources);
 

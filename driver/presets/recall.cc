@@ -88,7 +88,7 @@ void CopyPart(UiState& ui, const UiState& source, const CopiedGroup& copied, con
   if (copied.part == kRecallForms && ui.stores.overlays != nullptr) ClearForms(*ui.stores.overlays);
   CopySettingsGroup(ui, source, copied.group, resources);
   if (copied.part != kRecallPerPage) return;
-  ShowPageListNames(ui);
+  engine::ShowPageListNames(ui);
   engine::LoadWorkingList(ui, engine::WorkingList(ui));
 }
 

@@ -7,6 +7,10 @@
 namespace heron::dialog {
 
 inline constexpr uint16_t kPaperPage = 100;
+inline constexpr uint16_t kPerPagePage = 200;
+inline constexpr uint16_t kSpecialPage = 300;
+inline constexpr uint16_t kQualityPage = 600;
+inline constexpr uint16_t kFontPage = 700;
 inline constexpr uint16_t kDevicePage = 800;
 inline constexpr uint16_t kFaxPage = 900;
 
@@ -15,6 +19,7 @@ inline constexpr uint16_t kBox = 2001;
 inline constexpr uint16_t kInterleave = 2020;
 inline constexpr uint16_t kCustomSize = 2200;
 inline constexpr uint16_t kBindingMargin = 2300;
+inline constexpr uint16_t kImageShift = 2320;
 inline constexpr uint16_t kPrintPosition = 2355;
 inline constexpr uint16_t kPerPageRow = 2400;
 inline constexpr uint16_t kPerPageListName = 2440;

@@ -133,6 +133,10 @@ void FillListDefaults(ListStoreSet& set, const ResourceContext* resources) {
   if (set.faxCover != nullptr) FillFaxCover(*set.faxCover);
 }
 
+std::span<const FontPair> DefaultFontPairs() {
+  return kFontPairs;
+}
+
 bool SeedListStores(std::u16string_view printer_name) {
   const std::unique_ptr<ResourceContext, CloseContext> resources(OpenResourceContext(ReadLocaleCountry()));
   if (resources == nullptr) return false;

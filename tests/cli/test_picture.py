@@ -3,6 +3,7 @@
 import struct
 import subprocess
 import unittest
+import zlib
 
 import support
 
@@ -38,6 +39,75 @@ class Picture(support.Journey):
         status = self.picture("status", "lpPRNType=2", "ImageShift_Check=1", "Chapter_Check=1")
         self.assertEqual(status["iconOrder"], [2, 3, 0, 0, 0, 0], "the order of the changes")
         self.assertEqual((status["descriptor"]["rectangle"], status["layers"][-1]["picture"]), ([0, 0, 200, 84], 15540))
+
+    def png(self, name, width, height, levels):
+        """A grey PNG with these levels."""
+        lines = b"".join(b"\0" + bytes(levels[y * width:(y + 1) * width]) for y in range(height))
+
+        def chunk(kind, data):
+            return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+
+        head = struct.pack(">IIBBBBB", width, height, 8, 0, 0, 0, 0)
+        return self.write(name, b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", head) + chunk(b"IDAT", zlib.compress(lines))
+                          + chunk(b"IEND", b""))
+
+    def levels(self, path):
+        """The levels of a grey PNG whose lines have filter 0 to 4."""
+        data, at, pixels = path.read_bytes(), 8, b""
+        width, height = self.size(path)
+        self.assertEqual(data[24:26], b"\x08\x00", "8 bits, grey")
+        while at < len(data):
+            length = struct.unpack(">I", data[at:at + 4])[0]
+            if data[at + 4:at + 8] == b"IDAT":
+                pixels += data[at + 8:at + 8 + length]
+            at += 12 + length
+        raw, rows = zlib.decompress(pixels), [[0] * width]
+        for y in range(height):
+            kind, line, row = raw[y * (width + 1)], raw[y * (width + 1) + 1:(y + 1) * (width + 1)], []
+            for x in range(width):
+                left, up = (row[x - 1] if x else 0), rows[-1][x]
+                corner = rows[-1][x - 1] if x else 0
+                guess = left + up - corner
+                paeth = min((left, up, corner), key=lambda value: abs(guess - value))
+                row.append((line[x] + (0, left, up, (left + up) // 2, paeth)[kind]) & 255)
+            rows.append(row)
+        return [level for row in rows[1:] for level in row]
+
+    def test_quality_processes_any_picture(self):
+        plain = self.picture("quality")
+        self.assertEqual((plain["source"], plain["mask"]), (11202, 11205))
+        self.assertEqual(set(plain["descriptor"]), {"density", "halftoneMode", "screen", "saveToner"})
+        black = self.picture("quality", "PrintCAD_Check=1", "lpPrintCADMode=2")
+        self.assertEqual(black["source"], 11204)
+        out = self.folder / "sample.png"
+        self.heron("picture", "quality", "-p", "Office", "--out", out)
+        self.assertEqual(self.size(out), (120, 160))
+        self.heron("picture", "quality", "-p", "Office", "--out", out, "--scale", "2")
+        self.assertEqual(self.size(out), (240, 320))
+
+        source = self.png("a.png", 3, 2, [0, 100, 255, 200, 100, 50])
+        mask = self.png("b.png", 3, 2, [255] * 6)
+        own = ("picture", "quality", "-p", "Office", "--sample", source)
+        self.heron(*own, "--mask", mask, "--out", out)
+        screen = plain["descriptor"]["screen"]
+
+        def dot(level, x, y):
+            if screen == 3:
+                light = level * 16 // 255 < [[15, 11, 4, 2], [5, 9, 8, 12]][y][x]
+            else:
+                light = (level * 9 + 128) // 255 < [[8, 5, 2], [3, 4, 6]][y][x]
+            return (level * 7 + 5) // 10 if light else min(255, (level * 13 + 5) // 10)
+
+        wanted = [dot(level, i % 3, i // 3) for i, level in enumerate([0, 100, 255, 200, 100, 50])]
+        self.assertEqual(self.levels(out), wanted)
+        self.heron(*own, "--out", out, code=2)
+        self.heron(*own, "--mask", self.png("c.png", 2, 3, [0] * 6), "--out", out, code=2)
+        self.heron(*own, "--mask", self.folder / "none.png", "--out", out, code=5)
+        self.heron(*own, "--mask", self.write("d.png", b"no picture"), "--out", out, code=1)
+        self.heron("picture", "paper", "-p", "Office", "--sample", source, "--mask", mask, "--out", out, code=2)
+        self.assertEqual(self.levels(out), wanted, "a failed command leaves the file alone")
+
+    def test_machine_and_device(self):
         self.heron("settings", "-p", "Office", "--device", "-o", "lpOutputUnit=2", "-o", "lpMailBinKit=2", "--yes")
         machine = self.picture("machine")
         self.assertEqual(self.numbers(machine["base"])[-2:], [19013, 19002])
@@ -92,7 +162,7 @@ class Picture(support.Journey):
         self.assertEqual(read["labels"][-1], {"place": "copies", "text": " X2"})
 
     def test_refusals(self):
-        for code, *arguments in ((1, "quality", "--json"), (1, "watermark", "--json"), (1, "cover", "--json"), (2, "paper"),
+        for code, *arguments in ((1, "watermark", "--json"), (1, "cover", "--json"), (2, "paper"),
                                  (2, "landscape", "--json"), (2, "paper", "--out", self.folder / "a.jpg"),
                                  (2, "paper", "--scale", "0", "--out", self.folder / "a.png"),
                                  (1, "paper", "--out", self.folder / "none" / "a.png"),
@@ -100,7 +170,7 @@ class Picture(support.Journey):
                                  (2, "device", "--in", self.folder / "x", "--json"),
                                  (4, "machine", "-o", "lpOutputUnit=2", "--json")):
             self.heron("picture", *arguments, "-p", "Office", code=code)
-            self.assertEqual("not built yet" in self.last_errors, arguments[0] in ("quality", "watermark", "cover"))
+            self.assertEqual("not built yet" in self.last_errors, arguments[0] in ("watermark", "cover"))
         self.heron("picture", "paper", "-p", "Nowhere", "--json", code=5)
         self.assertEqual(sorted(self.folder.glob("*.png")), [])
 

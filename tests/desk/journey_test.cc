@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFile>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
@@ -13,6 +14,7 @@
 #include <QStyleOptionComboBox>
 #include <QTemporaryDir>
 #include <QTextDocument>
+#include <set>
 
 #include "apps/desk/desk.h"
 #include "desk_test.h"
@@ -121,6 +123,7 @@ class Journeys : public ::testing::Test {
     return platform::ToUtf8(text.substr(0, text.find(u'\0')));
   }
 
+  QString name_;  ///< of the queue
   PropertySheet* sheet_ = nullptr;
   std::function<void(bool)> keep_ = [](bool) {};  ///< stores the record of a confirmed sheet
 
@@ -167,7 +170,6 @@ class Journeys : public ::testing::Test {
   }
 
   QTemporaryDir folder_;
-  QString name_;
   std::u16string wide_name_;
   platform::UniquePrinter printer_;
   std::vector<uint8_t> out_;
@@ -403,6 +405,100 @@ TEST_F(Journeys, ABadNumberKeepsThePageAndTheFocus) {
     EXPECT_TRUE(Paper().isVisible());
     EXPECT_EQ(Paper().Focused(), "Zoom"_id);
     EXPECT_FALSE(shown.isEmpty());
+  });
+}
+
+constexpr int kPerPagePage = 1, kSpecialPage = 2, kQualityPage = 5, kFontPage = 6;
+
+TEST_F(Journeys, RowsForSinglePagesAreMadeMovedAndKept) {
+  const auto fill = [&](const QString& pages, const QString& type) {
+    in_dialog["row-of-the-per-page-list"] = [=](ModalWindow& dialog) {
+      EXPECT_EQ(CutRows(dialog), "");
+      Type(dialog.panel(), "rowPages", pages);
+      Choose(dialog.panel(), "lpInterSheetListPRNType", type);
+      Photograph(dialog, "per-page-row");
+      Click(dialog.panel(), platform::kOkButton);
+    };
+    Click(*sheet_->panel(kPerPagePage), "addPageListRow");
+  };
+  EXPECT_EQ(Run([&] {
+              sheet_->ShowPage(kPerPagePage);
+              Panel& page = *sheet_->panel(kPerPagePage);
+              auto* const list = qobject_cast<QAbstractItemView*>(WidgetOf(page, "pageListRows"));
+              const auto row = [&](int number) {
+                return list->model()->index(number, 0).data().toString().toStdString();
+              };
+              answers = {QStringLiteral("Yes"), QStringLiteral("Yes")};
+              Click(page, "InterSheet_Check");
+              answers.clear();
+              fill(QStringLiteral("10-6,3"), QStringLiteral("One-sided"));
+              fill(QStringLiteral("12"), QStringLiteral("Insert blank sheet"));
+              fill(QStringLiteral("1-2"), QStringLiteral("Two-sided"));
+              EXPECT_EQ(row(0) + " " + row(1) + " " + row(2) + " " + row(3), "Other pages 3,6-10 12 1-2");
+              EXPECT_TRUE(list->hasFocus());
+              Click(page, "movePageListRowUp");
+              EXPECT_EQ(row(2) + " " + row(3), "1-2 12");
+              QTest::keyClick(list, Qt::Key_Up);
+              QTest::keyClick(list, Qt::Key_Up);
+              EXPECT_EQ(page.SelectedRow("pageListRows"_id), 1) << "never the row of the other pages";
+              QTest::keyClick(list, Qt::Key_Delete);
+              EXPECT_EQ(row(1) + " " + row(2), "1-2 12");
+              QTest::keyClick(list, Qt::Key_Z, Qt::ControlModifier);
+              EXPECT_EQ(row(1) + " " + row(2), "3,6-10 1-2");
+              Photograph(*sheet_, "per-page-page");
+              in_dialog["name-of-the-per-page-list"] = [&](ModalWindow& dialog) {
+                Photograph(dialog, "list-name");
+                Type(dialog.panel(), "pageListName", QStringLiteral("Board"));
+                Click(dialog.panel(), platform::kOkButton);
+              };
+              Click(page, "renamePageList");
+              EXPECT_EQ(Chosen(page, "lpInterSheetList"), "Board");
+              Press(QDialogButtonBox::Ok);
+            }),
+            SheetEnd::kConfirmed);
+  EXPECT_TRUE(shown.isEmpty()) << shown.join(u'|').toStdString();
+  const QByteArray kept =
+      Command({QStringLiteral("pages"), QStringLiteral("show"), QStringLiteral("-p"), name_, QStringLiteral("--json")});
+  const QJsonObject answer = QJsonDocument::fromJson(kept).object();
+  EXPECT_EQ(answer[QStringLiteral("name")].toString().toStdString(), "Board");
+  EXPECT_EQ(answer[QStringLiteral("rows")].toArray().size(), 3);
+  EXPECT_EQ(answer[QStringLiteral("rows")].toArray()[2].toObject()[QStringLiteral("pages")].toString().toStdString(),
+            "12");
+}
+
+TEST_F(Journeys, TheQualitySampleFollowsTheSettings) {
+  Run([&] {
+    sheet_->ShowPage(kQualityPage);
+    Panel& page = *sheet_->panel(kQualityPage);
+    const auto sample = [&] { return WidgetOf(page, "samplePicture")->grab().toImage(); };
+    const QImage plain = sample();
+    std::set<QRgb> colors;
+    for (int y = 0; y < plain.height(); ++y) {
+      for (int x = 0; x < plain.width(); ++x) colors.insert(plain.pixel(x, y));
+    }
+    EXPECT_GT(colors.size(), 20U) << "a photo is shown";
+    Photograph(*sheet_, "quality-page");
+    Click(page, "PrintCAD_Check");
+    const QImage black = sample();
+    EXPECT_NE(black, plain);
+    Click(page, "lpPrintCADMode.Everything");
+    EXPECT_NE(sample(), black);
+    Photograph(*sheet_, "quality-page-black");
+    Click(page, "restoreDefaults.quality");
+    EXPECT_EQ(sample(), plain);
+    sheet_->ShowPage(kFontPage);
+    Photograph(*sheet_, "font-page");
+    sheet_->ShowPage(kSpecialPage);
+    Panel& special = *sheet_->panel(kSpecialPage);
+    Click(special, "ImageShift_Check");
+    in_dialog["image-shift"] = [](ModalWindow& dialog) {
+      Type(dialog.panel(), "ImgShiftValueLRF", QStringLiteral("100"));
+      Click(dialog.panel(), "ImgShiftBackAuto_Check");
+      Photograph(dialog, "image-shift");
+      Click(dialog.panel(), platform::kOkButton);
+    };
+    Click(special, "imageShiftButton");
+    Photograph(*sheet_, "special-page");
   });
 }
 

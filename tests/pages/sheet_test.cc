@@ -331,11 +331,9 @@ TEST_F(SheetTest, TwoSheetsDoNotDisturbEachOther) {
 }
 
 TEST_F(SheetTest, APageThatIsNotBuiltShowsItsSettings) {
-  OpenPage("Front_Check=On lpFrontCover=Printed lpImgShiftMode=2");
-  page = sheet->Show("per-page");
-  EXPECT_TRUE((*page)["Front_Check"].checked);
-  EXPECT_TRUE((*page)["lpFrontCover.Printed"].checked);
-  EXPECT_EQ(page->SelectedText("lpInterSheetList"), "[28587]");
+  OpenPage("OverlayPrompt=On");
+  page = sheet->Show("overlay");
+  EXPECT_TRUE((*page)["OverlayPrompt"].checked);
   ASSERT_TRUE(sheet->Apply());
   for (const ControlId id : page->Controls()) EXPECT_FALSE(page->IsEnabled(id)) << NameOfControl(id);
 }
