@@ -40,4 +40,8 @@ bool SameFolded(std::u16string_view a, std::u16string_view b) {
   return std::ranges::equal(a, b, {}, Fold, Fold);
 }
 
+bool ContainsFolded(std::u16string_view text, std::u16string_view part) {
+  return !std::ranges::search(text, part, {}, Fold, Fold).empty() || part.empty();
+}
+
 }  // namespace heron
