@@ -127,6 +127,7 @@ void AddCapabilitiesCommand(CLI::App& app);
 void AddSettingsCommand(CLI::App& app);
 void AddControlsCommand(CLI::App& app);
 void AddLibraryCommands(CLI::App& app);
+void AddSummaryCommand(CLI::App& app);
 void AddPrintCommand(CLI::App& app);
 void AddSheetCommand(CLI::App& app);
 void AddPictureCommand(CLI::App& app);

@@ -15,6 +15,7 @@ int main(int argc, char** argv) {
   heron::cli::AddSettingsCommand(app);
   heron::cli::AddSheetCommand(app);
   heron::cli::AddLibraryCommands(app);
+  heron::cli::AddSummaryCommand(app);
   heron::cli::AddPrintCommand(app);
   heron::cli::AddPictureCommand(app);
   heron::cli::AddControlsCommand(app);

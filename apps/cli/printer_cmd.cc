@@ -22,6 +22,7 @@
 #include "platform/api/spooler.h"
 #include "platform/api/text.h"
 #include "platform/sqlite/store.h"
+#include "library_session.h"
 #include "printer_list.h"
 #include "settings/secret_fields.h"
 #include "settings/user_tree.h"
@@ -157,6 +158,23 @@ void AddAll(const std::vector<platform::Queue>& queues, bool replace) {
   if (!batch.Keep()) FailStore(doing);
 }
 
+/// The names of the queues that aren't there yet.
+std::vector<std::string> NewNames(const std::vector<platform::Queue>& queues) {
+  std::vector<std::string> names;
+  for (const platform::Queue& queue : queues) {
+    if (platform::FindQueue(queue.name, nullptr) != platform::kErrorSuccess)
+      names.push_back(platform::ToUtf8(queue.name));
+  }
+  return names;
+}
+
+/// The same, and the user's settings of new queues begin as he chose.
+void AddAndStart(const std::vector<platform::Queue>& queues, bool replace) {
+  const std::vector<std::string> fresh = NewNames(queues);
+  AddAll(queues, replace);
+  for (const std::string& name : fresh) StartFromDefault(name);
+}
+
 void TellOfHome() {
   if (geteuid() != 0 || store::HasNamedHome() || store::MachineHome() != store::StoreHome()) return;
   std::cerr << "heron: only you see your printers, as there is no folder " << store::kSharedMachineHome
@@ -170,7 +188,7 @@ void AddList(const PrinterOptions& options) {
     queues.push_back(QueueFrom(row));
     names.push_back(row.name);
   }
-  AddAll(queues, options.replace);
+  AddAndStart(queues, options.replace);
   if (options.json) return PrintJson("printer.add", {{"names", names}});
   std::cout << "Added " << queues.size() << (queues.size() == 1 ? " printer\n" : " printers\n");
   TellOfHome();
@@ -186,7 +204,7 @@ void Add(const PrinterOptions& options) {
     queue.devMode = ReadRecord(options.dev_mode);
     held_secrets = ClearSecrets(queue.devMode);
   }
-  AddAll({queue}, options.replace);
+  AddAndStart({queue}, options.replace);
   if (held_secrets) {
     std::cerr << "heron: the passwords and identity codes in the record are left out, since all users can read a "
                  "printer's record\n";
