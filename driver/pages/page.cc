@@ -4,9 +4,12 @@
 #include "changes/commit.h"
 #include "changes/reports.h"
 #include "engine/page_list.h"
+#include "pages/organize_dialog.h"
 #include "pages/paper_page.h"
 #include "pages/plain_pages.h"
 #include "pages/preset_menu.h"
+#include "pages/recall_dialogs.h"
+#include "pages/save_dialog.h"
 #include "platform/api/text.h"
 #include "presets/recall.h"
 #include "preview/machine_view.h"
@@ -65,6 +68,13 @@ bool StoreLists(SheetContext& sheet, const AgreesTo& agrees) {
   }
   if (kept.All() || sheet.doesWithoutLists) return true;
   return sheet.doesWithoutLists = AgreesToLists(agrees, kNotStored, kept.unwritten);
+}
+
+/// Runs a dialog of the settings library over the page.
+template <typename Logic>
+bool Confirmed(platform::Dialog& page, SheetContext& sheet) {
+  Logic logic(sheet);
+  return page.RunDialog(Logic::kNumber, &logic) == platform::IDOK;
 }
 
 }  // namespace
@@ -194,7 +204,23 @@ void Page::OpenLibraryMenu() {
   if (library == nullptr) return;
   const uint16_t command = dialog().PopupMenu(row_.library, LibraryMenu(*library));
   if (command == kSaveToFullCommand) TellIfFull(*library);
-  if (const LibraryEntry* chosen = library->At(EntryOfCommand(command)); chosen != nullptr) Recall(chosen->location);
+  if (const LibraryEntry* chosen = library->At(EntryOfCommand(command)); chosen != nullptr)
+    Recall(chosen->location);
+  else
+    RunLibraryDialog(command);
+}
+
+void Page::RunLibraryDialog(uint16_t command) {
+  if (command == kSaveCommand && Confirmed<SaveDialog>(dialog(), sheet())) MarkChanged();
+  if (command == kOrganizeCommand && Confirmed<OrganizeDialog>(dialog(), sheet())) MarkChanged();
+  if (command == kRecallOptionsCommand && Confirmed<RecallOptionsDialog>(dialog(), sheet())) MarkChanged();
+  if (command == kRecallCommand && Confirmed<RecallDialog>(dialog(), sheet())) ShowRecalled();
+}
+
+void Page::ShowRecalled() {
+  engine::LoadPaperTable(ui());
+  Rebuild();
+  MarkChanged();
 }
 
 /// The list may have become another one while the menu was open: the entry is looked for, not counted.
@@ -205,9 +231,7 @@ void Page::Recall(const FileLocation& chosen) {
   while (place < library->count && library->At(place)->location != chosen) ++place;
   engine::ResolveOutcome outcome;
   if (!RecallSettings(sheet().resolver(), this, *library, place, RecallPartsOf(ui()), &outcome)) return;
-  engine::LoadPaperTable(ui());
-  Rebuild();
-  MarkChanged();
+  ShowRecalled();
 }
 
 /// What the pictures show isn't a change of the job, but is kept with it.
