@@ -23,6 +23,7 @@ constexpr int kBoldFrom = 600;
 
 /// Character sets of a LOGFONTW.
 constexpr uint8_t kDefaultCharSet = 1;
+constexpr uint8_t kFixedPitch = 1, kVariablePitch = 2;
 constexpr std::pair<QFontDatabase::WritingSystem, uint8_t> kCharSets[] = {
     {QFontDatabase::SimplifiedChinese, 134},
     {QFontDatabase::TraditionalChinese, 136},
@@ -144,7 +145,9 @@ std::vector<platform::FontFamily> InstalledFamilies() {
   for (const QString& name : QFontDatabase::families()) {
     const auto systems = QFontDatabase::writingSystems(name);
     const auto row = std::ranges::find_if(kCharSets, [&](const auto& r) { return systems.contains(r.first); });
-    families.push_back({name.toStdU16String(), row == std::end(kCharSets) ? kDefaultCharSet : row->second});
+    families.push_back({.name = name.toStdU16String(),
+                        .char_set = row == std::end(kCharSets) ? kDefaultCharSet : row->second,
+                        .pitch_and_family = QFontDatabase::isFixedPitch(name) ? kFixedPitch : kVariablePitch});
   }
   return families;
 }

@@ -30,6 +30,7 @@ class ScreenCanvas final : public platform::Canvas {
   void DrawPicture(const platform::RECT& target, const platform::Picture& picture,
                    const std::optional<platform::RECT>& clip) override;
   void DrawResource(uint32_t number, const platform::RECT& target, const std::optional<platform::RECT>& clip) override;
+  std::optional<platform::SIZE> ResourceSize(uint32_t number) override;
   bool HasDarkGround() const override { return dark_; }
   bool StartPage() override { return false; }
   bool EndPage() override { return false; }
