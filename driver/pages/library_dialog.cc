@@ -49,7 +49,7 @@ std::vector<ListRow> DifferingRows(const std::vector<ComparedRow>& compared) {
       rows.back().cells.back() =
           platform::ExpandText(GetUiString(text::kNowValue), {std::u16string_view(ValueOf(row.now))});
   }
-  if (rows.empty()) rows.push_back({.text = TextOf(text::kNothingDiffers)});
+  if (rows.empty()) rows.push_back({.text = TextOf(text::kNothingDiffers), .cells = {}});
   return rows;
 }
 
@@ -80,7 +80,7 @@ void LibraryDialog::OnDestroy() {
 
 void LibraryDialog::SetUpTabs() {
   std::vector<ListRow> tabs;
-  for (const TextNumber title : kSummaryTitles) tabs.push_back({.text = TextOf(title)});
+  for (const TextNumber title : kSummaryTitles) tabs.push_back({.text = TextOf(title), .cells = {}});
   dialog().SetRows(controls_.tabs, tabs);
   dialog().SelectRow(controls_.tabs, 0);
 }
@@ -147,7 +147,7 @@ void LibraryDialog::FillEntries(const FileLocation* selected) {
     if (!Mentions(entry, wanted)) continue;
     if (selected != nullptr && entry.location == *selected) row_ = static_cast<int>(places_.size());
     places_.push_back(place);
-    rows.push_back({.text = entry.displayName, .picture = PictureOfEntry(entry)});
+    rows.push_back({.text = entry.displayName, .cells = {}, .picture = PictureOfEntry(entry)});
   }
   if (row_ == platform::kNoRow && !places_.empty()) row_ = 0;
   dialog().SetRows(controls_.list, rows);
