@@ -49,7 +49,8 @@ void OpenTheRecallDialog(benchmark::State& state) {
     SaveSettingsAs(*library, stage.ui(), folder, std::u16string(1, name), {});
   for (auto _ : state) {
     pages::RecallDialog dialog(stage.sheet.context());
-    stage.desk.Expect(pages::RecallDialog::kNumber, [](ScriptedDialog& shown) { shown.Click(platform::kCancelButton); });
+    stage.desk.Expect(pages::RecallDialog::kNumber,
+                      [](ScriptedDialog& shown) { shown.Click(platform::kCancelButton); });
     stage.desk.Run(pages::RecallDialog::kNumber, &dialog);
   }
   state.counters["entries"] = library->count;

@@ -1,6 +1,7 @@
 #include "pages/library_dialog.h"
 
 #include <algorithm>
+#include <new>
 
 #include "catalog/strings.h"
 #include "pages/preset_menu.h"
@@ -79,10 +80,14 @@ void LibraryDialog::OnDestroy() {
 }
 
 void LibraryDialog::SetUpTabs() {
-  std::vector<ListRow> tabs;
-  for (const TextNumber title : kSummaryTitles) tabs.push_back({.text = TextOf(title), .cells = {}});
-  dialog().SetRows(controls_.tabs, tabs);
-  dialog().SelectRow(controls_.tabs, 0);
+  try {
+    std::vector<ListRow> tabs;
+    for (const TextNumber title : kSummaryTitles) tabs.push_back({.text = TextOf(title), .cells = {}});
+    dialog().SetRows(controls_.tabs, tabs);
+    dialog().SelectRow(controls_.tabs, 0);
+  } catch (const std::bad_alloc&) {
+    dialog().Show(controls_.tabs, false);  // the rest of the dialog is usable without a summary
+  }
 }
 
 void LibraryDialog::ShowSettings(UiState* settings) {

@@ -23,10 +23,11 @@ struct Flag {
   ControlId check;
   uint16_t param;
 };
-constexpr Flag kFlags[] = {{2542, ParamNamed<u"UsetPaperChk">()},    {kUserPapers, ParamNamed<u"UsetUDPaperChk">()},
-                           {2546, ParamNamed<u"UsetWMarkChk">()},    {2545, ParamNamed<u"UsetTrybyPgChk">()},
-                           {2548, ParamNamed<u"UsetMediaTypeListChk">()}, {2547, ParamNamed<u"UsetFaxcoverChk">()},
-                           {2544, ParamNamed<u"UsetFormChk">()}};
+constexpr Flag kFlags[] = {
+    {2542, ParamNamed<u"UsetPaperChk">()},         {kUserPapers, ParamNamed<u"UsetUDPaperChk">()},
+    {2546, ParamNamed<u"UsetWMarkChk">()},         {2545, ParamNamed<u"UsetTrybyPgChk">()},
+    {2548, ParamNamed<u"UsetMediaTypeListChk">()}, {2547, ParamNamed<u"UsetFaxcoverChk">()},
+    {2544, ParamNamed<u"UsetFormChk">()}};
 static_assert(std::size(kFlags) == std::tuple_size_v<RecallFlags>);
 
 }  // namespace

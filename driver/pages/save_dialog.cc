@@ -58,7 +58,8 @@ bool SaveDialog::MayBeNamed(const FileLocation& file) {
     return false;
   };
   if (!SameFolded(file.extension, u"vxs")) return complain(text::kSaveExtension);
-  return CheckFileName(library(), file.name) && (file.folder.size() <= kFolderLength || complain(text::kNotSavedInFolder));
+  return CheckFileName(library(), file.name) &&
+         (file.folder.size() <= kFolderLength || complain(text::kNotSavedInFolder));
 }
 
 void SaveDialog::Browse() {

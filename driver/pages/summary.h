@@ -19,9 +19,9 @@ namespace heron::pages {
 enum class SummaryTab : uint8_t { kPaper, kPerPage, kSpecial, kOverlay, kWatermark, kQuality, kFont, kFax };
 
 /// In the order of the tab control; the number of a tab is its place.
-inline constexpr std::array kSummaryTitles = {text::kPaperTab,     text::kPerPageTab, text::kSpecialTab,
-                                              text::kOverlayTab,   text::kWatermarkTab, text::kQualityTab,
-                                              text::kFontTab,      text::kFaxTab};
+inline constexpr std::array kSummaryTitles = {text::kPaperTab,   text::kPerPageTab,   text::kSpecialTab,
+                                              text::kOverlayTab, text::kWatermarkTab, text::kQualityTab,
+                                              text::kFontTab,    text::kFaxTab};
 inline constexpr size_t kSummaryTabCount = kSummaryTitles.size();
 
 inline constexpr size_t kSummaryColumns = 3;

@@ -84,9 +84,11 @@ struct ShiftSide {
 };
 constexpr ShiftSide kShiftSides[] = {
     {text::kFrontSide, engine::ControlId(u"lpImgShiftDirectLRF.Left"), engine::ControlId(u"ImgShiftValueLRF"),
-     engine::ControlId(u"lpImgShiftDirectUDF.Up"), engine::ControlId(u"ImgShiftValueUDF"), engine::ControlId(u"ImgShiftPageIntervalF")},
+     engine::ControlId(u"lpImgShiftDirectUDF.Up"), engine::ControlId(u"ImgShiftValueUDF"),
+     engine::ControlId(u"ImgShiftPageIntervalF")},
     {text::kBackSide, engine::ControlId(u"lpImgShiftDirectLRB.Left"), engine::ControlId(u"ImgShiftValueLRB"),
-     engine::ControlId(u"lpImgShiftDirectUDB.Up"), engine::ControlId(u"ImgShiftValueUDB"), engine::ControlId(u"ImgShiftPageIntervalB")}};
+     engine::ControlId(u"lpImgShiftDirectUDB.Up"), engine::ControlId(u"ImgShiftValueUDB"),
+     engine::ControlId(u"ImgShiftPageIntervalB")}};
 
 void AddShiftSide(const SummaryInput& input, const ShiftSide& side, SummaryWriter& rows) {
   const auto value = [&](uint16_t control) { return engine::GetControlValue(input.engine, control); };
@@ -114,9 +116,8 @@ void AddWatermarkFields(const UiState& ui, const WatermarkEntry& mark, SummaryWr
                   value::lpWatermarkOrder::kOverprint));
   rows.Row(kDeepPart, text::kFirstPageOnly, SwitchText(IsOn<u"FirstPageOnly">(ui)));
   rows.Row(kDeepPart, text::kWatermarkFont, FieldText(mark.font));
-  rows.Row(
-      kDeepPart, text::kStyle,
-      TextAt({text::kStyleRegular, text::kStyleBold, text::kStyleItalic, text::kStyleBoldItalic}, mark.style, 1));
+  rows.Row(kDeepPart, text::kStyle,
+           TextAt({text::kStyleRegular, text::kStyleBold, text::kStyleItalic, text::kStyleBoldItalic}, mark.style, 1));
   rows.Row(kDeepPart, text::kSize, WithUnit(static_cast<int32_t>(mark.size), text::kPointUnit));
   rows.Row(kDeepPart, text::kAngle, WithUnit(mark.angle / 10, text::kDegreesUnit));
   rows.Row(kDeepPart, text::kDarkness, WithUnit((255 - shade) * 100 / 255, text::kPercentUnit));
@@ -154,7 +155,8 @@ void AddPaperType(const SummaryInput& input, uint16_t, SummaryWriter& rows) {
   const TrayMedia media = engine::MediaOfTray(input.engine, Setting<u"lpMediaSource">(input.ui));
   rows.Row({}, text::kPaperType, LabelOf(engine::ControlId(u"lpMediaType"), media.mediaType));
   if (media.mediaType != value::lpMediaType::kTransparency || !IsOn<u"OHPInterLeave_Check">(input.ui)) return;
-  rows.Row(kDeepPart, text::kPaperTrayRow, LabelOf(engine::ControlId(u"lpOIPaperTray"), Setting<u"lpOIPaperTray">(input.ui)));
+  rows.Row(kDeepPart, text::kPaperTrayRow,
+           LabelOf(engine::ControlId(u"lpOIPaperTray"), Setting<u"lpOIPaperTray">(input.ui)));
 }
 
 void AddPageOrder(const SummaryInput& input, uint16_t, SummaryWriter& rows) {

@@ -52,7 +52,8 @@ void AddCurrentRows(const UiState& ui, SummaryWriter& rows) {
   rows.Row({}, text::kRowsOfCurrentList);
   for (const PageEntry& entry : CurrentPages(ui).first(static_cast<size_t>(std::min(count, kMostRows)))) {
     // "As document" and whatever else the list lacks has no text.
-    const char16_t* tray = engine::GetValueLabel(engine::ControlId(u"lpInterSheetListTray"), static_cast<uint16_t>(entry.tray));
+    const char16_t* tray =
+        engine::GetValueLabel(engine::ControlId(u"lpInterSheetListTray"), static_cast<uint16_t>(entry.tray));
     rows.Row(kPart, text::kPages, FieldText(entry.page));
     rows.Row(kPart, text::kPrintType, TypeText(entry.type));
     rows.Row(kPart, text::kPaperTrayRow, tray == nullptr ? u"" : tray);

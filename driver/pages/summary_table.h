@@ -1,8 +1,8 @@
 // The rows of the summary lists, tab by tab. Read by summary.cc, which walks them in this order.
 //
-// A row: what it shows | its control | the control that guards it (a row appears only while the guard's value isn't 0; a
-// kGuarded row shows the guard itself) | the number's format | the operation that makes the rows of a kBuilt row. Rows of
-// a tab with an indent are part of the setting above. To add a setting, add its row; it needs a control in
+// A row: what it shows | its control | the control that guards it (a row appears only while the guard's value isn't 0;
+// a kGuarded row shows the guard itself) | the number's format | the operation that makes the rows of a kBuilt row.
+// Rows of a tab with an indent are part of the setting above. To add a setting, add its row; it needs a control in
 // rules/controls.table or a row among the enable rules.
 #pragma once
 
@@ -156,9 +156,9 @@ inline constexpr auto kFontItems = [] {
 
 /// The fax tab's rows need no control.
 using FaxBuilder = void (*)(const SummaryInput&, SummaryWriter&);
-inline constexpr std::array<FaxBuilder, 9> kFaxItems = {AddFaxSubject, AddFaxStyle,       AddFaxRecipient,
-                                                        AddFaxSender,  AddFaxDate,        AddFaxPageNumber,
-                                                        AddFaxPaper,   AddFaxPicture,     AddFaxComment};
+inline constexpr std::array<FaxBuilder, 9> kFaxItems = {AddFaxSubject, AddFaxStyle,   AddFaxRecipient,
+                                                        AddFaxSender,  AddFaxDate,    AddFaxPageNumber,
+                                                        AddFaxPaper,   AddFaxPicture, AddFaxComment};
 
 static_assert(kPaperItems.size() == 26 && kPerPageItems.size() == 4 && kSpecialItems.size() == 3);
 static_assert(kOverlayItems.size() == 3 && kWatermarkItems.size() == 4 && kQualityItems.size() == 5);

@@ -134,7 +134,8 @@ class PageListSummaryTest : public SummaryTest {
 TEST_F(PageListSummaryTest, NamesAndRowsOfTheWorkingList) {
   Fill(2);
   EXPECT_EQ(Rows(SummaryTab::kPerPage, "[20156]", 6).substr(0, 60),
-            "[20156]|[21110]\n[26424]|Mine\n---\n[26425]\n  Mine|[26427]\n  []|[264").substr(0, 60)
+            "[20156]|[21110]\n[26424]|Mine\n---\n[26425]\n  Mine|[26427]\n  []|[264")
+          .substr(0, 60)
       << Rows(SummaryTab::kPerPage);
   const std::string rows = Rows(SummaryTab::kPerPage, "[26428]", 99);
   EXPECT_EQ(std::ranges::count(rows, '\n'), 7) << rows;
@@ -224,18 +225,22 @@ TEST_F(FaxSummaryTest, TemplateAndSender) {
   engine::Setting<u"FaxCover_Date">(ui()) = 0;
   engine::Setting<u"FaxCover_Image">(ui()) = 0;
   const std::string rows = Rows(SummaryTab::kFax);
-  EXPECT_TRUE(rows.starts_with("[26200]\n  [26201]|[21110]|Offer\n  [26217]|[21123]\n  [26202]\n    [26203]|Dear all\n"
-                               "  [26208]\n    [21125]|"))
+  EXPECT_TRUE(
+      rows.starts_with("[26200]\n  [26201]|[21110]|Offer\n  [26217]|[21123]\n  [26202]\n    [26203]|Dear all\n"
+                       "  [26208]\n    [21125]|"))
       << rows;
   EXPECT_NE(rows.find("\n    [21127]|[21111]\n"), std::string::npos) << rows;
-  EXPECT_NE(rows.find("\n  [26211]|[21111]\n  [21129]|[21110]|12 [26212]\n  [26213]|--\n  [26214]|[21111]\n\n  [26216]\n---\n"),
-            std::string::npos)
+  EXPECT_NE(
+      rows.find(
+          "\n  [26211]|[21111]\n  [21129]|[21110]|12 [26212]\n  [26213]|--\n  [26214]|[21111]\n\n  [26216]\n---\n"),
+      std::string::npos)
       << rows;
 }
 
 TEST_F(FaxSummaryTest, RecipientTextsAreThoseThatWereTyped) {
   engine::Setting<u"lpFaxCover_ReceiveSetup">(ui()) = 1;
-  for (uint16_t* on : {&engine::Setting<u"FaxCover_ReceiveCompany1">(ui()), &engine::Setting<u"FaxCover_ReceiveFaxnum">(ui())})
+  for (uint16_t* on :
+       {&engine::Setting<u"FaxCover_ReceiveCompany1">(ui()), &engine::Setting<u"FaxCover_ReceiveFaxnum">(ui())})
     *on = 1;
   Write(cover().receiptCompany1, u"Works");
   Write(cover().receiptFaxnum, u"123");
@@ -254,9 +259,10 @@ TEST_F(FaxSummaryTest, PictureAndComment) {
   cover().yPosition = static_cast<uint32_t>(-1);
   cover().zoom = 80;
   Write(cover().text, u"one\r\n\r\ntwo\r\n");
-  EXPECT_EQ(Rows(SummaryTab::kFax, "  [26214]", 99),
-            "  [26214]|[21110]\n    [26215]|/logo.bmp\n    [20152] X|50  (0-100)\n    [20006]|[21110]|80  %\n\n  [26216]\n"
-            "---\none\n\ntwo\n");
+  EXPECT_EQ(
+      Rows(SummaryTab::kFax, "  [26214]", 99),
+      "  [26214]|[21110]\n    [26215]|/logo.bmp\n    [20152] X|50  (0-100)\n    [20006]|[21110]|80  %\n\n  [26216]\n"
+      "---\none\n\ntwo\n");
   state().stores.faxCover.reset();
   EXPECT_EQ(Rows(SummaryTab::kFax), "");
 }
