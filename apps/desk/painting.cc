@@ -35,11 +35,6 @@ QString Text(std::u16string_view text) {
   return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QColor Color(COLORREF color) {
-  return QColor(static_cast<int>(color & 0xFF), static_cast<int>(color >> 8 & 0xFF),
-                static_cast<int>(color >> 16 & 0xFF));
-}
-
 QRectF Rectangle(const RECT& rect) {
   return QRectF(QPointF(rect.left, rect.top), QPointF(rect.right, rect.bottom)).normalized();
 }
@@ -80,8 +75,8 @@ void PaintOutline(QPainter& painter, const TextDrawing& drawing, QPointF start, 
   QPainterPath path;
   path.setFillRule(Qt::WindingFill);
   path.addText(start, font, Text(drawing.text));
-  painter.setPen(QPen(Color(drawing.pen_color), drawing.pen_width));
-  painter.setBrush(Color(drawing.color));
+  painter.setPen(QPen(ColorOf(drawing.pen_color), drawing.pen_width));
+  painter.setBrush(ColorOf(drawing.color));
   painter.drawPath(path);
 }
 
@@ -102,6 +97,11 @@ class Clipped {
 
 }  // namespace
 
+QColor ColorOf(COLORREF color) {
+  return QColor(static_cast<int>(color & 0xFF), static_cast<int>(color >> 8 & 0xFF),
+                static_cast<int>(color >> 16 & 0xFF));
+}
+
 void PaintLine(QPainter& painter, const TextDrawing& drawing, const std::optional<RECT>& clip) {
   const Clipped clipped(painter, clip);
   const QFont font = FontOf(drawing.font);
@@ -113,17 +113,17 @@ void PaintLine(QPainter& painter, const TextDrawing& drawing, const std::optiona
   painter.rotate(-drawing.font.lfEscapement / 10.0);
   if (drawing.backdrop) {
     painter.fillRect(QRectF(start.x(), start.y() - metrics.ascent(), width, metrics.height()),
-                     Color(*drawing.backdrop));
+                     ColorOf(*drawing.backdrop));
   }
   if (drawing.outline) return PaintOutline(painter, drawing, start, font);
   painter.setFont(font);
-  painter.setPen(Color(drawing.color));
+  painter.setPen(ColorOf(drawing.color));
   painter.drawText(start, text);
 }
 
 void PaintRect(QPainter& painter, const RECT& area, COLORREF color, const std::optional<RECT>& clip) {
   const Clipped clipped(painter, clip);
-  painter.fillRect(Rectangle(area), Color(color));
+  painter.fillRect(Rectangle(area), ColorOf(color));
 }
 
 void PaintPicture(QPainter& painter, const RECT& target, const platform::Picture& picture,

@@ -18,6 +18,8 @@ void PaintRect(QPainter& painter, const platform::RECT& area, platform::COLORREF
 void PaintPicture(QPainter& painter, const platform::RECT& target, const platform::Picture& picture,
                   const std::optional<platform::RECT>& clip);
 
+QColor ColorOf(platform::COLORREF color);
+
 /// Width and height of a line before it is turned, in pixels.
 platform::SIZE MeasureLine(const platform::LOGFONTW& font, std::u16string_view text);
 

@@ -16,6 +16,7 @@ class QTimer;
 namespace heron::desk {
 
 class KeyFilter;
+class RowMouse;
 
 /// The window around a panel.
 class PanelFrame {
@@ -102,10 +103,13 @@ class Panel final : public QWidget, public platform::Dialog {
   platform::ControlId NumberOf(const QWidget* widget) const;
   void Connect(const FormControl& control);
   void ConnectRows(const FormControl& control);
+  void ConnectMouse(RowMouse& mouse, const platform::ControlTemplate& plan);
   void ConnectText(const FormControl& control);
   /// Reports an event to the logic, unless the logic caused it.
   template <typename Call>
   void Tell(Call call);
+  bool TakesListKey(const QWidget* list, const QKeyEvent& event);
+  bool PressedInList(const QObject* watched, const QKeyEvent& event);
   bool TakesKey(platform::ControlId id, char16_t character, const QString& text, qsizetype first, qsizetype last);
   void FocusMoved(QWidget* old, QWidget* now);
   bool MayLeave(platform::ControlId from, platform::ControlId to);

@@ -317,10 +317,10 @@ platform::RECT Panel::PlaceArea(ControlId id) const {
 void Panel::SetCursor(ControlId id, uint32_t cursor) {
   const FormControl* const control = Find(id);
   if (control == nullptr || control->widget == nullptr) return;
-  // The desktop has the two hands, in the size and colours that its user wants.
-  if (cursor == platform::kAimCursor) return control->widget->setCursor(Qt::OpenHandCursor);
-  if (cursor == platform::kDragCursor) return control->widget->setCursor(Qt::ClosedHandCursor);
-  control->widget->unsetCursor();
+  const QPixmap picture =
+      cursor == platform::kArrowCursor ? QPixmap() : resources_.Picture(cursor, devicePixelRatioF());
+  if (picture.isNull()) return control->widget->unsetCursor();
+  control->widget->setCursor(QCursor(picture));  // its hot spot is in its middle
 }
 
 void Panel::SetDescription(ControlId id, std::u16string_view text) {

@@ -38,6 +38,8 @@ struct ListRow {
   bool grey = false;                   ///< in the colour of disabled texts; the row can still be selected
   std::u16string font = {};            ///< family of the letters, empty for the window's own
   std::optional<COLORREF> color = {};  ///< of the letters; the window's own without it, and while the row is selected
+
+  bool operator==(const ListRow&) const = default;
 };
 
 /// Keys that a list box or list view reports before it acts on them itself.
