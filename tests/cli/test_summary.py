@@ -70,7 +70,7 @@ class Summary(support.Journey):
         self.library("export", "Five", copy, "--dry-run")
         self.assertFalse(copy.exists())
         self.library("export", "Five", copy)
-        self.library("export", "Five", copy, code=3)
+        self.library("export", "Five", copy, "--no", code=3)
         self.library("export", "Standard settings", "--out", copy, "--yes")
         self.library("export", "Five", copy, "--yes")
         self.add_printer("Hall")
