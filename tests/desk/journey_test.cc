@@ -475,11 +475,10 @@ TEST_F(Journeys, SettingsAreSavedComparedRecalledAndOrganized) {
               Press(QDialogButtonBox::Ok);
             }),
             SheetEnd::kConfirmed);
-  const QJsonArray entries =
-      QJsonDocument::fromJson(Command({QStringLiteral("library"), QStringLiteral("list"), QStringLiteral("--json"),
-                                       QStringLiteral("-p"), name()}))
-          .object()[QStringLiteral("entries")]
-          .toArray();
+  const QJsonArray entries = QJsonDocument::fromJson(Command({QStringLiteral("library"), QStringLiteral("list"),
+                                                              QStringLiteral("--json"), QStringLiteral("-p"), name()}))
+                                 .object()[QStringLiteral("entries")]
+                                 .toArray();
   ASSERT_EQ(entries.size(), 2);
   EXPECT_EQ(entries[0].toObject()[QStringLiteral("name")].toString().toStdString(), "Both sides");
   EXPECT_EQ(entries[0].toObject()[QStringLiteral("comment")].toString().toStdString(), "for the board");
