@@ -32,10 +32,12 @@ std::u16string ValueOf(const SummaryRow& row) {
 /// The shown settings' rows, those that differ from the current ones marked.
 std::vector<ListRow> MarkedRows(const std::vector<ComparedRow>& compared) {
   std::vector<ListRow> rows;
+  // Without a mark in the tab, the labels need no room for one.
+  const bool marks = std::ranges::any_of(compared, &ComparedRow::Differs);
   for (const ComparedRow& row : compared) {
     if (row.in == RowOf::kNow) continue;
     rows.push_back(RowFrom(row.shown));
-    rows.back().picture = row.Differs() ? kDiffersPicture : kSamePicture;
+    if (marks) rows.back().picture = row.Differs() ? kDiffersPicture : kSamePicture;
   }
   return rows;
 }
