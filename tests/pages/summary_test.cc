@@ -58,7 +58,7 @@ TEST_F(SummaryTest, PaperOfABarePrinter) {
 
 TEST_F(SummaryTest, ChoicesAppearWithTheirGuard) {
   EXPECT_EQ(Rows(SummaryTab::kPaper, "[21420]", 2).substr(0, 16), "[21420]|[21111]\n") << "the check row alone";
-  Put("Nup_Check=On lpLayout=FourUp lpOrder=3");
+  Put("Nup_Check=On lpLayout=FourPages lpOrder=3");
   const auto shown = Rows(SummaryTab::kPaper, "[21420]", 3);
   EXPECT_TRUE(shown.starts_with("[21420]|[21110]|[")) << shown;
   EXPECT_NE(shown.find("\n [21426]|[21431]\n [21435]|"), std::string::npos) << shown;
