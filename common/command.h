@@ -129,6 +129,7 @@ void AddSettingsCommand(CLI::App& app);
 void AddDeviceCommands(CLI::App& app);
 void AddControlsCommand(CLI::App& app);
 void AddLibraryCommands(CLI::App& app);
+void AddSummaryCommand(CLI::App& app);
 void AddPrintCommand(CLI::App& app);
 void AddSheetCommand(CLI::App& app);
 void AddPagesCommands(CLI::App& app);

@@ -12,6 +12,7 @@
 #include "catalog/strings.h"
 #include "common/command.h"
 #include "generated/texts.h"
+#include "library_session.h"
 #include "library_text.h"
 #include "platform/api/text.h"
 #include "platform/sqlite/store.h"
@@ -25,191 +26,6 @@ namespace heron::cli {
 namespace {
 
 namespace fs = std::filesystem;
-
-struct LibraryOptions {
-  std::string printer;
-  std::string entry;  ///< name or number
-  std::string name;
-  std::string text;
-  std::string file;
-  std::string folder;
-  std::string direction;
-  std::string in;
-  std::string out;
-  std::optional<std::string> with;  ///< names of parts, with commas between them
-  bool diff = false;
-  bool list = false;
-  bool json = false;
-  ConsentOptions consent;
-};
-
-/// What the library says, and what it means for a script.
-struct Saying {
-  TextNumber text;
-  int code;
-};
-constexpr Saying kSayings[] = {
-    {text::kSettingsFileNotWritten, kFailed},  {text::kSettingsFileNotCreated, kFailed},
-    {text::kNotSavedInFolder, kNotPermitted},  {text::kNotASettingsFile, kFailed},
-    {text::kSaveFileProtected, kNotPermitted}, {text::kFolderNotWritable, kNotPermitted},
-    {text::kSaveNameMissing, kUsage},          {text::kSaveNameIllegal, kUsage},
-    {text::kSaveNameTooLong, kUsage},          {text::kOrganizeNameMissing, kUsage},
-    {text::kOrganizeNameIllegal, kUsage},      {text::kNameHasControlCharacter, kUsage},
-    {text::kRegisterNameTooLong, kUsage},      {text::kRegisterExtension, kUsage},
-    {text::kNameNotInCodePage, kUsage},        {text::kEntryGone, kNotFound},
-    {text::kLibraryKeepsChanging, kFailed},    {text::kCommentNotInCodePage, kUsage},
-};
-
-/// Whether `text` is what the saying's text says, up to the first place in it.
-bool Says(const Saying& saying, const std::string& text) {
-  const std::u16string_view whole = GetUiString(saying.text);
-  const size_t place = whole.find(u'%');
-  return place == std::u16string_view::npos ? PrintableLines(whole) == text
-                                            : text.starts_with(PrintableLines(whole.substr(0, place)));
-}
-
-int CodeOf(const std::string& text) {
-  for (const Saying& saying : kSayings) {
-    if (Says(saying, text)) return saying.code;
-  }
-  return kRefused;
-}
-
-std::string OneLine(std::string text) {
-  for (size_t at; (at = text.find('\n')) != std::string::npos;) text.replace(at, 1, at == 0 ? "" : " ");
-  return text;
-}
-
-/// The library of a command with the settings behind it.
-class Session {
- public:
-  Session(const LibraryOptions& options, LibraryLoad load, bool corrects)
-      : options_(options),
-        printer_(options.printer),
-        opened_(printer_, options.printer, options.in, SettingsKind::kDocument),
-        view_(options.consent.consent(), true) {
-    opened_.Open(corrects);
-    const LibraryWrites writes = options.consent.dry_run ? LibraryWrites::kNo : LibraryWrites::kYes;
-    library_ = SettingsLibraryOpen(view_, opened_.ui(), opened_.resources(), load, writes);
-    if (library_ == nullptr) {
-      if (view_.wantedConsent()) Fail("");
-      throw Failure(kFailed, "the library's list can't be read now, or is damaged; try again");
-    }
-    PrintSayings();
-  }
-
-  SettingsSession& opened() { return opened_; }
-  Printer& printer() { return printer_; }
-  SettingsLibrary& library() { return *library_; }
-  TerminalView& view() { return view_; }
-
-  /// What the library has said since the last call, as news beside the answer.
-  void PrintSayings() {
-    for (const ShownReport& report : view_.TakeReports()) {
-      if (!report.asked) std::cerr << "heron: " << OneLine(report.text) << '\n';
-    }
-  }
-
-  bool HasSaid() const { return view_.HasReports(); }
-
-  /// Ends the command with what the library said last, or with `otherwise`.
-  [[noreturn]] void Fail(const std::string& otherwise) {
-    const std::vector<ShownReport> reports = view_.TakeReports();
-    if (reports.empty()) throw Failure(kRefused, otherwise);
-    const ShownReport& last = reports.back();
-    if (!last.asked) throw Failure(CodeOf(last.text), OneLine(last.text));
-    if (view_.wantedConsent())
-      throw Failure(kConsent,
-                    "nothing was changed; agree with --yes, refuse with --no, or run on a terminal to be asked");
-    throw Failure(kConsent, OneLine(last.text) + " Declined; nothing was changed");
-  }
-
-  int Place() { return PlaceOfEntry(*library_, options_.entry); }
-
-  /// The same of an entry whose settings are wanted.
-  int PlaceToRead() {
-    const int place = Place();
-    const LibraryEntry& entry = *library_->At(place);
-    if (entry.isAway) {
-      throw Failure(kNotFound, "the file \"" + Printable(entry.location.Path()) +
-                                   "\" can't be reached now: its folder isn't there or doesn't answer; connect the "
-                                   "disk and try again");
-    }
-    return place;
-  }
-
-  /// The answer of a command that changed the library.
-  void Answer(const std::string& schema, const std::string& sentence) {
-    if (options_.json)
-      return PrintJson(schema, {{"applied", !options_.consent.dry_run}, {"entries", EntriesJson(*library_)}});
-    std::cout << sentence << (options_.consent.dry_run ? " Nothing was changed (--dry-run).\n" : "\n");
-  }
-
- private:
-  const LibraryOptions& options_;
-  Printer printer_;
-  SettingsSession opened_;
-  TerminalView view_;
-  SettingsLibraryPtr library_;
-};
-
-std::string Quoted(std::u16string_view text) {
-  return '"' + Printable(text) + '"';
-}
-
-void List(const LibraryOptions& options) {
-  Session session(options, LibraryLoad::kHeads, false);
-  if (options.json)
-    return PrintJson("library.list", {{"limit", kLibraryCapacity}, {"entries", EntriesJson(session.library())}});
-  PrintEntries(session.library());
-}
-
-Json DifferencesJson(const std::vector<Setting>& settings, const std::vector<Setting>& now) {
-  Json rows = Json::array();
-  for (size_t i = 0; i < settings.size(); ++i) {
-    if (settings[i].value == now[i].value) continue;
-    rows.push_back({{"key", settings[i].key},
-                    {"label", settings[i].label},
-                    {"value", settings[i].value},
-                    {"valueLabel", settings[i].ValueText(settings[i].value)},
-                    {"now", now[i].value},
-                    {"nowLabel", now[i].ValueText(now[i].value)}});
-  }
-  return rows;
-}
-
-void Show(const LibraryOptions& options) {
-  Session session(options, LibraryLoad::kSettings, false);
-  const int place = session.PlaceToRead();
-  const LibraryEntry& entry = *session.library().At(place);
-  const Catalogue catalogue(ReadLocaleCountry());
-  const std::vector<Setting> settings = SettingsOf(*entry.state, catalogue);
-  const std::vector<NamedList> lists = ListsOf(*entry.state);
-  const std::vector<Setting> now = SettingsOf(session.opened().ui(), catalogue);
-  const std::vector<NamedList> lists_now = ListsOf(session.opened().ui());
-  if (options.json) {
-    Json answer = {
-        {"entry", EntryJson(entry, place)}, {"lists", ListsJson(lists)}, {"settings", SettingsJson(settings)}};
-    if (options.diff) answer["differences"] = DifferencesJson(settings, now);
-    return PrintJson("library.show", answer);
-  }
-  PrintEntryHead(entry);
-  if (options.diff) {
-    const bool settings_differ = PrintDifferences(settings, now);
-    if (!PrintListDifferences(lists, lists_now) && !settings_differ)
-      std::cout << "The current settings are the same.\n";
-    return;
-  }
-  if (options.list) {
-    PrintAll(settings);
-  } else {
-    // Compared with the defaults, so that the list shows what the entry is about and not every setting.
-    SettingsSession fresh(session.printer(), options.printer, {}, SettingsKind::kDocument, true);
-    fresh.Open(false);
-    PrintChanged(settings, SettingsOf(fresh.ui(), catalogue));
-  }
-  PrintLists(lists);
-}
 
 fs::path SaveFolder(const LibraryOptions& options) {
   if (!options.folder.empty()) return fs::absolute(options.folder).lexically_normal();
@@ -237,7 +53,7 @@ void CheckComment(const std::string& comment) {
 void Save(const LibraryOptions& options) {
   CheckComment(options.text);
   const fs::path folder = SaveFolder(options);
-  Session session(options, LibraryLoad::kHeads, true);
+  LibrarySession session(options, LibraryLoad::kHeads, true);
   SettingsLibrary& library = session.library();
   const UiStatePtr prepared = PrepareForSaving(session.opened().ui(), session.opened().resources(), session.view());
   if (prepared == nullptr) throw std::bad_alloc();
@@ -253,7 +69,7 @@ void Register(const LibraryOptions& options) {
   const fs::path file = fs::absolute(options.file).lexically_normal();
   std::error_code error;
   if (!fs::exists(file, error)) throw Failure(kNotFound, "there is no file \"" + Printable(file.native()) + '"');
-  Session session(options, LibraryLoad::kSettings, false);
+  LibrarySession session(options, LibraryLoad::kSettings, false);
   SettingsLibrary& library = session.library();
   if (!RegisterSettingsFile(library, platform::FromUtf8(file.native()))) session.Fail("the file can't be registered");
   session.PrintSayings();
@@ -262,7 +78,7 @@ void Register(const LibraryOptions& options) {
 }
 
 void Rename(const LibraryOptions& options) {
-  Session session(options, LibraryLoad::kSettings, false);
+  LibrarySession session(options, LibraryLoad::kSettings, false);
   const int place = session.Place();
   const std::u16string old = session.library().At(place)->displayName;
   const std::u16string name = platform::FromUtf8(options.name);
@@ -272,7 +88,7 @@ void Rename(const LibraryOptions& options) {
 
 void Comment(const LibraryOptions& options) {
   CheckComment(options.text);
-  Session session(options, LibraryLoad::kSettings, false);
+  LibrarySession session(options, LibraryLoad::kSettings, false);
   SettingsLibrary& library = session.library();
   const int place = session.PlaceToRead();
   const std::u16string name = library.At(place)->displayName;
@@ -286,7 +102,7 @@ void Comment(const LibraryOptions& options) {
 }
 
 void Move(const LibraryOptions& options) {
-  Session session(options, LibraryLoad::kHeads, false);
+  LibrarySession session(options, LibraryLoad::kHeads, false);
   SettingsLibrary& library = session.library();
   const int place = session.Place();
   const std::u16string name = library.At(place)->displayName;
@@ -300,7 +116,7 @@ void Move(const LibraryOptions& options) {
 }
 
 void Remove(const LibraryOptions& options) {
-  Session session(options, LibraryLoad::kHeads, false);
+  LibrarySession session(options, LibraryLoad::kHeads, false);
   const int place = session.Place();
   const std::u16string name = session.library().At(place)->displayName;
   const std::u16string path = session.library().At(place)->location.Path();
@@ -354,7 +170,7 @@ struct RecallPlan {
   std::vector<NamedList> lists;
 };
 
-RecallPlan PlanRecall(Session& session, int place, std::optional<uint8_t> parts) {
+RecallPlan PlanRecall(LibrarySession& session, int place, std::optional<uint8_t> parts) {
   const UiState& ui = session.opened().ui();
   RecallPlan plan;
   plan.parts = parts ? *parts : RecallPartsOf(ui);
@@ -365,7 +181,7 @@ RecallPlan PlanRecall(Session& session, int place, std::optional<uint8_t> parts)
 }
 
 /// What would be other than it is.
-void PrintConsequences(Session& session, const RecallPlan& plan) {
+void PrintConsequences(LibrarySession& session, const RecallPlan& plan) {
   const UiState& ui = session.opened().ui();
   const bool settings = PrintDifferences(SettingsOf(ui, Catalogue(ReadLocaleCountry())), plan.settings);
   if (!PrintListDifferences(ListsOf(ui), plan.lists) && !settings) std::cout << "No setting would change.\n";
@@ -382,7 +198,7 @@ void TellLeftOut(const RecallPlan& plan) {
   if (!held.empty()) std::cerr << "heron: not recalled: " << held << "; --with " << names << " recalls this too\n";
 }
 
-void AnswerRecall(const LibraryOptions& options, Session& session, const RunRecord& run, const RecallPlan& plan,
+void AnswerRecall(const LibraryOptions& options, LibrarySession& session, const RunRecord& run, const RecallPlan& plan,
                   int place) {
   const bool applied = !options.consent.dry_run;
   const LibraryEntry& entry = *session.library().At(place);
@@ -411,7 +227,7 @@ void AnswerRecall(const LibraryOptions& options, Session& session, const RunReco
 /// False, with nothing written, if another program changed the current settings or lists before these were kept.
 bool TryRecall(const LibraryOptions& options, std::optional<uint8_t> parts, TerminalView& view) {
   view.StartOver();  // an earlier attempt that was overtaken asked and reported already
-  Session session(options, LibraryLoad::kSettings, true);
+  LibrarySession session(options, LibraryLoad::kSettings, true);
   SettingsSession& opened = session.opened();
   const int place = session.PlaceToRead();
   const RecallPlan plan = PlanRecall(session, place, parts);
@@ -468,9 +284,10 @@ void AddLibraryCommands(CLI::App& app) {
     return command;
   };
 
-  add("list", "List the saved settings", List);
+  add("list", "List the saved settings", ListLibrary)
+      ->add_option("--find", options->find, "Only those whose name, comment or contents hold this text");
 
-  CLI::App* show = with_in(with_entry(add("show", "Show the values of saved settings", Show)));
+  CLI::App* show = with_in(with_entry(add("show", "Show what saved settings contain", ShowEntry)));
   show->add_flag("--diff", options->diff, "Show only what differs from the current settings");
   show->add_flag("-l,--list", options->list, "List every setting with its possible values");
 
@@ -499,6 +316,12 @@ void AddLibraryCommands(CLI::App& app) {
       ->required()
       ->check(CLI::IsMember({"up", "down"}));
   with_entry(add("remove", "Remove settings from the list; their file stays", Remove));
+  with_entry(add("export", "Write a copy of settings to a file, for others to register", ExportEntry))
+      ->add_option("FILE,--out", options->file, "The new file, *.vxs")
+      ->required();
+  CLI::App* start = add("default", "Choose the settings that new printers start from", DefaultEntry);
+  start->add_option("ENTRY", options->entry, "Name or number of the settings; without it, show what is chosen");
+  start->add_flag("--none", options->none, "New printers start with their defaults again");
 }
 
 }  // namespace heron::cli

@@ -87,8 +87,8 @@ std::string KindOfEntry(const LibraryEntry& entry) {
   }
 }
 
-void PrintEntries(const SettingsLibrary& library) {
-  for (int place = 0; place < library.count; ++place) {
+void PrintEntries(const SettingsLibrary& library, const std::vector<int>& places) {
+  for (const int place : places) {
     const LibraryEntry& entry = *library.At(place);
     const std::string number = std::to_string(place + 1);
     std::cout << std::string(number.size() < 2 ? 1 : 0, ' ') << number << "  "
@@ -96,7 +96,8 @@ void PrintEntries(const SettingsLibrary& library) {
               << Padded(entry.isAway ? "not reachable" : KindOfEntry(entry), 15) << ' '
               << Printable(entry.location.Path()) << '\n';
   }
-  if (library.count == 0) std::cout << "The library holds no settings.\n";
+  if (places.empty())
+    std::cout << (library.count == 0 ? "The library holds no settings.\n" : "No settings hold this text.\n");
 }
 
 Json EntryJson(const LibraryEntry& entry, int place) {

@@ -13,7 +13,7 @@ namespace heron::cli {
 /// "standard", "own", "write-protected", "replaceable".
 std::string KindOfEntry(const LibraryEntry& entry);
 
-void PrintEntries(const SettingsLibrary& library);
+void PrintEntries(const SettingsLibrary& library, const std::vector<int>& places);
 Json EntriesJson(const SettingsLibrary& library);
 Json EntryJson(const LibraryEntry& entry, int place);
 

@@ -16,6 +16,7 @@ int main(int argc, char** argv) {
   heron::cli::AddDeviceCommands(app);
   heron::cli::AddSheetCommand(app);
   heron::cli::AddLibraryCommands(app);
+  heron::cli::AddSummaryCommand(app);
   heron::cli::AddPagesCommands(app);
   heron::cli::AddFontsCommands(app);
   heron::cli::AddPrintCommand(app);

@@ -16,6 +16,7 @@
 #include "common/command.h"
 #include "common/record_file.h"
 #include "entry/exports.h"
+#include "library_session.h"
 #include "platform/api/handles.h"
 #include "platform/api/profile.h"
 #include "platform/api/queues.h"
@@ -161,6 +162,23 @@ void AddAll(const std::vector<platform::Queue>& queues, bool replace, const std:
   if (!batch.Keep()) FailStore(doing);
 }
 
+/// The names of the queues that aren't there yet.
+std::vector<std::string> NewNames(const std::vector<platform::Queue>& queues) {
+  std::vector<std::string> names;
+  for (const platform::Queue& queue : queues) {
+    if (platform::FindQueue(queue.name, nullptr) != platform::kErrorSuccess)
+      names.push_back(platform::ToUtf8(queue.name));
+  }
+  return names;
+}
+
+/// The same, and the user's settings of new queues begin as he chose.
+void AddAndStart(const std::vector<platform::Queue>& queues, bool replace, const std::function<void()>& prepare = {}) {
+  const std::vector<std::string> fresh = NewNames(queues);
+  AddAll(queues, replace, prepare);
+  for (const std::string& name : fresh) StartFromDefault(name);
+}
+
 void TellOfHome() {
   if (geteuid() != 0 || store::HasNamedHome() || store::MachineHome() != store::StoreHome()) return;
   std::cerr << "heron: only you see your printers, as there is no folder " << store::kSharedMachineHome
@@ -174,7 +192,7 @@ void AddList(const PrinterOptions& options) {
     queues.push_back(QueueFrom(row));
     names.push_back(row.name);
   }
-  AddAll(queues, options.replace);
+  AddAndStart(queues, options.replace);
   if (options.json) return PrintJson("printer.add", {{"names", names}});
   std::cout << "Added " << queues.size() << (queues.size() == 1 ? " printer\n" : " printers\n");
   TellOfHome();
@@ -191,7 +209,7 @@ void Add(const PrinterOptions& options) {
     held_secrets = ClearSecrets(queue.devMode);
   }
   const AskedNewDevice device = AskNewDevice(options.device);
-  AddAll({queue}, options.replace, [&] { StoreNewDevice(options.row.name, device); });
+  AddAndStart({queue}, options.replace, [&] { StoreNewDevice(options.row.name, device); });
   if (held_secrets) {
     std::cerr << "heron: the passwords and identity codes in the record are left out, since all users can read a "
                  "printer's record\n";

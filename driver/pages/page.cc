@@ -6,12 +6,15 @@
 #include "engine/page_list.h"
 #include "pages/device_page.h"
 #include "pages/font_page.h"
+#include "pages/organize_dialog.h"
 #include "pages/paper_page.h"
 #include "pages/per_page_page.h"
 #include "pages/plain_pages.h"
 #include "pages/preset_menu.h"
 #include "pages/quality_page.h"
 #include "pages/special_page.h"
+#include "pages/recall_dialogs.h"
+#include "pages/save_dialog.h"
 #include "platform/api/text.h"
 #include "presets/recall.h"
 #include "preview/machine_view.h"
@@ -71,6 +74,13 @@ bool StoreLists(SheetContext& sheet, const AgreesTo& agrees) {
   }
   if (kept.All() || sheet.doesWithoutLists) return true;
   return sheet.doesWithoutLists = AgreesToLists(agrees, kNotStored, kept.unwritten);
+}
+
+/// Runs a dialog of the settings library over the page.
+template <typename Logic>
+bool Confirmed(platform::Dialog& page, SheetContext& sheet) {
+  Logic logic(sheet);
+  return page.RunDialog(Logic::kNumber, &logic) == platform::IDOK;
 }
 
 }  // namespace
@@ -206,7 +216,23 @@ void Page::OpenLibraryMenu() {
   if (library == nullptr) return;
   const uint16_t command = dialog().PopupMenu(row_.library, LibraryMenu(*library));
   if (command == kSaveToFullCommand) TellIfFull(*library);
-  if (const LibraryEntry* chosen = library->At(EntryOfCommand(command)); chosen != nullptr) Recall(chosen->location);
+  if (const LibraryEntry* chosen = library->At(EntryOfCommand(command)); chosen != nullptr)
+    Recall(chosen->location);
+  else
+    RunLibraryDialog(command);
+}
+
+void Page::RunLibraryDialog(uint16_t command) {
+  if (command == kSaveCommand && Confirmed<SaveDialog>(dialog(), sheet())) MarkChanged();
+  if (command == kOrganizeCommand && Confirmed<OrganizeDialog>(dialog(), sheet())) MarkChanged();
+  if (command == kRecallOptionsCommand && Confirmed<RecallOptionsDialog>(dialog(), sheet())) MarkChanged();
+  if (command == kRecallCommand && Confirmed<RecallDialog>(dialog(), sheet())) ShowRecalled();
+}
+
+void Page::ShowRecalled() {
+  engine::LoadPaperTable(ui());
+  Rebuild();
+  MarkChanged();
 }
 
 /// The list may have become another one while the menu was open: the entry is looked for, not counted.
@@ -217,9 +243,7 @@ void Page::Recall(const FileLocation& chosen) {
   while (place < library->count && library->At(place)->location != chosen) ++place;
   engine::ResolveOutcome outcome;
   if (!RecallSettings(sheet().resolver(), this, *library, place, RecallPartsOf(ui()), &outcome)) return;
-  engine::LoadPaperTable(ui());
-  Rebuild();
-  MarkChanged();
+  ShowRecalled();
 }
 
 /// What the pictures show isn't a change of the job, but is kept with it.

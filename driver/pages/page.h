@@ -76,7 +76,9 @@ class Page : public SettingsView {
   void TellChange();
   void RestoreDefaults();
   void OpenLibraryMenu();
+  void RunLibraryDialog(uint16_t command);
   void Recall(const FileLocation& chosen);
+  void ShowRecalled();
   void SelectView(ControlId id);
   void RepaintUpper();
   void RepaintLower();

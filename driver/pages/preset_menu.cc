@@ -9,24 +9,20 @@ namespace {
 
 using platform::MenuItem;
 
-/// Pictures 12200 to 12223, each with its mask behind it; a command's grey form is ten further.
+/// Pictures 12200 to 12223, each with its mask behind it.
 enum Picture : uint32_t {
   kSavePicture = 12200,
   kRecallPicture = 12202,
   kOrganizePicture = 12204,
   kOptionsPicture = 12206,
   kStandardPicture = 12208,
-  kGreyDistance = 10,
   kOwnPicture = 12218,
   kLibraryPicture = 12220,
   kEntriesPicture = 12222,
 };
 
-MenuItem Command(uint16_t command, TextNumber text, Picture picture, bool enabled) {
-  return {.command = command,
-          .text = GetUiString(text),
-          .enabled = enabled,
-          .picture = enabled ? picture : static_cast<uint32_t>(picture) + kGreyDistance};
+MenuItem Command(uint16_t command, TextNumber text, Picture picture) {
+  return {.command = command, .text = GetUiString(text), .picture = picture};
 }
 
 MenuItem Entry(const SettingsLibrary& library, int place) {
@@ -36,10 +32,14 @@ MenuItem Entry(const SettingsLibrary& library, int place) {
   return {.command = static_cast<uint16_t>(first + place),
           .text = entry.displayName,
           .enabled = !entry.isAway,
-          .picture = standard ? kStandardPicture : kOwnPicture};
+          .picture = PictureOfEntry(entry)};
 }
 
 }  // namespace
+
+uint32_t PictureOfEntry(const LibraryEntry& entry) {
+  return entry.identity.attributes == kStandardEntry ? kStandardPicture : kOwnPicture;
+}
 
 std::vector<MenuItem> LibraryMenu(const SettingsLibrary& library) {
   const bool full = library.count >= kLibraryCapacity;
@@ -48,9 +48,9 @@ std::vector<MenuItem> LibraryMenu(const SettingsLibrary& library) {
                    .text = GetUiString(text::kLibraryHeading),
                    .enabled = false,
                    .picture = kLibraryPicture});
-  items.push_back(Command(full ? kSaveToFullCommand : kSaveCommand, text::kSaveCommand, kSavePicture, full));
-  items.push_back(Command(kRecallCommand, text::kRecallCommand, kRecallPicture, false));
-  items.push_back(Command(kOrganizeCommand, text::kOrganizeSettings, kOrganizePicture, false));
+  items.push_back(Command(full ? kSaveToFullCommand : kSaveCommand, text::kSaveCommand, kSavePicture));
+  items.push_back(Command(kRecallCommand, text::kRecallCommand, kRecallPicture));
+  items.push_back(Command(kOrganizeCommand, text::kOrganizeSettings, kOrganizePicture));
   items.push_back({});
   items.push_back({.command = kEntriesHeading,
                    .text = platform::ExpandText(u"%s  [%d/%d]", {GetUiString(text::kSavedSettings),
@@ -59,7 +59,7 @@ std::vector<MenuItem> LibraryMenu(const SettingsLibrary& library) {
                    .picture = kEntriesPicture});
   for (int place = 0; place < library.count; ++place) items.push_back(Entry(library, place));
   items.push_back({});
-  items.push_back(Command(kRecallOptionsCommand, text::kRecallOptionsCommand, kOptionsPicture, false));
+  items.push_back(Command(kRecallOptionsCommand, text::kRecallOptionsCommand, kOptionsPicture));
   return items;
 }
 

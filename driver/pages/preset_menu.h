@@ -1,7 +1,6 @@
 // The menu of the library button: what it offers, and what each of its commands does.
 //
-// The dialogs behind saving, recalling, organizing and the recall options aren't built yet: their items are disabled. A
-// full library says so, and every entry can be recalled whose folder can be reached.
+// A full library can't be saved to and says so. Every entry can be recalled whose folder can be reached.
 #pragma once
 
 #include <cstdint>
@@ -26,6 +25,9 @@ enum LibraryCommand : uint16_t {
 };
 
 std::vector<platform::MenuItem> LibraryMenu(const SettingsLibrary& library);
+
+/// Number of the small picture of an entry.
+uint32_t PictureOfEntry(const LibraryEntry& entry);
 
 /// Place of the entry that a command means, or -1.
 int EntryOfCommand(uint16_t command);

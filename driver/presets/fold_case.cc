@@ -46,4 +46,8 @@ std::u16string Folded(std::u16string_view text) {
   return folded;
 }
 
+bool ContainsFolded(std::u16string_view text, std::u16string_view part) {
+  return !std::ranges::search(text, part, {}, Fold, Fold).empty() || part.empty();
+}
+
 }  // namespace heron

@@ -11,4 +11,7 @@ bool SameFolded(std::u16string_view a, std::u16string_view b);
 /// The text in the form that this compares, for sorting.
 std::u16string Folded(std::u16string_view text);
 
+/// Whether `text` contains `part` by the same folding; every text contains the empty one.
+bool ContainsFolded(std::u16string_view text, std::u16string_view part);
+
 }  // namespace heron

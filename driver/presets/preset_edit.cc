@@ -293,6 +293,14 @@ bool MoveSettings(SettingsLibrary& library, int place, LibraryDirection directio
   return ChangeEntry(library, place, [&](int now) { return LibraryMove(library, now, direction); });
 }
 
+bool MoveSettingsTo(SettingsLibrary& library, int place, int to) {
+  return ChangeEntry(library, place, [&](int now) {
+    while (now < to && LibraryMove(library, now, LibraryDirection::kDown)) ++now;
+    while (now > to && LibraryMove(library, now, LibraryDirection::kUp)) --now;
+    return true;
+  });
+}
+
 bool CommentSettings(SettingsLibrary& library, int place, std::u16string_view comment) {
   return ChangeEntry(library, place, [&](int now) { return LibrarySetComment(library, now, comment); });
 }

@@ -6,6 +6,7 @@
 
 #include "catalog/other_values.h"
 #include "catalog/strings.h"
+#include "engine/page_list.h"
 #include "engine/setting.h"
 #include "platform/api/files.h"
 #include "platform/api/handles.h"
@@ -134,6 +135,8 @@ bool LoadEntrySettings(LibraryEntry& entry, const UiState& ui, const ResourceCon
   const Profile file(entry.bytes);
   LibraryReadSettings(*entry.state, file, resources);
   AdjustSettings(entry, file, ui);
+  // The copy still has the rows of the list that `ui` works on.
+  engine::LoadWorkingList(*entry.state, engine::Setting<u"lpInterSheetList">(*entry.state));
   return true;
 }
 

@@ -210,6 +210,8 @@ bool AddQueuesBelow(const std::u16string& name, int depth, std::vector<std::u16s
   return true;
 }
 
+constexpr const char16_t* kStartFile = u"Start File";
+
 const char16_t* NameOf(LastFolder which) {
   return which == LastFolder::kSaved ? u"UsetSave SaveFile" : u"UsetEdit LoadFile";
 }
@@ -284,6 +286,15 @@ std::u16string ReadLastFolder(std::u16string_view printer_name, LastFolder which
 bool WriteLastFolder(std::u16string_view printer_name, LastFolder which, std::u16string_view folder) {
   const UniqueKey key = platform::CreateKey(HKEY_CURRENT_USER, BasePath(printer_name).c_str());
   return key != nullptr && PutText(key.get(), NameOf(which), folder);
+}
+
+std::u16string ReadStartFile() {
+  return KeyReading(BuildUserKey({})).Text(kStartFile, kFolderLength + kLibraryNameLength + kExtensionLength);
+}
+
+bool WriteStartFile(std::u16string_view path) {
+  const UniqueKey key = platform::CreateKey(HKEY_CURRENT_USER, BuildUserKey({}).c_str());
+  return key != nullptr && PutText(key.get(), kStartFile, path);
 }
 
 }  // namespace heron

@@ -51,4 +51,9 @@ enum class LastFolder : uint8_t { kSaved, kRegistered };
 std::u16string ReadLastFolder(std::u16string_view printer_name, LastFolder which);
 bool WriteLastFolder(std::u16string_view printer_name, LastFolder which, std::u16string_view folder);
 
+/// The settings file that queues added by the user start from; an empty path if there is none.
+std::u16string ReadStartFile();
+/// An empty path: queues start with their defaults again.
+bool WriteStartFile(std::u16string_view path);
+
 }  // namespace heron

@@ -111,7 +111,16 @@ bool RenameSettings(SettingsLibrary& library, int place, std::u16string_view nam
 bool RemoveSettings(SettingsLibrary& library, int place);
 /// Also false, without a message, for what LibraryMove and LibrarySetComment refuse.
 bool MoveSettings(SettingsLibrary& library, int place, LibraryDirection direction);
+/// Moves the settings past others, until they are at place `to` or at an end.
+bool MoveSettingsTo(SettingsLibrary& library, int place, int to);
 bool CommentSettings(SettingsLibrary& library, int place, std::u16string_view comment);
+/// Writes a copy of the entry's file to `path`, under that file's name and as a user's own settings, so that it can be
+/// registered elsewhere. Asks before it replaces a file; never replaces one of the list.
+bool ExportSettings(const SettingsLibrary& library, int place, std::u16string_view path);
+
+/// What the name of a file may hold: one that settings are saved to, and a copy of an entry.
+bool CheckFileName(const SettingsLibrary& library, std::u16string_view name);
+bool CheckCopyName(const SettingsLibrary& library, std::u16string_view name);
 
 /// Says that the library is full if it is.
 bool TellIfFull(const SettingsLibrary& library, TextNumber caption = text::kSaveSettings,

@@ -93,8 +93,7 @@ bool CheckSaveName(const SettingsLibrary& library, const std::u16string& folder,
     TellUser(library, text::kSaveSettings, {text});
     return false;
   };
-  if (!CheckCharacters(library, name, {text::kSaveSettings, text::kSaveNameIllegal, text::kSaveNameMissing}))
-    return false;
+  if (!CheckFileName(library, name)) return false;
   const FileLocation location{folder, std::u16string(name)};
   // The settings that are replaced may have the name.
   const LibraryEntry* entry = library.At(PlaceOfFile(library, location));
@@ -118,6 +117,15 @@ bool CheckEntryName(const SettingsLibrary& library, int place, std::u16string_vi
   if (!IsOtherDisplayName(library, entry, name)) return true;
   TellUser(library, text::kOrganizeSettings, {text::kOrganizeNameTaken});
   return false;
+}
+
+bool CheckFileName(const SettingsLibrary& library, std::u16string_view name) {
+  return CheckCharacters(library, name, {text::kSaveSettings, text::kSaveNameIllegal, text::kSaveNameMissing});
+}
+
+bool CheckCopyName(const SettingsLibrary& library, std::u16string_view name) {
+  return CheckCharacters(library, name,
+                         {text::kOrganizeSettings, text::kOrganizeNameIllegal, text::kOrganizeNameMissing});
 }
 
 }  // namespace heron

@@ -122,6 +122,11 @@ constexpr FaxConflict kFaxConflicts[] = {{engine::Control(u"lpOutputTray"), text
                                          {engine::Control(u"lpMediaSource"), text::kTrayMoves},
                                          {engine::Control(u"lpOutputPaper"), text::kPrintSizeMoves}};
 
+/// The parts without those that this printer hasn't got.
+uint8_t Possible(uint8_t parts, const UiState& ui) {
+  return OffersUserPapers(ui) ? parts : static_cast<uint8_t>(parts & ~kRecallUserPapers);
+}
+
 /// A line for each setting that couldn't stay if the fax went to the printer. The settings stay as they are.
 std::u16string FaxConflictLines(UiState& ui) {
   engine::Engine engine(ui);
@@ -165,6 +170,11 @@ std::u16string OneJobWarning(UiState& ui) {
 
 }  // namespace
 
+bool OffersUserPapers(const UiState& ui) {
+  const auto items = SlotAs<u"lpMediaSize", ListBlock>(ui).Items();
+  return std::ranges::any_of(items, [](const ListItem& item) { return IsCustomPaper(item.value); });
+}
+
 uint8_t RecallPartsOf(const UiState& ui) {
   const std::pair<uint16_t, uint8_t> flags[] = {{Setting<u"UsetPaperChk">(ui), kRecallSize},
                                                 {Setting<u"UsetUDPaperChk">(ui), kRecallUserPapers},
@@ -175,7 +185,7 @@ uint8_t RecallPartsOf(const UiState& ui) {
                                                 {Setting<u"UsetMediaTypeListChk">(ui), kRecallPaperTypes}};
   uint8_t parts = 0;
   for (const auto& [on, part] : flags) parts |= on != 0 ? part : uint8_t{0};
-  return parts;
+  return Possible(parts, ui);
 }
 
 uint8_t DifferingParts(const SettingsLibrary& library, int place, const UiState& ui) {
@@ -195,6 +205,7 @@ bool LibraryRecall(const SettingsLibrary& library, int place, UiState& ui, uint8
   const LibraryEntry* entry = library.At(place);
   if (entry == nullptr || entry->state == nullptr) return false;
   const UiState& source = *entry->state;
+  parts = Possible(parts, ui);
   CopySettingsGroup(ui, source, kOrdinaryGroup, library.resources);
   for (const CopiedGroup& copied : kCopiedGroups) {
     if ((parts & copied.part) != 0) CopyPart(ui, source, copied, library.resources);

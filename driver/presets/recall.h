@@ -19,6 +19,8 @@ enum RecallPart : uint8_t {
   kRecallForms = 64,
 };
 inline constexpr uint8_t kAllRecallParts = 127;
+/// Whether the printer has user papers to choose. Where it hasn't, no recall brings any.
+bool OffersUserPapers(const UiState& ui);
 /// The parts that the settings' recall flags name: what a recall brings if the user doesn't say otherwise.
 uint8_t RecallPartsOf(const UiState& ui);
 /// The parts in which the entry's settings differ from `ui`; none without an entry with settings.

@@ -115,6 +115,8 @@ class FileStore {
   /// The folder of the system's own working files, without a separator at its end, made with "spool/PRINTERS" below it
   /// if it is missing; empty if it can't be had.
   virtual std::u16string SystemFolder() = 0;
+  /// The user's folder for documents, without a separator at its end, made if it is missing; empty if it can't be had.
+  virtual std::u16string DocumentsFolder() { return {}; }
   /// The folder of the machine's driver files with its separator; empty if the store has none. It need not exist.
   virtual std::u16string DriverFolder() { return {}; }
   /// Where the search for an unused number of a temporary file begins.

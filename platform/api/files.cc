@@ -61,6 +61,10 @@ DWORD GetSystemDirectoryW(char16_t* buffer, DWORD room) {
   return FolderResult(&FileStore::SystemFolder, room, buffer);
 }
 
+DWORD GetDocumentsFolderW(char16_t* buffer, DWORD room) {
+  return FolderResult(&FileStore::DocumentsFolder, room, buffer);
+}
+
 DWORD GetTempFileNameW(const char16_t* folder, const char16_t* prefix, DWORD unique, char16_t* name) {
   uint32_t number = unique & 0xFFFF;
   const DWORD status = WithBackend([&](const Backend& backend) {

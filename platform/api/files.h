@@ -36,6 +36,10 @@ HERON_PLATFORM_API DWORD GetTempPathW(DWORD room, char16_t* buffer);
 /// and belong to the user alone. Results as GetTempPathW.
 HERON_PLATFORM_API DWORD GetSystemDirectoryW(char16_t* buffer, DWORD room);
 
+/// The user's folder for documents, without a separator at its end; it is made if it is missing. Results as
+/// GetTempPathW. A call of our own.
+HERON_PLATFORM_API DWORD GetDocumentsFolderW(char16_t* buffer, DWORD room);
+
 /// Writes the name "<folder><first three characters of prefix><low 16 bits of the number in hexadecimal>.tmp" into
 /// `name` (kMaxPath characters) and returns those 16 bits. With `unique` 0 a number is chosen and the file is made,
 /// exclusively, readable by its owner alone; otherwise nothing is looked at or made. 0 on failure.

@@ -10,6 +10,7 @@ namespace {
 
 constexpr char16_t kTempFolder[] = u"/tmp/heron/";
 constexpr char16_t kSystemFolder[] = u"/system";
+constexpr char16_t kDocumentsFolder[] = u"/home/user";
 
 class OpenMemoryFile final : public OpenFile {
  public:
@@ -56,6 +57,10 @@ std::u16string MemoryFiles::TempFolder() {
 
 std::u16string MemoryFiles::SystemFolder() {
   return kSystemFolder;
+}
+
+std::u16string MemoryFiles::DocumentsFolder() {
+  return kDocumentsFolder;
 }
 
 bool MemoryFiles::MayChange(std::u16string_view path) const {

@@ -14,6 +14,7 @@ class MemoryFiles : public FileStore {
  public:
   std::u16string TempFolder() override;
   std::u16string SystemFolder() override;
+  std::u16string DocumentsFolder() override;
   uint32_t NumberHint() override { return 0; }
   DWORD CreateNew(std::u16string_view path) override;
   bool CanMakeFiles(std::u16string_view folder) override;

@@ -166,6 +166,7 @@ StoreOptions OptionsFromEnvironment() {
   StoreOptions options;
   options.home = StoreHome();
   options.machine_home = MachineHome();
+  options.documents = DocumentsPath();
   options.user = UserFromEnvironment();
   options.country = CountryFromEnvironment();
   options.process = ProcessFromEnvironment();

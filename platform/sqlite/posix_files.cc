@@ -132,6 +132,12 @@ std::u16string PosixFiles::SystemFolder() {
   return folder.empty() || error ? std::u16string() : FromUtf8(folder.native());
 }
 
+std::u16string PosixFiles::DocumentsFolder() {
+  std::error_code error;
+  if (!documents_.empty()) fs::create_directories(documents_, error);
+  return error ? std::u16string() : FromUtf8(documents_.native());
+}
+
 std::u16string PosixFiles::DriverFolder() {
   return FromUtf8((machine_home_ / kDriverFolder / "").native());
 }

@@ -12,11 +12,12 @@ inline constexpr const char* kDriverFolder = "driver";
 
 class PosixFiles final : public platform::FileStore {
  public:
-  PosixFiles(std::filesystem::path home, std::filesystem::path machine_home)
-      : home_(std::move(home)), machine_home_(std::move(machine_home)) {}
+  PosixFiles(std::filesystem::path home, std::filesystem::path machine_home, std::filesystem::path documents)
+      : home_(std::move(home)), machine_home_(std::move(machine_home)), documents_(std::move(documents)) {}
 
   std::u16string TempFolder() override;
   std::u16string SystemFolder() override;
+  std::u16string DocumentsFolder() override;
   std::u16string DriverFolder() override;
   uint32_t NumberHint() override;
   platform::DWORD CreateNew(std::u16string_view path) override;
@@ -32,6 +33,7 @@ class PosixFiles final : public platform::FileStore {
 
   const std::filesystem::path home_;
   const std::filesystem::path machine_home_;
+  const std::filesystem::path documents_;
 };
 
 }  // namespace heron::store

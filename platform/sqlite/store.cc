@@ -42,7 +42,7 @@ struct StoreBackend::Parts {
       : trees(MachineHomeOf(options), options.home, options.user, options.busy_limit),
         process(options),
         text(options.code_page),
-        files(options.home, MachineHomeOf(options)),
+        files(options.home, MachineHomeOf(options), options.documents),
         table{&trees, &modules, &process, &text, &files} {}
 
   SqliteTrees trees;

@@ -28,6 +28,7 @@ namespace heron::store {
 struct StoreOptions {
   std::filesystem::path home;          ///< the user's
   std::filesystem::path machine_home;  ///< empty: the same
+  std::filesystem::path documents;     ///< the user's documents; empty: none are known
   std::string user;
   std::u16string country;
   std::u16string process;

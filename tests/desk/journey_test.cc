@@ -8,6 +8,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
+#include <QMenu>
 #include <QProcess>
 #include <QPushButton>
 #include <QStyle>
@@ -92,6 +93,35 @@ class Journeys : public ::testing::Test {
     list->view()->setCurrentIndex(list->model()->index(row, 0));
     QTest::keyClick(list->view(), Qt::Key_Return);
   }
+  /// Opens the menu of the library button and chooses the command whose text begins so.
+  void ChooseFromLibrary(const QString& text) {
+    QTimer chooser;
+    chooser.setInterval(2);
+    QObject::connect(&chooser, &QTimer::timeout, &chooser, [&] {
+      auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+      if (menu == nullptr) return;
+      chooser.stop();
+      Photograph(*menu, "library-menu");
+      for (QAction* const action : menu->actions()) {
+        if (!action->text().startsWith(text) || !action->isEnabled()) continue;
+        menu->setActiveAction(action);
+        return QTest::keyClick(menu, Qt::Key_Return);
+      }
+      ADD_FAILURE() << "no command " << text.toStdString();
+      menu->close();
+    });
+    chooser.start();
+    Click(Paper(), "settingsLibrary.paper");
+  }
+  /// Saves the settings that the sheet shows.
+  void SaveAs(const QString& name) {
+    in_dialog["save-settings"] = [name](ModalWindow& dialog) {
+      Type(dialog.panel(), "newPresetName", name);
+      Photograph(dialog, "save-settings");
+      Click(dialog.panel(), platform::kOkButton);
+    };
+    ChooseFromLibrary(QStringLiteral("Save"));
+  }
   static std::string Chosen(Panel& panel, ControlName id) {
     return qobject_cast<QComboBox*>(WidgetOf(panel, id))->currentText().toStdString();
   }
@@ -124,6 +154,7 @@ class Journeys : public ::testing::Test {
   }
 
   QString name_;  ///< of the queue
+
   PropertySheet* sheet_ = nullptr;
   std::function<void(bool)> keep_ = [](bool) {};  ///< stores the record of a confirmed sheet
 
@@ -500,6 +531,51 @@ TEST_F(Journeys, TheQualitySampleFollowsTheSettings) {
     Click(special, "imageShiftButton");
     Photograph(*sheet_, "special-page");
   });
+}
+
+TEST_F(Journeys, SettingsAreSavedComparedRecalledAndOrganized) {
+  in_dialog["recall-settings"] = [](ModalWindow& dialog) {
+    Panel& panel = dialog.panel();
+    panel.SelectRow("presetsToRecall"_id, 1);
+    QTest::keyClick(WidgetOf(panel, "presetsToRecall"), Qt::Key_Up);
+    QTest::keyClick(WidgetOf(panel, "presetsToRecall"), Qt::Key_Down);
+    Photograph(dialog, "recall-settings");
+    Click(panel, "onlyDifferences");
+    Photograph(dialog, "recall-settings-differences");
+    Click(panel, platform::kOkButton);
+  };
+  in_dialog["recall-options"] = [](ModalWindow& dialog) {
+    Photograph(dialog, "recall-options");
+    Click(dialog.panel(), "selectAllParts");
+    Click(dialog.panel(), platform::kOkButton);
+  };
+  in_dialog["organize-settings"] = [](ModalWindow& dialog) {
+    Panel& panel = dialog.panel();
+    QTest::keyClick(WidgetOf(panel, "presets"), Qt::Key_Down);
+    Type(panel, "presetName", QStringLiteral("Both sides"));
+    Type(panel, "presetComment", QStringLiteral("for the board"));
+    Click(panel, "movePresetUp");
+    Photograph(dialog, "organize-settings");
+    Click(panel, platform::kOkButton);
+  };
+  EXPECT_EQ(Run([&] {
+              Choose(Paper(), "lpPRNType", QStringLiteral("Two-sided"));
+              SaveAs(QStringLiteral("Two sides"));
+              Choose(Paper(), "lpPRNType", QStringLiteral("One-sided"));
+              ChooseFromLibrary(QStringLiteral("Recall options"));
+              ChooseFromLibrary(QStringLiteral("Recall..."));
+              EXPECT_EQ(Chosen(Paper(), "lpPRNType"), "Two-sided");
+              ChooseFromLibrary(QStringLiteral("Organize"));
+              Press(QDialogButtonBox::Ok);
+            }),
+            SheetEnd::kConfirmed);
+  const QJsonArray entries = QJsonDocument::fromJson(Command({QStringLiteral("library"), QStringLiteral("list"),
+                                                              QStringLiteral("--json"), QStringLiteral("-p"), name_}))
+                                 .object()[QStringLiteral("entries")]
+                                 .toArray();
+  ASSERT_EQ(entries.size(), 2);
+  EXPECT_EQ(entries[0].toObject()[QStringLiteral("name")].toString().toStdString(), "Both sides");
+  EXPECT_EQ(entries[0].toObject()[QStringLiteral("comment")].toString().toStdString(), "for the board");
 }
 
 }  // namespace
