@@ -43,7 +43,20 @@ struct ListRow {
 };
 
 /// Keys that a list box or list view reports before it acts on them itself.
-enum class ListKey : uint8_t { kUp, kDown, kPageUp, kPageDown, kHome, kEnd, kSpace, kInsert, kDelete, kCopy, kPaste, kUndo };
+enum class ListKey : uint8_t {
+  kUp,
+  kDown,
+  kPageUp,
+  kPageDown,
+  kHome,
+  kEnd,
+  kSpace,
+  kInsert,
+  kDelete,
+  kCopy,
+  kPaste,
+  kUndo
+};
 
 enum class PointerAction : uint8_t { kMove, kPress, kRelease };
 

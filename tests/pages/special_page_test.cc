@@ -66,19 +66,20 @@ TEST_F(SpecialPageTest, TheBackFollowsTheFront) {
 }
 
 TEST_F(SpecialPageTest, FieldsAreCheckedAndCancelPutsAllBack) {
-  Shift("ImgShiftValueLRF=5 ImgShiftBackAuto_Check=On ImgShiftValueLRB=5 lpImgShiftDirectLRF=Left", [&](ScriptedDialog& dialog) {
-    dialog.Type("ImgShiftValueLRF", u"007x8");
-    EXPECT_EQ(dialog.TextOf("ImgShiftValueLRF"), "0");
-    EXPECT_EQ(Confirm(dialog, "ImgShiftValueLRF", u""), "[20232]|[25601] 0-2500 at ImgShiftValueLRF");
-    EXPECT_EQ(dialog.TextOf("ImgShiftValueLRF"), "0");
-    dialog.Put("ImgShiftValueUDF", u"1x");
-    EXPECT_FALSE(dialog.MoveFocus("ImgShiftValueLRF"));
-    EXPECT_EQ(desk.Told(), "[20232]|[25601] 0-2500");
-    EXPECT_EQ(dialog.TextOf("ImgShiftValueUDF"), "0");
-    dialog.Type("ImgShiftValueUDF", u"12");
-    dialog.Press("lpImgShiftDirectLRF.Right");
-    dialog.Click("Cancel");
-  });
+  Shift("ImgShiftValueLRF=5 ImgShiftBackAuto_Check=On ImgShiftValueLRB=5 lpImgShiftDirectLRF=Left",
+        [&](ScriptedDialog& dialog) {
+          dialog.Type("ImgShiftValueLRF", u"007x8");
+          EXPECT_EQ(dialog.TextOf("ImgShiftValueLRF"), "0");
+          EXPECT_EQ(Confirm(dialog, "ImgShiftValueLRF", u""), "[20232]|[25601] 0-2500 at ImgShiftValueLRF");
+          EXPECT_EQ(dialog.TextOf("ImgShiftValueLRF"), "0");
+          dialog.Put("ImgShiftValueUDF", u"1x");
+          EXPECT_FALSE(dialog.MoveFocus("ImgShiftValueLRF"));
+          EXPECT_EQ(desk.Told(), "[20232]|[25601] 0-2500");
+          EXPECT_EQ(dialog.TextOf("ImgShiftValueUDF"), "0");
+          dialog.Type("ImgShiftValueUDF", u"12");
+          dialog.Press("lpImgShiftDirectLRF.Right");
+          dialog.Click("Cancel");
+        });
   EXPECT_EQ(page->changes, 0);
   EXPECT_EQ(Value("ImgShiftValueLRF"), 5);
   EXPECT_EQ(Value("ImgShiftValueLRB"), 5);
