@@ -127,6 +127,8 @@ void AddCapabilitiesCommand(CLI::App& app);
 void AddSettingsCommand(CLI::App& app);
 void AddControlsCommand(CLI::App& app);
 void AddLibraryCommands(CLI::App& app);
+void AddWatermarkCommands(CLI::App& app);
+void AddFormCommands(CLI::App& app);
 void AddPrintCommand(CLI::App& app);
 void AddSheetCommand(CLI::App& app);
 void AddPictureCommand(CLI::App& app);

@@ -15,6 +15,8 @@ int main(int argc, char** argv) {
   heron::cli::AddSettingsCommand(app);
   heron::cli::AddSheetCommand(app);
   heron::cli::AddLibraryCommands(app);
+  heron::cli::AddWatermarkCommands(app);
+  heron::cli::AddFormCommands(app);
   heron::cli::AddPrintCommand(app);
   heron::cli::AddPictureCommand(app);
   heron::cli::AddControlsCommand(app);

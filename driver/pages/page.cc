@@ -4,14 +4,17 @@
 #include "changes/commit.h"
 #include "changes/reports.h"
 #include "engine/page_list.h"
+#include "pages/overlay_page.h"
 #include "pages/paper_page.h"
 #include "pages/plain_pages.h"
 #include "pages/preset_menu.h"
+#include "pages/watermark_page.h"
 #include "platform/api/text.h"
 #include "presets/recall.h"
 #include "preview/machine_view.h"
 #include "preview/words.h"
 #include "rules/control_tables.h"
+#include "rules/dialogs.h"
 #include "settings/printer_data.h"
 
 namespace heron::pages {
@@ -227,6 +230,8 @@ void Page::SelectView(ControlId id) {
 std::unique_ptr<platform::DialogLogic> MakePage(SheetContext& sheet, const PageRow& row) {
   if (!row.isBuilt) return std::make_unique<UnbuiltPage>(sheet, row);
   if (row.number == kDocumentPages[0].number) return std::make_unique<PaperPage>(sheet, row);
+  if (row.number == dialog::kOverlayPage) return std::make_unique<OverlayPage>(sheet, row);
+  if (row.number == dialog::kWatermarkPage) return std::make_unique<WatermarkPage>(sheet, row);
   return std::make_unique<VersionPage>(sheet, row);
 }
 

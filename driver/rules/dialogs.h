@@ -7,9 +7,12 @@
 namespace heron::dialog {
 
 inline constexpr uint16_t kPaperPage = 100;
+inline constexpr uint16_t kOverlayPage = 400;
+inline constexpr uint16_t kWatermarkPage = 500;
 inline constexpr uint16_t kDevicePage = 800;
 inline constexpr uint16_t kFaxPage = 900;
 
+inline constexpr uint16_t kWatermarkEditor = 1100;
 inline constexpr uint16_t kSecurePrint = 1800;
 inline constexpr uint16_t kBox = 2001;
 inline constexpr uint16_t kInterleave = 2020;
