@@ -4,8 +4,10 @@
 #include "bench_store.h"
 #include "catalog/catalog.h"
 #include "catalog/strings.h"
+#include "preview/watermark_picture.h"
 #include "preview/words.h"
 #include "settings/defaults.h"
+#include "support/recording_canvas.h"
 
 namespace heron::preview {
 namespace {
@@ -45,6 +47,18 @@ constexpr PaperPicture kBusy{.landscape = 0,
                              .duplexFlip = 5,
                              .order = 6,
                              .border = 1};
+
+/// Without drawing: what a dragged stamp costs besides its letters.
+void DescribeAWatermark(benchmark::State& state) {
+  const Stage stage;
+  test::RecordingCanvas canvas;
+  const WatermarkEntry& entry = stage.ui->stores.watermarks->entries[1];
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(
+        DescribeWatermark(*stage.ui, entry, WatermarkView::kEditor, {0, 0, 200, 200}, canvas.families, canvas));
+  }
+}
+BENCHMARK(DescribeAWatermark);
 
 void StackASheet(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(StackPaper(kBusy));

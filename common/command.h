@@ -130,6 +130,8 @@ void AddDeviceCommands(CLI::App& app);
 void AddControlsCommand(CLI::App& app);
 void AddLibraryCommands(CLI::App& app);
 void AddSummaryCommand(CLI::App& app);
+void AddWatermarkCommands(CLI::App& app);
+void AddFormCommands(CLI::App& app);
 void AddPrintCommand(CLI::App& app);
 void AddSheetCommand(CLI::App& app);
 void AddPagesCommands(CLI::App& app);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "generated/values.h"
 #include "renderdriver/bytes.h"
 
 namespace heron::renderdriver {
@@ -14,6 +15,8 @@ constexpr uint8_t kSecureOutput = 2;  ///< lpOutputMethod
 constexpr uint8_t kBoxOutput = 3;
 constexpr uint8_t kBoxAndPrintOutput = 4;
 constexpr uint8_t kMonochrome = 2;  ///< colour mode
+/// What a form takes of a watermark: its colour, or its shape alone.
+constexpr uint8_t kColoredForm = 1, kMaskedForm = 2;
 
 /// Offsets of the device fields in the job record.
 constexpr size_t kDeviceOrientation = 84;  ///< u16
@@ -33,6 +36,11 @@ void WritePublicPart(std::span<uint8_t> state, size_t offset, const DriverEnv& r
   std::copy_n(record.bytes.begin(), kPublicSize, state.begin() + static_cast<ptrdiff_t>(offset));
 }
 
+bool PrintsInColor(const DriverEnv& record) {
+  const uint8_t mode = Get<"lpColorMode">(record);
+  return mode == value::lpColorMode::kColor || mode == value::lpColorMode::kTwoColor;
+}
+
 // The pages of this printing side are plain ones at full size, so both states report no layout and 100 percent.
 
 std::vector<uint8_t> NewState556(const DriverEnv& record, const Sheet& sheet) {
@@ -44,6 +52,8 @@ std::vector<uint8_t> NewState556(const DriverEnv& record, const Sheet& sheet) {
   Write<uint16_t>(state, S::kLayoutKind, 1);
   Write<int16_t>(state, S::kZoom, 100);
   Write<uint8_t>(state, S::kOverlayPrompt, Get<"OverlayPrompt">(record));
+  if (Get<"lpOverlay">(record) == value::lpOverlay::kCreateForm)
+    Write<uint8_t>(state, S::kFormMaking, PrintsInColor(record) ? kColoredForm : kMaskedForm);
   return state;
 }
 

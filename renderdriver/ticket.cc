@@ -47,11 +47,16 @@ Json FontMap(const Job& job) {
   return map;
 }
 
-Json Overlay(const Job& job, const std::string& file) {
+Json FileJson(const std::string& file) {
+  return file.empty() ? Json(nullptr) : Json(file);
+}
+
+Json Overlay(const Job& job, const TicketFiles& files) {
   if (job.form.mode == 1) return nullptr;
   return {{"mode", job.form.mode},
           {"path", platform::ToUtf8(job.form.path)},
-          {"file", file.empty() ? Json(nullptr) : Json(file)}};
+          {"file", FileJson(files.overlay)},
+          {"merged", files.isMerged}};
 }
 
 std::string OneLine(const Json& value) {
@@ -80,7 +85,7 @@ std::string Laid(const Json& ticket) {
 
 }  // namespace
 
-std::string Ticket(const Job& job, const std::string& pages_file, const std::string& overlay_file) {
+std::string Ticket(const Job& job, const TicketFiles& files) {
   return Laid({{"schema", "heron.job"},
                {"version", 1},
                {"printer", platform::ToUtf8(job.setup.printer)},
@@ -88,10 +93,10 @@ std::string Ticket(const Job& job, const std::string& pages_file, const std::str
                {"document", platform::ToUtf8(job.document)},
                {"jobId", platform::ToUtf8(job.id)},
                {"pages", job.pages},
-               {"pagesFile", pages_file},
+               {"pagesFile", FileJson(files.pages)},
                {"path", static_cast<int>(job.setup.path)},
                {"paper", Paper(job.setup.record)},
-               {"overlay", Overlay(job, overlay_file)},
+               {"overlay", Overlay(job, files)},
                {"fax", Fax(job)},
                {"fontMap", FontMap(job)},
                {"refused", job.refused},

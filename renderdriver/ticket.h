@@ -9,7 +9,14 @@
 
 namespace heron::renderdriver {
 
-/// One line for each escape. `pages_file` and `overlay_file` are names in the job's folder, empty for none.
-std::string Ticket(const Job& job, const std::string& pages_file, const std::string& overlay_file);
+/// What the job's folder holds: names of files, empty for none.
+struct TicketFiles {
+  std::string pages = {};
+  std::string overlay = {};
+  bool isMerged = false;  ///< the overlay lies under the pages
+};
+
+/// One line for each escape.
+std::string Ticket(const Job& job, const TicketFiles& files);
 
 }  // namespace heron::renderdriver

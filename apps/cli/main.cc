@@ -19,6 +19,8 @@ int main(int argc, char** argv) {
   heron::cli::AddSummaryCommand(app);
   heron::cli::AddPagesCommands(app);
   heron::cli::AddFontsCommands(app);
+  heron::cli::AddWatermarkCommands(app);
+  heron::cli::AddFormCommands(app);
   heron::cli::AddPrintCommand(app);
   heron::cli::AddPictureCommand(app);
   heron::cli::AddControlsCommand(app);

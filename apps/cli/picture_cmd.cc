@@ -11,7 +11,7 @@ namespace heron::cli {
 namespace {
 
 void ShowPicture(const PictureOptions& options) {
-  if (!options.out.empty()) BecomeProgram("heron-picture", options.Words());
+  if (options.NeedsDrawing()) BecomeProgram("heron-picture", options.Words());
   if (!options.json) throw Failure(kUsage, "name a file for the picture with --out, or use --json to list its parts");
   PictureSession session(options);
   PrintJson("picture", session.Answer());

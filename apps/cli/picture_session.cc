@@ -15,6 +15,7 @@
 #include "preview/paper_view.h"
 #include "preview/quality_sample.h"
 #include "preview/status_view.h"
+#include "preview/watermark_picture.h"
 #include "preview/words.h"
 #include "settings_change.h"
 
@@ -29,8 +30,9 @@ struct KindName {
 };
 constexpr KindName kKinds[] = {{"paper", PictureKind::kPaper},   {"machine", PictureKind::kMachine},
                                {"device", PictureKind::kDevice}, {"status", PictureKind::kStatus},
-                               {"margin", PictureKind::kMargin}, {"quality", PictureKind::kQuality}};
-constexpr std::string_view kUnbuiltKinds[] = {"watermark", "cover"};
+                               {"margin", PictureKind::kMargin}, {"quality", PictureKind::kQuality},
+                               {"watermark", PictureKind::kWatermark}};
+constexpr std::string_view kUnbuiltKinds[] = {"cover"};
 
 PictureKind KindOf(const PictureOptions& options) {
   if (std::ranges::count(kUnbuiltKinds, options.kind) != 0)
@@ -142,13 +144,68 @@ Json QualityJson(const UiState& ui) {
           {"says", platform::ToUtf8(preview::SayQuality(ui))}};
 }
 
+Json RectJson(const platform::RECT& r) {
+  return {r.left, r.top, r.right, r.bottom};
+}
+
+Json PointJson(const std::optional<platform::POINT>& point) {
+  return point ? Json{point->x, point->y} : Json(nullptr);
+}
+
+Json ColorJson(platform::COLORREF color) {
+  return {color & 0xFF, color >> 8 & 0xFF, color >> 16 & 0xFF};
+}
+
+Json WatermarkJson(const UiState& ui, platform::Canvas& canvas, int scale) {
+  constexpr platform::SIZE kSize = preview::kWatermarkPictureSize;
+  const platform::RECT place = {0, 0, kSize.cx * scale, kSize.cy * scale};
+  const preview::WatermarkPicture picture = preview::DescribeWatermark(
+      ui, preview::CurrentWatermark(ui), preview::WatermarkView::kPage, place, canvas.FontFamilies(), canvas);
+  const preview::PaperFrame& frame = picture.frame;
+  const std::u16string_view face(picture.font.lfFaceName, platform::kFaceSize);
+  return {{"descriptor",
+           {{"control", RectJson(frame.control)},
+            {"square", RectJson(frame.square)},
+            {"halfW", frame.halfW},
+            {"halfH", frame.halfH},
+            {"W", frame.width},
+            {"H", frame.height},
+            {"L", frame.largest},
+            {"insetX", frame.insetX},
+            {"insetY", frame.insetY},
+            {"paper", RectJson(frame.paper)},
+            {"clip", RectJson(frame.clip)},
+            {"fontHeight", picture.font.lfHeight},
+            {"weight", picture.font.lfWeight},
+            {"italic", int{picture.font.lfItalic}},
+            {"escapement", picture.font.lfEscapement},
+            {"face", platform::ToUtf8(face.substr(0, face.find(u'\0')))},
+            {"color", ColorJson(picture.color)},
+            {"textColor", ColorJson(picture.textColor)},
+            {"offX", picture.offX},
+            {"offY", picture.offY},
+            {"textHeight", picture.textHeight},
+            {"dx", picture.dx},
+            {"dy", picture.dy},
+            {"text", PointJson(picture.text)},
+            {"cross", PointJson(picture.cross)},
+            {"string", Printable(picture.string)}}},
+          {"layers", Json::array()},
+          {"labels", Json::array()},
+          {"says", platform::ToUtf8(preview::SayWatermark(ui))}};
+}
+
 }  // namespace
+
+bool PictureOptions::NeedsDrawing() const {
+  return !out.empty() || (json && kind == "watermark");
+}
 
 void PictureOptions::AddTo(CLI::App& app) {
   std::vector<std::string> names;
   for (const KindName& known : kKinds) names.emplace_back(known.name);
   names.insert(names.end(), std::begin(kUnbuiltKinds), std::end(kUnbuiltKinds));
-  app.add_option("KIND", kind, "paper, machine, device, status, margin or quality")
+  app.add_option("KIND", kind, "paper, machine, device, status, margin, quality or watermark")
       ->required()
       ->check(CLI::IsMember(names));
   app.add_option("-p,--printer", printer, "Printer whose settings to use")->required();
@@ -221,7 +278,7 @@ void PictureSession::TakeEntry(const std::string& entry) {
   if (ui_ == nullptr) throw Failure(kFailed, "the settings \"" + Printable(entry) + "\" can't be read");
 }
 
-Json PictureSession::Answer() {
+Json PictureSession::Answer(platform::Canvas* canvas, int scale) {
   switch (kind_) {
     case PictureKind::kMachine:
       return MachineJson(ui(), true);
@@ -233,6 +290,9 @@ Json PictureSession::Answer() {
       return MarginJson(ui());
     case PictureKind::kQuality:
       return QualityJson(ui());
+    case PictureKind::kWatermark:
+      if (canvas == nullptr) throw std::logic_error("a watermark's letters need a canvas");
+      return WatermarkJson(ui(), *canvas, scale);
     case PictureKind::kPaper:
       break;
   }

@@ -7,13 +7,14 @@
 #include <vector>
 
 #include "common/command.h"
+#include "platform/api/canvas.h"
 #include "presets/preset_library.h"
 #include "settings_session.h"
 #include "terminal_view.h"
 
 namespace heron::cli {
 
-enum class PictureKind { kPaper, kMachine, kDevice, kStatus, kMargin, kQuality };
+enum class PictureKind { kPaper, kMachine, kDevice, kStatus, kMargin, kQuality, kWatermark };
 
 struct PictureOptions {
   std::string kind;
@@ -31,21 +32,24 @@ struct PictureOptions {
 
   /// Adds the options to a command or program.
   void AddTo(CLI::App& app);
+  /// Whether only heron-picture can answer: with a file, or where letters are measured.
+  bool NeedsDrawing() const;
   /// The same options as words of a command line.
   std::vector<std::string> Words() const;
 };
 
 /// The working settings of a picture: a printer's own ones, a record's or an entry's, with the changes of the options
-/// made on them and kept nowhere. Throws exit codes as `heron settings` does; `watermark` and `cover` are known kinds
-/// that end with a failure.
+/// made on them and kept nowhere. Throws exit codes as `heron settings` does; `cover` is a known kind
+/// that ends with a failure.
 class PictureSession {
  public:
   explicit PictureSession(const PictureOptions& options);
 
   PictureKind kind() const { return kind_; }
   UiState& ui() { return *ui_; }
-  /// Descriptor, layers and labels (not const: the order of the status symbols is brought up to date).
-  Json Answer();
+  /// Descriptor, layers and labels (not const: the order of the status symbols is brought up to date). `canvas`
+  /// measures the letters of a watermark, which no other picture needs; `scale` is the watermark's too.
+  Json Answer(platform::Canvas* canvas = nullptr, int scale = 1);
 
  private:
   void MakeRequests(const PictureOptions& options);

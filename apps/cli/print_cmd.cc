@@ -14,6 +14,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <iostream>
 #include <map>
 #include <memory>
@@ -24,7 +25,9 @@
 #include "common/page_states.h"
 #include "common/record_file.h"
 #include "engine/setting.h"
+#include "forms/form_list.h"
 #include "generated/values.h"
+#include "platform/api/text.h"
 #include "resolved_record.h"
 #include "secrets.h"
 #include "setting_names.h"
@@ -41,6 +44,7 @@ struct PrintOptions {
   std::vector<std::string> requests;
   std::string document;
   std::string out;
+  std::string form;  ///< full path of the form to make or to print with, empty for the record's own
   int path = kPageStates.at("compact");
   bool yes = false;
   bool no = false;
@@ -118,17 +122,57 @@ DriverEnv WithChanges(const DriverEnv& record, const DriverEnv& before, const Dr
   return changed;
 }
 
+bool UsesForm(const DriverEnv& record) {
+  return Get<"lpOverlay">(record) != overlay::kNoOverlay;
+}
+
+/// A record that names the form of the command line, if there is one.
+Bytes NamingForm(const PrintOptions& options, const Bytes& record) {
+  if (options.form.empty() || record.size() != kEnvSize || !IsOwnEnv(record.data())) return record;
+  DriverEnv named = AsEnv(record);
+  SetText<"overlayName">(named, platform::FromUtf8(options.form));
+  return {named.bytes.begin(), named.bytes.end()};
+}
+
+/// Checks the name of a form that is to be made, and asks before it replaces a file.
+void CheckFormToMake(const PrintOptions& options) {
+  const FormVerdict verdict = CheckNewForm(SplitFormPath(platform::FromUtf8(options.form)));
+  const std::string path = '"' + Printable(options.form) + '"';
+  if (verdict.problem == text::kFormNotWritable)
+    throw Failure(kNotPermitted, "the form can't be written to " + path + "; choose another folder or a shorter name");
+  if (verdict.problem != 0)
+    throw Failure(kUsage, "the form can't be made under the name " + path + "; its name must end in .vxf");
+  if (!verdict.exists) return;
+  const Consent consent = options.yes ? Consent::kYes : options.no ? Consent::kNo : Consent::kAsk;
+  if (consent == Consent::kAsk && isatty(STDIN_FILENO) != 0)
+    std::cerr << "The form " << path << " exists already. Replace it?\n";
+  const std::optional<bool> yes = AnswerOf(consent);
+  if (!yes)
+    throw Failure(kConsent, "the form " + path + " exists already; agree with --yes, or run on a terminal to be asked");
+  if (!*yes) throw Failure(kConsent, "declined; nothing was printed");
+}
+
+/// The form of the command line: its full path, with the extension. Checks it against what the job does with it.
+void ApplyForm(const PrintOptions& options, DriverEnv& record) {
+  if (options.form.empty()) return;
+  if (!UsesForm(record))
+    throw Failure(kUsage,
+                  "--form needs a job that makes a form or prints with one; add -o lpOverlay=2 or -o lpOverlay=3");
+  if (Get<"lpOverlay">(record) == overlay::kCreateForm) CheckFormToMake(options);
+  SetText<"overlayName">(record, platform::FromUtf8(options.form));
+}
+
 /// Refuses a form that would be left out of the job without a word.
 void CheckForm(const std::vector<ChangeRecord>& changes, const DriverEnv& record) {
   for (const ChangeRecord& change : changes) {
     if (change.request.parameter != ParamNamed<u"lpOverlay">() || Get<"lpOverlay">(record) == overlay::kNoOverlay)
       continue;
-    if (change.request.value == overlay::kCreateForm)
-      throw Failure(kRefused, change.request.text + ": making a form isn't built yet; print without it");
+    if (change.request.value == overlay::kCreateForm && !NamesForm(record))
+      throw Failure(kRefused, change.request.text + ": name the file of the form to make; add --form FILE");
     if (!NamesForm(record)) {
       throw Failure(kRefused, change.request.text +
                                   ": there is no form to print: the printer's list of forms is empty and the record "
-                                  "names none; `heron library recall --with forms` brings the forms of saved settings");
+                                  "names none; name one with --form FILE, or add one with `heron form add`");
     }
   }
 }
@@ -205,7 +249,8 @@ Bytes ChangedRecord(Printer& printer, const PrintOptions& options, const Bytes& 
   // The commit goes back to the printer, but the pages of a fax don't belong on paper.
   if (wants_fax && !faxes())
     throw Failure(kRefused, "a fax needs a recipient, and the record has none; nothing was printed or sent");
-  const DriverEnv changed = WithChanges(record, before, AsEnv(opened.Record()));
+  DriverEnv changed = WithChanges(record, before, AsEnv(opened.Record()));
+  ApplyForm(options, changed);
   CheckForm(changes, changed);
   const Bytes job(changed.bytes.begin(), changed.bytes.end());
   CheckChanges(opened, printer, changes, job);
@@ -214,9 +259,9 @@ Bytes ChangedRecord(Printer& printer, const PrintOptions& options, const Bytes& 
 
 Bytes RecordOfJob(const PrintOptions& options) {
   Printer printer(options.printer);
-  const Bytes start = StartingRecord(printer, options);
-  const Bytes job =
-      options.requests.empty() && options.secrets.empty() ? start : ChangedRecord(printer, options, start);
+  const Bytes start = NamingForm(options, StartingRecord(printer, options));
+  const bool changes = !options.requests.empty() || !options.secrets.empty() || !options.form.empty();
+  const Bytes job = changes ? ChangedRecord(printer, options, start) : start;
   TellWhatIsLeftOut(printer, job);
   return job;
 }
@@ -240,6 +285,12 @@ void Print(PrintOptions& options) {
   if (options.in == "-" && options.document == "-")
     throw Failure(kUsage, "record and document can't both come from standard input");
   options.secrets.Read(options.in == "-" || options.document == "-");
+  if (!options.form.empty()) {
+    const std::filesystem::path form = std::filesystem::absolute(options.form).lexically_normal();
+    options.form = form.has_extension() ? form.native() : form.native() + ".vxf";
+    if (platform::FromUtf8(options.form).size() > kFormPathLength)
+      throw Failure(kUsage, "the path of a form has at most 259 characters: \"" + Printable(options.form) + '"');
+  }
   std::vector<std::string> words = {"--printer=" + options.printer, "--record=" + AsPipe(RecordOfJob(options)),
                                     "--out=" + options.out, "--path=" + std::to_string(options.path)};
   if (options.yes) words.emplace_back("--yes");
@@ -261,6 +312,8 @@ void AddPrintCommand(CLI::App& app) {
       ->take_all()
       ->allow_extra_args(false);
   options->secrets.AddTo(*command);
+  command->add_option("--form", options->form,
+                      "Form to make (with lpOverlay=2) or to print with (lpOverlay=3) instead of the settings' own");
   command->add_option("document", options->document, "UTF-8 text, PNG, JPEG or PDF (- for standard input)")->required();
   command->add_option("--out", options->out, "Folder that receives the job; it must not exist or be empty")->required();
   command

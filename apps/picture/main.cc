@@ -21,6 +21,7 @@
 #include "preview/geometry.h"
 #include "preview/painter.h"
 #include "preview/quality_sample.h"
+#include "preview/watermark_picture.h"
 
 namespace heron::picture {
 namespace {
@@ -33,9 +34,10 @@ constexpr int kPixelsPerInch = 96;
 
 platform::SIZE SizeOf(PictureKind kind, int scale) {
   constexpr platform::SIZE kMarginSize = {pages::kMarginPictureSize, pages::kMarginPictureSize};
-  const auto [width, height] = kind == PictureKind::kStatus   ? preview::kStatusSize
-                               : kind == PictureKind::kMargin ? kMarginSize
-                                                              : preview::kUpperSize;
+  const auto [width, height] = kind == PictureKind::kStatus      ? preview::kStatusSize
+                               : kind == PictureKind::kMargin    ? kMarginSize
+                               : kind == PictureKind::kWatermark ? preview::kWatermarkPictureSize
+                                                                 : preview::kUpperSize;
   return {width * scale, height * scale};
 }
 
@@ -52,6 +54,11 @@ void DrawKind(PictureKind kind, UiState& ui, platform::Canvas& canvas, const REC
       return preview::DrawStatusPanel(canvas, place, ui);
     case PictureKind::kQuality:
       return;  // has pixels of its own
+    case PictureKind::kWatermark:
+      return preview::DrawWatermarkPicture(
+          preview::DescribeWatermark(ui, preview::CurrentWatermark(ui), preview::WatermarkView::kPage, place,
+                                     canvas.FontFamilies(), canvas),
+          canvas);
     case PictureKind::kMargin:
       const pages::MarginPicture picture = pages::DescribeMargin(ui);
       canvas.DrawResource(pages::MarginFrame(picture), place, {});
@@ -73,6 +80,14 @@ void Draw(cli::PictureSession& session, const cli::PictureOptions& options, QPai
     DrawKind(session.kind(), session.ui(), canvas, {0, 0, size.cx, size.cy});
   }
   platform::FreeLibrary(module);
+}
+
+/// The session's answer, with letters as they are drawn.
+cli::Json MeasuredAnswer(cli::PictureSession& session, const cli::PictureOptions& options) {
+  QImage image(1, 1, QImage::Format_ARGB32_Premultiplied);
+  QPainter painter(&image);
+  desk::ScreenCanvas canvas(painter, 1, 1);
+  return session.Answer(&canvas, options.scale);
 }
 
 // -- the quality sample, which is computed pixel by pixel
@@ -170,7 +185,7 @@ QByteArray Svg(cli::PictureSession& session, const cli::PictureOptions& options)
   generator.setViewBox(QRect(0, 0, size.cx, size.cy));
   generator.setResolution(kPixelsPerInch);
   generator.setTitle("heron picture " + QString::fromStdString(options.kind));
-  generator.setDescription(QString::fromStdString(session.Answer().value("says", std::string())));
+  generator.setDescription(QString::fromStdString(MeasuredAnswer(session, options).value("says", std::string())));
   Draw(session, options, generator);
   return bytes.data();
 }
@@ -190,16 +205,16 @@ void Save(const QByteArray& bytes, const std::string& path) {
 }
 
 void Run(const cli::PictureOptions& options) {
-  if (options.out.empty()) throw Failure(cli::kUsage, "name a file for the picture with --out");
+  if (!options.NeedsDrawing()) throw Failure(cli::kUsage, "name a file for the picture with --out");
   const bool is_svg = options.out.ends_with(".svg");
-  if (options.out != "-" && !is_svg && !options.out.ends_with(".png"))
+  if (!options.out.empty() && options.out != "-" && !is_svg && !options.out.ends_with(".png"))
     throw Failure(cli::kUsage, "a picture is written as PNG or SVG; give \"" + cli::Printable(options.out) +
                                    "\" a name that ends with .png or .svg");
   if (options.out == "-" && options.json)
     throw Failure(cli::kUsage, "the picture goes to standard output; leave --json out or name a file");
   cli::PictureSession session(options);
-  Save(is_svg ? Svg(session, options) : Png(session, options), options.out);
-  if (options.json) cli::PrintJson("picture", session.Answer());
+  if (!options.out.empty()) Save(is_svg ? Svg(session, options) : Png(session, options), options.out);
+  if (options.json) cli::PrintJson("picture", MeasuredAnswer(session, options));
 }
 
 int RunMain(int argc, char** argv) {

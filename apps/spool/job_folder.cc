@@ -57,6 +57,11 @@ void JobFolder::Write(const std::string& name, std::span<const uint8_t> bytes) c
   if (const int failed = store::ReplaceFileBytes(making_ / name, bytes); failed != 0) Fail(place_, failed);
 }
 
+void JobFolder::Remove(const std::string& name) const {
+  std::error_code error;
+  if (!fs::remove(making_ / name, error) || error) Fail(place_, error.value());
+}
+
 void JobFolder::Keep() {
   // Contents before the name: after a power failure the folder is there with all its files, or not at all.
   for (const fs::directory_entry& file : fs::directory_iterator(making_)) FlushFile(file.path());

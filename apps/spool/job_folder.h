@@ -23,6 +23,7 @@ class JobFolder {
   std::string Path(const std::string& name) const { return (making_ / name).string(); }
   /// Writes a whole file into the folder; throws a Failure.
   void Write(const std::string& name, std::span<const uint8_t> bytes) const;
+  void Remove(const std::string& name) const;
   /// Puts the folder into its place; throws a Failure.
   void Keep();
 

@@ -32,15 +32,27 @@ void Answer(const Options& options, const PrintedJob& printed) {
     std::cerr << "heron: the printing half refused " << printed.refused
               << " escapes of the driver; job.json gives the reasons\n";
   }
-  if (!printed.overlay.empty())
-    std::cerr << "heron: the form is kept beside the pages, in " << printed.overlay << "; it isn't merged into them\n";
+  if (printed.lacksForm)
+    std::cerr << "heron: the form that the settings name isn't there or is empty; printed without it\n";
+  if (!printed.overlay.empty() && !printed.merged && printed.form.empty()) {
+    std::cerr << "heron: the form was made by another printing half and isn't merged into the pages; it is kept beside "
+                 "them, in "
+              << printed.overlay << '\n';
+  }
   if (options.json) {
     return cli::PrintJson("print",
                           {{"folder", options.request.folder},
                            {"pages", printed.pages},
                            {"jobId", printed.id},
                            {"refused", printed.refused},
-                           {"overlay", printed.overlay.empty() ? cli::Json(nullptr) : cli::Json(printed.overlay)}});
+                           {"overlay", printed.overlay.empty() ? cli::Json(nullptr) : cli::Json(printed.overlay)},
+                           {"merged", printed.merged},
+                           {"form", printed.form.empty() ? cli::Json(nullptr) : cli::Json(printed.form)}});
+  }
+  if (!printed.form.empty()) {
+    std::cout << "Made the form " << cli::Printable(printed.form) << " of the first page, and nothing was printed; "
+              << folder << " has the ticket, job.json\n";
+    return;
   }
   std::cout << "Printed " << printed.pages << (printed.pages == 1 ? " page" : " pages") << " to " << folder
             << ": pages.pdf, job.json\n";

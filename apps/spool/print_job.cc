@@ -9,6 +9,8 @@
 
 #include "document.h"
 #include "entry/exports.h"
+#include "form_page.h"
+#include "generated/values.h"
 #include "interrupt.h"
 #include "job_canvas.h"
 #include "job_folder.h"
@@ -16,11 +18,14 @@
 #include "platform/api/document_events.h"
 #include "platform/api/text.h"
 #include "platform/sqlite/store.h"
+#include "renderdriver/form_file.h"
 #include "renderdriver/ticket.h"
 #include "settings/driver_env.h"
 
 namespace heron::spool {
 namespace {
+
+namespace overlay = value::lpOverlay;  // of the modes of a form too
 
 using cli::Bytes;
 using cli::Failure;
@@ -31,9 +36,7 @@ using renderdriver::Job;
 constexpr char kPagesFile[] = "pages.pdf";
 constexpr char kTicketFile[] = "job.json";
 constexpr char kOverlayFile[] = "overlay.vxf";
-constexpr size_t kLargestForm = size_t{64} * 1024 * 1024;
-constexpr uint8_t kMakeForm = 2;  ///< lpOverlay
-constexpr LONG kJobNumber = 1;    ///< the spooler's own; the driver only hands it on
+constexpr LONG kJobNumber = 1;  ///< the spooler's own; the driver only hands it on
 
 platform::DEVMODEW* AsDevMode(Bytes& bytes) {
   return reinterpret_cast<platform::DEVMODEW*>(bytes.data());
@@ -70,8 +73,6 @@ Job OpenRenderJob(const PrintRequest& request, const Bytes& record) {
   setup.path = request.path;
   std::optional<Job> job = renderdriver::OpenJob(std::move(setup));
   if (!job) throw Failure(cli::kFailed, "the record has no sheet to print on: its paper size can't be used");
-  if (Get<"lpOverlay">(job->setup.record) == kMakeForm)
-    throw Failure(cli::kFailed, "lpOverlay=2 makes a form, which isn't built; print without it");
   return std::move(*job);
 }
 
@@ -118,10 +119,22 @@ PlacedPage InTheMiddle(DocumentPage page, const PageSpace& space) {
 /// What prints a document and shows how far it is.
 struct Run {
   Events& events;
+  Job& job;
   JobCanvas& canvas;
   const Document& document;
+  FormPage& form;
+  const JobFolder& folder;
   Progress& progress;
 };
+
+/// What lies on a page of the job, the lowest first. The form comes first: what is printed on it must stay readable.
+std::vector<PlacedPage> ContentOf(const Run& run, int page) {
+  std::vector<PlacedPage> content;
+  run.form.Load(run.job, run.canvas.space());
+  if (run.form.IsUnder(run.job, page + 1)) content.push_back(InTheMiddle(run.form.Page(), run.canvas.space()));
+  content.push_back(InTheMiddle(run.document.Page(page), run.canvas.space()));
+  return content;
+}
 
 void PrintPages(const Run& run) {
   const int count = run.document.PageCount();
@@ -130,7 +143,7 @@ void PrintPages(const Run& run) {
     run.events.Send(platform::DOCUMENTEVENT_STARTPAGE, "STARTPAGE");
     const bool started = run.canvas.StartPage();
     // Between the page's events, where an application draws: the driver may already have drawn under the content.
-    run.canvas.SetContent({InTheMiddle(run.document.Page(page), run.canvas.space())});
+    run.canvas.SetContent(ContentOf(run, page));
     run.events.Send(platform::DOCUMENTEVENT_ENDPAGE, "ENDPAGE");
     if (!started || !run.canvas.EndPage()) throw Failure(cli::kFailed, "a page couldn't be written; check the disk");
   }
@@ -142,6 +155,10 @@ void WritePages(const Run& run) {
     run.progress.Show("Writing the pages: " + std::to_string(percent) + " %");
   };
   if (!run.canvas.Finish(progress)) throw Failure(cli::kFailed, "the pages couldn't be written; check the disk");
+  if (run.job.form.mode != overlay::kCreateForm) return;
+  // Instead of printing: the job has no pages, its first one is the form.
+  WriteForm(run.job, run.folder.Path(kPagesFile));
+  run.folder.Remove(kPagesFile);
 }
 
 void RunDocument(const Run& run, const std::u16string& title) {
@@ -166,7 +183,7 @@ void RunDocument(const Run& run, const std::u16string& title) {
 std::string KeepOverlay(const Job& job, const JobFolder& folder) {
   if (job.form.mode == 1) return {};
   std::vector<uint8_t> form;
-  if (store::ReadFileBytes(platform::ToUtf8(job.form.path), kLargestForm, &form) != 0) return {};
+  if (store::ReadFileBytes(platform::ToUtf8(job.form.path), renderdriver::kLargestForm, &form) != 0) return {};
   folder.Write(kOverlayFile, form);
   return kOverlayFile;
 }
@@ -184,14 +201,24 @@ PrintedJob Print(const PrintRequest& request, const TerminalDesk& desk, Progress
   const std::u16string title =
       request.document == "-" ? u"-" : std::filesystem::path(request.document).filename().u16string();
   job.document = title;
+  FormPage form;
   try {
     Events events(printer, canvas, job, desk);
-    RunDocument({events, canvas, *document, progress}, title);
+    RunDocument({events, job, canvas, *document, form, folder, progress}, title);
   } catch (const QPDFExc&) {
     FailDocument(DocumentName(request.document), "the PDF is damaged");
   }
-  PrintedJob printed{job.pages, job.refused, platform::ToUtf8(job.id), KeepOverlay(job, folder)};
-  const std::string ticket = renderdriver::Ticket(job, kPagesFile, printed.overlay);
+  const bool made = job.form.mode == overlay::kCreateForm;
+  const bool wants_form = Get<"lpOverlay">(job.setup.record) != overlay::kNoOverlay;
+  PrintedJob printed{.pages = job.pages,
+                     .refused = job.refused,
+                     .id = platform::ToUtf8(job.id),
+                     .overlay = KeepOverlay(job, folder),
+                     .merged = form.isMerged(),
+                     .lacksForm = wants_form && job.form.mode == overlay::kNoOverlay && !desk.declined(),
+                     .form = made ? platform::ToUtf8(job.form.path) : std::string()};
+  const std::string ticket = renderdriver::Ticket(
+      job, {.pages = made ? "" : kPagesFile, .overlay = printed.overlay, .isMerged = printed.merged});
   folder.Write(kTicketFile, {reinterpret_cast<const uint8_t*>(ticket.data()), ticket.size()});
   folder.Keep();  // last: from here on the job is visible
   return printed;

@@ -23,7 +23,10 @@ struct PrintedJob {
   int pages = 0;
   size_t refused = 0;  ///< escapes that the printing side refused
   std::string id;
-  std::string overlay;  ///< file in the folder, empty for none
+  std::string overlay;     ///< file in the folder, empty for none
+  bool merged = false;     ///< the form lies under the pages
+  bool lacksForm = false;  ///< the driver left the record's form out, and nobody had declined it
+  std::string form;        ///< the file of the form that was made instead of printed pages, empty for none
 };
 
 /// Prints and leaves the job's folder. Throws a Failure, and then leaves nothing: 3 for a job that was cancelled, 1 for

@@ -169,11 +169,14 @@ size_t SheetFile::Draw(const QSizeF& size, std::span<const Drawing> drawings) {
 QPDFObjectHandle SheetFile::FormOf(QPDFObjectHandle page) {
   QPDF& document = page.getQPDF();
   if (documents_.insert(&document).second) KeepLayers(document);
+  // An overlay form lies under every page and is in the file once.
+  QPDFObjectHandle& known = placed_[{&document, page.getObjGen()}];
+  if (known.isInitialized() && page.isIndirect()) return known;
   QPDFPageObjectHelper helper(page);
   QPDFObjectHandle form = helper.getFormXObjectForPage();
   // Without it the form would be cut to the trim box.
   form.getDict().replaceKey("/BBox", BoxArray(PrintedBox(helper)));
-  return pdf_.copyForeignObject(form);
+  return known = pdf_.copyForeignObject(form);
 }
 
 /// The document's catalogue says which layers are visible: without it, hidden ones would print.

@@ -10,6 +10,7 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <qpdf/QPDF.hh>
@@ -74,6 +75,7 @@ class SheetFile {
   std::vector<QPDFObjectHandle> drawn_forms_;
   std::vector<Sheet> sheets_;
   std::set<QPDF*> documents_;
+  std::map<std::pair<QPDF*, QPDFObjGen>, QPDFObjectHandle> placed_;  ///< pages that were placed before
   std::string version_ = "1.5";  ///< of the PDF's format; the newest of the documents'
   QPDF pdf_;
 };

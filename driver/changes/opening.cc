@@ -1,7 +1,9 @@
 #include "changes/opening.h"
 
+#include "catalog/other_values.h"
 #include "engine/page_list.h"
 #include "engine/setting.h"
+#include "generated/values.h"
 #include "settings/papers.h"
 #include "uistate/unnamed_params.h"
 
@@ -12,6 +14,14 @@ namespace {
 void RestoreOutputPaper(const UiState& ui) {
   Setting<u"lpOutputPaper">(ui) = SlotAs<u"QXOutputPaperSize", uint16_t>(ui);
   Setting<u"ZoomCheck">(ui) = *SlotOf(ui, ParamIndexOf(param::kSavedZoomCheck));
+}
+
+/// A record has a value of its own for a form that is asked for; on the pages that is two settings.
+void SplitAskingForm(const UiState& ui) {
+  uint16_t& overlay = Setting<u"lpOverlay">(ui);
+  if (overlay != value::lpOverlay::kPrintWithFormAsking) return;
+  overlay = value::lpOverlay::kPrintWithForm;
+  Setting<u"OverlayPrompt">(ui) = value::OverlayPrompt::kOn;
 }
 
 /// Switches whose page shows no control for them, as it keeps them on. A page that comes with one adds it here.
@@ -42,6 +52,7 @@ ResolveOutcome OpenSettings(Resolver& resolver, EngineView* view, OpeningPass pa
   UiState& ui = *engine.ui;
   LoadPaperTable(ui);
   RestoreOutputPaper(ui);
+  SplitAskingForm(ui);
   LoadAllTrayMirrors(ui);
   LoadWorkingList(ui, WorkingList(ui));
   ShowPageListNames(ui);

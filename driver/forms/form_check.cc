@@ -58,32 +58,58 @@ void Expect(FormCheckTable& table, unsigned pdl, unsigned color_mode) {
   table.expected[kVersion] = u"02.00";
 }
 
-/// The whole file; empty if it can't be read or is too short or too long for a form.
-std::string ReadForm(const std::u16string& path) {
-  std::string bytes;
-  const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
-  if (file == INVALID_HANDLE_VALUE) return bytes;
-  const DWORD size = GetFileSize(file);
-  if (size >= kSmallestForm && size <= kLargestForm) {
-    bytes.resize(size);
-    DWORD read = 0;
-    if (ReadFile(file, bytes.data(), size, &read) == 0 || read != size) bytes.clear();
+/// An open form file and as much of it as was needed so far.
+class FormFile {
+ public:
+  explicit FormFile(const std::u16string& path)
+      : file_(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING)) {
+    if (file_ != INVALID_HANDLE_VALUE) size_ = GetFileSize(file_);
   }
-  CloseHandle(file);
-  return bytes;
-}
+  ~FormFile() {
+    if (file_ != INVALID_HANDLE_VALUE) CloseHandle(file_);
+  }
+  FormFile(const FormFile&) = delete;
+  FormFile& operator=(const FormFile&) = delete;
+
+  bool HasFormSize() const { return size_ >= kSmallestForm && size_ <= kLargestForm; }
+  size_t size() const { return size_; }
+  std::string_view bytes() const { return bytes_; }
+  /// Reads on to `count` bytes or the end. False if that fails.
+  bool ReadTo(size_t count) {
+    const size_t before = bytes_.size();
+    const size_t wanted = std::min<size_t>(count, size_) - std::min<size_t>(before, size_);
+    bytes_.resize(before + wanted);
+    DWORD read = 0;
+    return ReadFile(file_, bytes_.data() + before, static_cast<DWORD>(wanted), &read) != 0 && read == wanted;
+  }
+
+ private:
+  const HANDLE file_;
+  DWORD size_ = 0;
+  std::string bytes_;
+};
+
+/// What a search in the beginning of a form came to.
+struct CommentSearch {
+  bool needsMore = false;  ///< the rest of the file decides
+  std::optional<std::string_view> comment;
+};
 
 /// The text of the first comment: an array with a 16-bit length, then the attribute and the operator that make it one.
-std::optional<std::string_view> FindComment(std::string_view bytes) {
+/// `bytes` is the beginning of a file of `size` bytes.
+CommentSearch FindComment(std::string_view bytes, size_t size) {
   static constexpr std::string_view kArray = "\xC8\xC1";
   static constexpr std::string_view kTail = "\xF8\x81\x47";
   for (size_t at = bytes.find(kArray, 1); at != std::string_view::npos; at = bytes.find(kArray, at + 1)) {
-    if (bytes.size() - at < 4) return std::nullopt;
+    if (size - at < 4) return {};
+    if (bytes.size() - at < 4) return {.needsMore = true, .comment = {}};
     const size_t length = static_cast<uint8_t>(bytes[at + 2]) | size_t{static_cast<uint8_t>(bytes[at + 3])} << 8;
-    if (at + length + 6 >= bytes.size()) return std::nullopt;
-    if (bytes.substr(at + 4 + length, kTail.size()) == kTail) return bytes.substr(at + 4, length);
+    if (at + length + 6 >= size) return {};
+    const size_t tail = at + 4 + length;
+    if (tail + kTail.size() > bytes.size()) return {.needsMore = true, .comment = {}};
+    if (bytes.substr(tail, kTail.size()) == kTail) return {.needsMore = false, .comment = bytes.substr(at + 4, length)};
   }
-  return std::nullopt;
+  return {.needsMore = bytes.size() < size, .comment = {}};
 }
 
 /// Takes the pairs that end in `;`.
@@ -108,6 +134,10 @@ std::u16string Shorten(std::u16string_view part) {
 
 }  // namespace
 
+bool IsFormRowCompared(size_t row) {
+  return kComparisons[row] != Comparison::kNone;
+}
+
 void FormExpectFromState(FormCheckTable& table, const UiState& ui) {
   Expect(table, engine::Setting<u"lpPDLType">(ui), engine::Setting<u"lpColorMode">(ui));
 }
@@ -118,10 +148,16 @@ void FormExpectFromJob(FormCheckTable& table, const DriverEnv& record) {
 
 bool FormReadDescription(FormCheckTable& table, const std::u16string& path) {
   table.file = {};
-  const std::string bytes = ReadForm(path);
-  const auto comment = FindComment(bytes);
-  if (!comment.has_value()) return false;
-  TakePairs(table.file, FromAnsi(*comment));
+  constexpr size_t kUsualPlace = 64 * 1024;  // a list of forms shows quickly, as the comment is mostly in front
+  FormFile file(path);
+  if (!file.HasFormSize() || !file.ReadTo(kUsualPlace)) return false;
+  CommentSearch found = FindComment(file.bytes(), file.size());
+  if (found.needsMore) {
+    if (!file.ReadTo(file.size())) return false;
+    found = FindComment(file.bytes(), file.size());
+  }
+  if (!found.comment.has_value()) return false;
+  TakePairs(table.file, FromAnsi(*found.comment));
   return true;
 }
 

@@ -20,6 +20,9 @@ enum class FormFit { kNone = 0, kFits = 1, kColorInMonochrome = 2 };
 inline constexpr std::array<std::u16string_view, 8> kFormRowNames = {u"Model", u"System",   u"Destination", u"PDL",
                                                                      u"Color", u"Reserved", u"OS",          u"Version"};
 
+/// Whether the comparison looks at a row.
+bool IsFormRowCompared(size_t row);
+
 /// Texts of up to 32 characters, one for each name.
 using FormColumn = std::array<std::u16string, kFormRowNames.size()>;
 

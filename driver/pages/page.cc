@@ -7,6 +7,7 @@
 #include "pages/device_page.h"
 #include "pages/font_page.h"
 #include "pages/organize_dialog.h"
+#include "pages/overlay_page.h"
 #include "pages/paper_page.h"
 #include "pages/per_page_page.h"
 #include "pages/plain_pages.h"
@@ -15,6 +16,7 @@
 #include "pages/special_page.h"
 #include "pages/recall_dialogs.h"
 #include "pages/save_dialog.h"
+#include "pages/watermark_page.h"
 #include "platform/api/text.h"
 #include "presets/recall.h"
 #include "preview/machine_view.h"
@@ -264,6 +266,10 @@ std::unique_ptr<platform::DialogLogic> MakePage(SheetContext& sheet, const PageR
       return std::make_unique<PaperPage>(sheet, row);
     case dialog::kPerPagePage:
       return std::make_unique<PerPagePage>(sheet, row);
+    case dialog::kOverlayPage:
+      return std::make_unique<OverlayPage>(sheet, row);
+    case dialog::kWatermarkPage:
+      return std::make_unique<WatermarkPage>(sheet, row);
     case dialog::kQualityPage:
       return std::make_unique<QualityPage>(sheet, row);
     case dialog::kFontPage:

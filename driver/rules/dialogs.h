@@ -11,9 +11,12 @@ inline constexpr uint16_t kPerPagePage = 200;
 inline constexpr uint16_t kSpecialPage = 300;
 inline constexpr uint16_t kQualityPage = 600;
 inline constexpr uint16_t kFontPage = 700;
+inline constexpr uint16_t kOverlayPage = 400;
+inline constexpr uint16_t kWatermarkPage = 500;
 inline constexpr uint16_t kDevicePage = 800;
 inline constexpr uint16_t kFaxPage = 900;
 
+inline constexpr uint16_t kWatermarkEditor = 1100;
 inline constexpr uint16_t kSecurePrint = 1800;
 inline constexpr uint16_t kBox = 2001;
 inline constexpr uint16_t kInterleave = 2020;

@@ -104,6 +104,8 @@ class OpenFile {
   virtual DWORD Read(std::span<uint8_t> room, DWORD* read) = 0;
   virtual DWORD Write(std::span<const uint8_t> data, DWORD* written) = 0;
   virtual DWORD Size(uint64_t* size) = 0;
+  /// When it was last written, in the user's time zone.
+  virtual DWORD WriteTime(SYSTEMTIME* time) = 0;
 };
 
 /// Regular files by full path; new ones are readable by their owner alone.

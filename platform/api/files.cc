@@ -128,6 +128,14 @@ DWORD GetFileSize(HANDLE file) {
   return known != 0 ? static_cast<DWORD>(std::min<uint64_t>(size, INVALID_FILE_SIZE - 1)) : INVALID_FILE_SIZE;
 }
 
+BOOL GetFileLocalTime(HANDLE file, SYSTEMTIME* time) {
+  return BoolResult(WithBackend([&](const Backend&) {
+    const auto opened = FindHandleOf<OpenedFile>(file);
+    if (opened == nullptr) return kErrorInvalidHandle;
+    return time == nullptr ? kErrorInvalidParameter : opened->file->WriteTime(time);
+  }));
+}
+
 BOOL CloseHandle(HANDLE file) {
   return BoolResult(EraseHandleOf<OpenedFile>(file) ? kErrorSuccess : kErrorInvalidHandle);
 }

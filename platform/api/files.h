@@ -60,6 +60,8 @@ HERON_PLATFORM_API BOOL ReadFile(HANDLE file, void* buffer, DWORD size, DWORD* r
 HERON_PLATFORM_API BOOL WriteFile(HANDLE file, const void* buffer, DWORD size, DWORD* written);
 /// The file's size, at most 0xFFFFFFFE; INVALID_FILE_SIZE on failure. There is no `high` argument.
 HERON_PLATFORM_API DWORD GetFileSize(HANDLE file);
+/// When the file was last written, in the user's time zone. A call of our own; the Win32 API needs three for it.
+HERON_PLATFORM_API BOOL GetFileLocalTime(HANDLE file, SYSTEMTIME* time);
 HERON_PLATFORM_API BOOL CloseHandle(HANDLE file);
 HERON_PLATFORM_API BOOL DeleteFileW(const char16_t* path);
 /// FILE_ATTRIBUTE_ bits of the file, folder or link of this name; INVALID_FILE_ATTRIBUTES if there is none.

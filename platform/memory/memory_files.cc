@@ -14,7 +14,8 @@ constexpr char16_t kDocumentsFolder[] = u"/home/user";
 
 class OpenMemoryFile final : public OpenFile {
  public:
-  OpenMemoryFile(std::shared_ptr<std::vector<uint8_t>> bytes, bool write) : bytes_(std::move(bytes)), write_(write) {}
+  OpenMemoryFile(std::shared_ptr<std::vector<uint8_t>> bytes, bool write, const SYSTEMTIME& written)
+      : bytes_(std::move(bytes)), written_(written), write_(write) {}
 
   DWORD Read(std::span<uint8_t> room, DWORD* read) override {
     const std::lock_guard guard(mutex_);
@@ -42,9 +43,15 @@ class OpenMemoryFile final : public OpenFile {
     return kErrorSuccess;
   }
 
+  DWORD WriteTime(SYSTEMTIME* time) override {
+    *time = written_;
+    return kErrorSuccess;
+  }
+
  private:
   std::mutex mutex_;
   std::shared_ptr<std::vector<uint8_t>> bytes_;
+  const SYSTEMTIME written_;
   size_t at_ = 0;
   bool write_;
 };
@@ -95,7 +102,17 @@ DWORD MemoryFiles::Open(std::u16string_view path, bool write, bool create, std::
     if (!create) return kErrorFileNotFound;
     found = content.emplace(std::u16string(path), std::make_shared<std::vector<uint8_t>>()).first;
   }
-  auto opened = std::make_shared<OpenMemoryFile>(found->second, write);
+  static constexpr SYSTEMTIME kFirstMoment = {.wYear = 2026,
+                                              .wMonth = 1,
+                                              .wDayOfWeek = 4,
+                                              .wDay = 1,
+                                              .wHour = 0,
+                                              .wMinute = 0,
+                                              .wSecond = 0,
+                                              .wMilliseconds = 0};
+  const auto time = written.find(found->first);
+  auto opened =
+      std::make_shared<OpenMemoryFile>(found->second, write, time == written.end() ? kFirstMoment : time->second);
   if (create) found->second->clear();
   *file = std::move(opened);
   return kErrorSuccess;

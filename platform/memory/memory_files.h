@@ -25,6 +25,8 @@ class MemoryFiles : public FileStore {
 
   /// Tests read and change these between calls.
   std::map<std::u16string, std::shared_ptr<std::vector<uint8_t>>> content;
+  /// When a file was last written; the first moment of 2026 for others.
+  std::map<std::u16string, SYSTEMTIME> written;
   bool writable = true;                     ///< false: nothing can be made, changed or deleted
   std::set<std::u16string> protectedPaths;  ///< the same for these files, and for files directly in these folders
   std::set<std::u16string> awayFolders;     ///< nothing in these can be found now

@@ -29,10 +29,9 @@ bool ReadAddress(const fs::path& adapter, platform::AdapterAddress* address) {
 
 }  // namespace
 
-bool ReadLocalTime(platform::SYSTEMTIME* time) {
-  timespec now;
+bool ToLocalTime(const timespec& moment, platform::SYSTEMTIME* time) {
   tm local;
-  if (clock_gettime(CLOCK_REALTIME, &now) != 0 || localtime_r(&now.tv_sec, &local) == nullptr) return false;
+  if (localtime_r(&moment.tv_sec, &local) == nullptr) return false;
   const auto word = [](long value) { return static_cast<platform::WORD>(value); };
   *time = {.wYear = word(local.tm_year + 1900),
            .wMonth = word(local.tm_mon + 1),
@@ -41,8 +40,13 @@ bool ReadLocalTime(platform::SYSTEMTIME* time) {
            .wHour = word(local.tm_hour),
            .wMinute = word(local.tm_min),
            .wSecond = word(local.tm_sec),
-           .wMilliseconds = word(now.tv_nsec / 1'000'000)};
+           .wMilliseconds = word(moment.tv_nsec / 1'000'000)};
   return true;
+}
+
+bool ReadLocalTime(platform::SYSTEMTIME* time) {
+  timespec now;
+  return clock_gettime(CLOCK_REALTIME, &now) == 0 && ToLocalTime(now, time);
 }
 
 std::vector<platform::AdapterAddress> ReadAdapters(const fs::path& folder) {

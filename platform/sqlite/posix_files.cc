@@ -12,6 +12,7 @@
 
 #include "platform/api/files.h"
 #include "platform/api/text.h"
+#include "platform/sqlite/machine.h"
 #include "platform/sqlite/notices.h"
 #include "platform/sqlite/store.h"
 
@@ -99,6 +100,12 @@ class OpenPosixFile final : public OpenFile {
     if (fstat(fd_, &info) != 0) return StatusOf(errno);
     *size = static_cast<uint64_t>(info.st_size);
     return kErrorSuccess;
+  }
+
+  DWORD WriteTime(platform::SYSTEMTIME* time) override {
+    struct stat info;
+    if (fstat(fd_, &info) != 0) return StatusOf(errno);
+    return ToLocalTime(info.st_mtim, time) ? kErrorSuccess : platform::kErrorGenFailure;
   }
 
  private:

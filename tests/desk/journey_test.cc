@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QStyle>
 #include <QStyleOptionComboBox>
+#include <QTabBar>
 #include <QTemporaryDir>
 #include <QTextDocument>
 #include <set>
@@ -163,6 +164,8 @@ class Journeys : public ::testing::Test {
   QStringList shown;  ///< texts of the messages so far
   /// What is done in the next dialogs, by number.
   std::map<DialogName, std::function<void(ModalWindow&)>> in_dialog;
+
+  QString name_;
 
  private:
   /// Looks whether a window has come up that wasn't met yet, and does what the test wants with it.
@@ -425,6 +428,47 @@ TEST_F(Journeys, ARowThatIsChosenAgainOpensItsDialogAgain) {
             }),
             SheetEnd::kConfirmed);
   EXPECT_EQ(Identifier(), "second");
+}
+
+TEST_F(Journeys, AWatermarkIsWrittenAndDraggedInItsPicture) {
+  constexpr int kOverlayPage = 3, kWatermarkPage = 4;
+  const auto show = [&](int page) {
+    auto* const tabs = sheet_->findChild<QTabBar*>();
+    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(page).center());
+    return sheet_->panel(page);
+  };
+  in_dialog["edit-watermarks"] = [](ModalWindow& dialog) {
+    Panel& editor = dialog.panel();
+    Click(editor, "newWatermark");
+    Type(editor, "watermarkText", QStringLiteral("Ours"));
+    Type(editor, "watermarkAngle", QStringLiteral("30"));
+    QWidget* const picture = WidgetOf(editor, "watermarkEditor");
+    const QPoint middle = picture->rect().center();
+    QTest::mousePress(picture, Qt::LeftButton, {}, middle);
+    QTest::mouseMove(picture, middle + QPoint(12, -20));
+    QTest::mouseRelease(picture, Qt::LeftButton, {}, middle + QPoint(12, -20));
+    Photograph(dialog, "edit-watermarks-dragged");
+    Click(editor, platform::kOkButton);
+  };
+  EXPECT_EQ(Run([&] {
+              Panel* const page = show(kWatermarkPage);
+              Click(*page, "Watermark_Use");
+              Click(*page, "editWatermarks");
+              EXPECT_EQ(Chosen(*page, "watermarks"), "Ours");
+              Photograph(*sheet_, "watermark-page");
+              show(kOverlayPage);
+              Photograph(*sheet_, "overlay-page");
+              Press(QDialogButtonBox::Ok);
+            }),
+            SheetEnd::kConfirmed);
+  EXPECT_EQ(Field("watermarkIndex"), 12);
+  const QJsonObject mark =
+      QJsonDocument::fromJson(Command({QStringLiteral("watermark"), QStringLiteral("show"), QStringLiteral("Ours"),
+                                       QStringLiteral("-p"), name_, QStringLiteral("--json")}))
+          .object();
+  EXPECT_EQ(mark[QStringLiteral("angle")].toInt(), 300);
+  EXPECT_GT(mark[QStringLiteral("x")].toInt(), 0);
+  EXPECT_LT(mark[QStringLiteral("y")].toInt(), 0);
 }
 
 TEST_F(Journeys, ABadNumberKeepsThePageAndTheFocus) {
