@@ -128,6 +128,7 @@ void AddSettingsCommand(CLI::App& app);
 void AddControlsCommand(CLI::App& app);
 void AddLibraryCommands(CLI::App& app);
 void AddPrintCommand(CLI::App& app);
+void AddFaxCommands(CLI::App& app);
 void AddSheetCommand(CLI::App& app);
 void AddPictureCommand(CLI::App& app);
 

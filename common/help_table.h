@@ -33,7 +33,13 @@ inline constexpr ValueName kValueNames[] = {
     {"",             "server",  "NAME"},
     {"",             "port",    "NAME"},
     {"",             "driver",  "NAME"},
+    {"heron print",  "to",      "NUMBER[=NAME]"},
     {"",             "to",      "FORMAT"},
+    {"",             "from",    "FILE"},
+    {"",             "name",    "TEXT"},
+    {"",             "company", "TEXT"},
+    {"",             "department", "TEXT"},
+    {"",             "recipients", "FILE"},
     {"",             "path",    "488|556"},
 };
 // clang-format on
@@ -82,6 +88,11 @@ inline constexpr HelpExample kHelpExamples[] = {
     {"heron picture",         "heron picture machine -p Office --scale 2 --out machine.png"},
     {"heron print",           "heron print -p Office letter.txt --out job"},
     {"heron print",           "heron print -p Office -o Watermark_Use=1 report.pdf --out draft"},
+    {"heron fax",             "heron fax recipients add -p Office --name Anna -- 0211-5551"},
+    {"heron fax recipients",  "heron fax recipients add -p Office --name Anna -- 0211-5551"},
+    {"heron fax recipients add", "heron fax recipients add -p Office --from people.csv"},
+    {"heron fax recipients list", "heron fax recipients list -p Office --json"},
+    {"heron fax recipients sort", "heron fax recipients sort name -p Office"},
     {"heron print",           "cat letter.txt | heron print -p Office - --out piped"},
 };
 // clang-format on

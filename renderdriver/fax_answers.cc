@@ -109,6 +109,11 @@ bool FaxCoverIndex(Job& job, In in, Out) {
   return true;
 }
 
+bool FaxCoverBegin(Job& job, In, Out) {
+  job.covered.push_back({job.rangeFirst, job.rangeEnd, 0});
+  return true;
+}
+
 bool FaxCoverStage(Job&, In in, Out) {
   return in[0] == 1 || in[0] == 2;
 }

@@ -9,7 +9,14 @@
 
 namespace heron::renderdriver {
 
-/// One line for each escape. `pages_file` and `overlay_file` are names in the job's folder, empty for none.
-std::string Ticket(const Job& job, const std::string& pages_file, const std::string& overlay_file);
+/// Names of the files in the job's folder, empty for none.
+struct JobFiles {
+  std::string pages;
+  std::string overlay;
+  std::string fax;
+};
+
+/// One line for each escape.
+std::string Ticket(const Job& job, const JobFiles& files);
 
 }  // namespace heron::renderdriver

@@ -430,7 +430,10 @@ bool TryRecall(const LibraryOptions& options, std::optional<uint8_t> parts, Term
     // With --out the own record stays, but the recalled lists are the user's and are stored all the same.
     const bool kept = options.out.empty() ? opened.Keep(record, SettingsSession::Lists::kWrite) : opened.KeepLists();
     if (!kept) return false;
-    if (!options.out.empty()) WriteRecord(options.out, record);
+    if (!options.out.empty()) {
+      WriteRecord(options.out, record);
+      opened.KeepNamedFiles();
+    }
   }
   AnswerRecall(options, session, run, plan, place);
   return true;

@@ -16,6 +16,7 @@ int main(int argc, char** argv) {
   heron::cli::AddSheetCommand(app);
   heron::cli::AddLibraryCommands(app);
   heron::cli::AddPrintCommand(app);
+  heron::cli::AddFaxCommands(app);
   heron::cli::AddPictureCommand(app);
   heron::cli::AddControlsCommand(app);
   heron::cli::AddCatalogCommand(app);

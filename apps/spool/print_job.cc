@@ -4,11 +4,13 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <qpdf/QPDFExc.hh>
 
 #include "document.h"
 #include "entry/exports.h"
+#include "fax_file.h"
 #include "interrupt.h"
 #include "job_canvas.h"
 #include "job_folder.h"
@@ -31,6 +33,7 @@ using renderdriver::Job;
 constexpr char kPagesFile[] = "pages.pdf";
 constexpr char kTicketFile[] = "job.json";
 constexpr char kOverlayFile[] = "overlay.vxf";
+constexpr char kFaxFile[] = "fax.tif";
 constexpr size_t kLargestForm = size_t{64} * 1024 * 1024;
 constexpr uint8_t kMakeForm = 2;  ///< lpOverlay
 constexpr LONG kJobNumber = 1;    ///< the spooler's own; the driver only hands it on
@@ -121,6 +124,7 @@ struct Run {
   JobCanvas& canvas;
   const Document& document;
   Progress& progress;
+  std::function<void()> written;  ///< once the pages are there
 };
 
 void PrintPages(const Run& run) {
@@ -153,7 +157,8 @@ void RunDocument(const Run& run, const std::u16string& title) {
     run.events.Send(platform::DOCUMENTEVENT_STARTDOCPOST, "STARTDOCPOST", &number, sizeof number);
     PrintPages(run);
     run.events.Send(platform::DOCUMENTEVENT_ENDDOC, "ENDDOC");
-    WritePages(run);  // before ENDDOCPOST: a job that can't be written still ends with ABORTDOC
+    WritePages(run);
+    run.written();  // before ENDDOCPOST: a job that can't be written still ends with ABORTDOC
     run.events.Send(platform::DOCUMENTEVENT_ENDDOCPOST, "ENDDOCPOST");
   } catch (...) {
     // Whatever went wrong, the driver must learn that the document ended.
@@ -171,12 +176,50 @@ std::string KeepOverlay(const Job& job, const JobFolder& folder) {
   return kOverlayFile;
 }
 
+/// The recipients of one job in a file of its own, which the driver takes; gone with the job, however it ends.
+class JobRecipients {
+ public:
+  JobRecipients(const PrintRequest& request, Bytes& record) {
+    if (!request.recipients || record.size() != kEnvSize) return;
+    id_ = MakeAddressFile(*request.recipients);
+    if (id_ == 0) cli::FailStore("store the recipients of the job");
+    DriverEnv env;
+    std::ranges::copy(record, env.bytes.begin());
+    Set<"faxAddressFileId">(env, id_);
+    Set<"faxAddressCount">(env, static_cast<uint16_t>(request.recipients->count));
+    std::ranges::copy(env.bytes, record.begin());
+  }
+  ~JobRecipients() { DeleteAddressFile(id_); }
+  JobRecipients(const JobRecipients&) = delete;
+  JobRecipients& operator=(const JobRecipients&) = delete;
+
+ private:
+  uint32_t id_ = 0;
+};
+
+/// What a fax server takes. Its name, empty for a job that isn't a fax.
+std::string KeepFax(const Job& job, const JobFolder& folder, Progress& progress) {
+  const std::vector<renderdriver::Transmission> sent = renderdriver::TransmissionsOf(job);
+  if (sent.empty()) return {};
+  std::vector<int> covers;
+  for (const renderdriver::Transmission& transmission : sent) covers.push_back(transmission.covers);
+  const FaxPages pages{folder.Path(kPagesFile), covers, job.pages, Get<"lpQuality">(job.setup.record)};
+  const bool written = WriteFaxFile(pages, folder.Path(kFaxFile), [&](int page, int of) {
+    EndIfInterrupted();
+    progress.Show("Writing the fax: page " + std::to_string(page) + " of " + std::to_string(of));
+  });
+  if (!written) throw Failure(cli::kFailed, "the fax couldn't be written; check the disk");
+  return kFaxFile;
+}
+
 }  // namespace
 
 PrintedJob Print(const PrintRequest& request, const TerminalDesk& desk, Progress& progress) {
   JobFolder folder(request.folder);
   cli::Printer printer(request.printer);
-  Bytes record = Resolved(printer, request.record);
+  Bytes given = request.record;
+  const JobRecipients recipients(request, given);
+  Bytes record = Resolved(printer, std::move(given));
   AnnounceContext(printer, record);
   Job job = OpenRenderJob(request, record);
   JobCanvas canvas(job, folder.Path(kPagesFile));
@@ -184,14 +227,15 @@ PrintedJob Print(const PrintRequest& request, const TerminalDesk& desk, Progress
   const std::u16string title =
       request.document == "-" ? u"-" : std::filesystem::path(request.document).filename().u16string();
   job.document = title;
+  std::string fax;
   try {
     Events events(printer, canvas, job, desk);
-    RunDocument({events, canvas, *document, progress}, title);
+    RunDocument({events, canvas, *document, progress, [&] { fax = KeepFax(job, folder, progress); }}, title);
   } catch (const QPDFExc&) {
     FailDocument(DocumentName(request.document), "the PDF is damaged");
   }
-  PrintedJob printed{job.pages, job.refused, platform::ToUtf8(job.id), KeepOverlay(job, folder)};
-  const std::string ticket = renderdriver::Ticket(job, kPagesFile, printed.overlay);
+  PrintedJob printed{job.pages, job.refused, platform::ToUtf8(job.id), KeepOverlay(job, folder), fax};
+  const std::string ticket = renderdriver::Ticket(job, {kPagesFile, printed.overlay, fax});
   folder.Write(kTicketFile, {reinterpret_cast<const uint8_t*>(ticket.data()), ticket.size()});
   folder.Keep();  // last: from here on the job is visible
   return printed;

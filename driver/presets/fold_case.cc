@@ -40,4 +40,12 @@ bool SameFolded(std::u16string_view a, std::u16string_view b) {
   return std::ranges::equal(a, b, {}, Fold, Fold);
 }
 
+int CompareFolded(std::u16string_view a, std::u16string_view b) {
+  const auto differs = [](char16_t x, char16_t y) { return Fold(x) != Fold(y); };
+  for (size_t i = 0; i < std::min(a.size(), b.size()); ++i)
+    if (differs(a[i], b[i])) return int{Fold(a[i])} - int{Fold(b[i])};
+  if (a.size() != b.size()) return a.size() < b.size() ? -1 : 1;
+  return -a.compare(b);
+}
+
 }  // namespace heron

@@ -214,7 +214,7 @@ TEST_F(RenderDriverTest, AFontMapMayOnlyPointIntoItself) {
   }
   Write<uint32_t>(map, 24, 2 * 184 - 32);
   EXPECT_EQ(Send("EscSetFontMap", map), 1);
-  EXPECT_EQ(Json::parse(Ticket(job, "", ""))["fontMap"][0]["trueType"], "Arial");
+  EXPECT_EQ(Json::parse(Ticket(job, {}))["fontMap"][0]["trueType"], "Arial");
 }
 
 TEST_F(RenderDriverTest, TheTicketTellsEveryEscapeAndNoSecret) {
@@ -232,7 +232,7 @@ TEST_F(RenderDriverTest, TheTicketTellsEveryEscapeAndNoSecret) {
     const Block in(row.in > 0 ? static_cast<size_t>(row.in) : row.in == kPageState ? 488 : 0);
     AnswerEscape(job, row.code, in, out);
   }
-  const std::string ticket = Ticket(job, "pages.pdf", "");
+  const std::string ticket = Ticket(job, {.pages = "pages.pdf", .overlay = {}, .fax = {}});
   EXPECT_EQ(ticket.find("Geheim"), std::string::npos);
   const Json told = Json::parse(ticket);
   ASSERT_EQ(told["escapes"].size(), 4 + kEscapes.size());

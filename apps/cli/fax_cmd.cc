@@ -1,0 +1,15 @@
+// `heron fax`: recipients, cover sheet and phone book of the faxes that a printer sends.
+
+#include <CLI/CLI.hpp>
+
+#include "fax_commands.h"
+
+namespace heron::cli {
+
+void AddFaxCommands(CLI::App& app) {
+  CLI::App* group = AddCommand(app, "fax", "Manage recipients, cover sheet and phone book of faxes");
+  group->require_subcommand(1);
+  AddRecipientCommands(*group);
+}
+
+}  // namespace heron::cli
