@@ -128,7 +128,7 @@ QComboBox* MakeDropDown(const FormParts& parts, const ControlTemplate& plan, For
 }
 
 QListView* MakeListBox(const FormParts& parts, FormControl* control) {
-  auto* const box = new QListView(parts.parent);
+  auto* const box = new RowsOf<QListView>(parts.parent);
   control->rows = MakeRows(parts, box);
   box->setModel(control->rows);
   box->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -138,7 +138,7 @@ QListView* MakeListBox(const FormParts& parts, FormControl* control) {
 
 /// Shares of the columns are meant for letters of 13 pixels; they grow with the font, and the last fills the view.
 QTreeView* MakeListView(const FormParts& parts, const ControlTemplate& plan, FormControl* control) {
-  auto* const view = new QTreeView(parts.parent);
+  auto* const view = new RowsOf<QTreeView>(parts.parent);
   control->rows = MakeRows(parts, view);
   QStringList headings;
   for (const platform::ColumnHeading& column : plan.columns) {

@@ -25,6 +25,7 @@ constexpr int kBoldFrom = 600;
 
 /// Character sets of a LOGFONTW.
 constexpr uint8_t kDefaultCharSet = 1;
+constexpr uint8_t kFixedPitch = 1, kVariablePitch = 2;
 constexpr std::pair<QFontDatabase::WritingSystem, uint8_t> kCharSets[] = {
     {QFontDatabase::SimplifiedChinese, 134},
     {QFontDatabase::TraditionalChinese, 136},
@@ -34,11 +35,6 @@ constexpr std::pair<QFontDatabase::WritingSystem, uint8_t> kCharSets[] = {
 
 QString Text(std::u16string_view text) {
   return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-QColor Color(COLORREF color) {
-  return QColor(static_cast<int>(color & 0xFF), static_cast<int>(color >> 8 & 0xFF),
-                static_cast<int>(color >> 16 & 0xFF));
 }
 
 QRectF Rectangle(const RECT& rect) {
@@ -102,8 +98,8 @@ void PaintOutline(QPainter& painter, const TextDrawing& drawing, QPointF start, 
   QPainterPath path;
   path.setFillRule(Qt::WindingFill);
   path.addText(start, font, Text(drawing.text));
-  painter.setPen(QPen(Color(drawing.pen_color), drawing.pen_width));
-  painter.setBrush(Color(drawing.color));
+  painter.setPen(QPen(ColorOf(drawing.pen_color), drawing.pen_width));
+  painter.setBrush(ColorOf(drawing.color));
   painter.drawPath(path);
 }
 
@@ -124,6 +120,11 @@ class Clipped {
 
 }  // namespace
 
+QColor ColorOf(COLORREF color) {
+  return QColor(static_cast<int>(color & 0xFF), static_cast<int>(color >> 8 & 0xFF),
+                static_cast<int>(color >> 16 & 0xFF));
+}
+
 void PaintLine(QPainter& painter, const TextDrawing& drawing, const std::optional<RECT>& clip) {
   const Clipped clipped(painter, clip);
   const QFont font = FontOf(drawing.font);
@@ -135,17 +136,17 @@ void PaintLine(QPainter& painter, const TextDrawing& drawing, const std::optiona
   painter.rotate(-drawing.font.lfEscapement / 10.0);
   if (drawing.backdrop) {
     painter.fillRect(QRectF(start.x(), start.y() - metrics.ascent(), width, metrics.height()),
-                     Color(*drawing.backdrop));
+                     ColorOf(*drawing.backdrop));
   }
   if (drawing.outline) return PaintOutline(painter, drawing, start, font);
   painter.setFont(font);
-  painter.setPen(Color(drawing.color));
+  painter.setPen(ColorOf(drawing.color));
   painter.drawText(start, text);
 }
 
 void PaintRect(QPainter& painter, const RECT& area, COLORREF color, const std::optional<RECT>& clip) {
   const Clipped clipped(painter, clip);
-  painter.fillRect(Rectangle(area), Color(color));
+  painter.fillRect(Rectangle(area), ColorOf(color));
 }
 
 void PaintPicture(QPainter& painter, const RECT& target, const platform::Picture& picture,
@@ -182,7 +183,9 @@ std::vector<platform::FontFamily> InstalledFamilies() {
   for (const QString& name : QFontDatabase::families()) {
     const auto systems = QFontDatabase::writingSystems(name);
     const auto row = std::ranges::find_if(kCharSets, [&](const auto& r) { return systems.contains(r.first); });
-    families.push_back({name.toStdU16String(), row == std::end(kCharSets) ? kDefaultCharSet : row->second});
+    families.push_back({.name = name.toStdU16String(),
+                        .char_set = row == std::end(kCharSets) ? kDefaultCharSet : row->second,
+                        .pitch_and_family = QFontDatabase::isFixedPitch(name) ? kFixedPitch : kVariablePitch});
   }
   return families;
 }

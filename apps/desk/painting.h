@@ -25,6 +25,8 @@ QImage ReadBitmap(std::span<const uint8_t> file);
 void PaintImage(QPainter& painter, const platform::RECT& target, const QImage& image,
                 const std::optional<platform::RECT>& clip);
 
+QColor ColorOf(platform::COLORREF color);
+
 /// Width and height of a line before it is turned, in pixels.
 platform::SIZE MeasureLine(const platform::LOGFONTW& font, std::u16string_view text);
 

@@ -19,6 +19,7 @@
 #include <QTimer>
 #include <QTreeView>
 #include <QWhatsThis>
+#include <algorithm>
 
 #include "screen_canvas.h"
 #include "text.h"
@@ -96,6 +97,9 @@ void Panel::Connect(const FormControl& control) {
       ScreenCanvas canvas(painter, area.width(), area.height(), &resources_.Pictures(), IsDark(palette()));
       Ask([&](DialogLogic& logic) { logic.Draw(id, canvas, {0, 0, area.width(), area.height()}); });
     };
+    place->pointed = [this, id](const platform::PointerEvent& event) {
+      Tell([&](DialogLogic& logic) { logic.PointerMoved(id, event); });
+    };
   }
   ConnectRows(control);
   ConnectText(control);
@@ -112,6 +116,13 @@ void Panel::ConnectRows(const FormControl& control) {
     connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this, selected);
     connect(view, &QAbstractItemView::doubleClicked, this,
             [this, id] { Tell([id](DialogLogic& logic) { logic.RowActivated(id); }); });
+    auto* const mouse = dynamic_cast<RowMouse*>(control.widget);
+    mouse->clicked = [this, id](int row) { Tell([=](DialogLogic& logic) { logic.RowClicked(id, row); }); };
+    if (control.plan->moves) {
+      mouse->moved = [this, id](int from, int to) {
+        Tell([=](DialogLogic& logic) { logic.RowMoved(id, from, to); });
+      };
+    }
     if (auto* const tree = qobject_cast<QTreeView*>(view)) {
       connect(tree->header(), &QHeaderView::sectionClicked, this,
               [this, id](int column) { Tell([=](DialogLogic& logic) { logic.HeadingClicked(id, column); }); });
@@ -146,6 +157,45 @@ bool Panel::TakesKey(ControlId id, char16_t character, const QString& text, qsiz
                                .selection_start = static_cast<size_t>(first),
                                .selection_end = static_cast<size_t>(last)};
   return Ask([&](DialogLogic& logic) { return logic.TakesKey(id, key); });
+}
+
+namespace {
+
+using platform::ListKey;
+
+constexpr std::pair<int, ListKey> kListKeys[] = {
+    {Qt::Key_Up, ListKey::kUp},         {Qt::Key_Down, ListKey::kDown},         {Qt::Key_PageUp, ListKey::kPageUp},
+    {Qt::Key_Home, ListKey::kHome},     {Qt::Key_End, ListKey::kEnd},           {Qt::Key_PageDown, ListKey::kPageDown},
+    {Qt::Key_Insert, ListKey::kInsert}, {Qt::Key_Delete, ListKey::kDelete},     {Qt::Key_Space, ListKey::kSpace},
+};
+
+std::optional<ListKey> ListKeyOf(const QKeyEvent& event) {
+  if (event.matches(QKeySequence::Copy)) return ListKey::kCopy;
+  if (event.matches(QKeySequence::Paste)) return ListKey::kPaste;
+  if ((event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0) return std::nullopt;
+  const auto* const row = std::ranges::find(kListKeys, event.key(), &std::pair<int, ListKey>::first);
+  return row == std::end(kListKeys) ? std::nullopt : std::optional(row->second);
+}
+
+}  // namespace
+
+bool Panel::TakesListKey(const QWidget* list, const QKeyEvent& event) {
+  const auto key = ListKeyOf(event);
+  if (!key || !initialised_ || quiet_ > 0) return false;
+  const ControlId id = NumberOf(list);
+  return Ask([&](DialogLogic& logic) { return logic.TakesListKey(id, *key); });
+}
+
+/// True if the list isn't to see the key. Enter in a list view would press the dialog's default button.
+bool Panel::PressedInList(const QObject* watched, const QKeyEvent& event) {
+  const auto* const view = qobject_cast<const QAbstractItemView*>(watched);
+  if (view == nullptr) return false;
+  if (TakesListKey(view, event)) return true;
+  const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+  if (!enter || qobject_cast<const QTreeView*>(view) == nullptr || !view->currentIndex().isValid()) return false;
+  const ControlId id = NumberOf(view);
+  Tell([id](DialogLogic& logic) { logic.RowActivated(id); });
+  return true;
 }
 
 void Panel::Close() {
@@ -207,15 +257,7 @@ bool Panel::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::Shortcut && qobject_cast<QAbstractButton*>(watched) != nullptr) {
     return !MayLeave(Focused(), NumberOf(qobject_cast<QWidget*>(watched)));
   }
-  if (event->type() == QEvent::KeyPress && qobject_cast<QTreeView*>(watched) != nullptr) {
-    const int key = static_cast<QKeyEvent*>(event)->key();
-    const auto* const view = qobject_cast<QTreeView*>(watched);
-    if ((key == Qt::Key_Return || key == Qt::Key_Enter) && view->currentIndex().isValid()) {
-      const ControlId id = NumberOf(view);
-      Tell([id](DialogLogic& logic) { logic.RowActivated(id); });
-      return true;
-    }
-  }
+  if (event->type() == QEvent::KeyPress && PressedInList(watched, *static_cast<QKeyEvent*>(event))) return true;
   return QWidget::eventFilter(watched, event);
 }
 

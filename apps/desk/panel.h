@@ -11,6 +11,8 @@
 #include "form.h"
 #include "platform/dialog/dialog.h"
 
+class QTimer;
+
 namespace heron::desk {
 
 class KeyFilter;
@@ -62,6 +64,7 @@ class Panel final : public QWidget, public platform::Dialog {
   void SetRange(platform::ControlId id, int minimum, int maximum) override;
   void SetPosition(platform::ControlId id, int position) override;
   int Position(platform::ControlId id) const override;
+  void SetSteps(platform::ControlId id, const platform::BarSteps& steps) override;
   void SetRows(platform::ControlId id, std::span<const platform::ListRow> rows) override;
   void SelectRow(platform::ControlId id, int row) override;
   int SelectedRow(platform::ControlId id) const override;
@@ -69,12 +72,20 @@ class Panel final : public QWidget, public platform::Dialog {
   void SelectRows(platform::ControlId id, std::span<const int> rows) override;
   void Repaint(platform::ControlId id) override;
   void RepaintArea(platform::ControlId id, const platform::RECT& area) override;
+  platform::RECT PlaceArea(platform::ControlId id) const override;
+  void SetCursor(platform::ControlId id, uint32_t cursor) override;
   void SetDescription(platform::ControlId id, std::u16string_view text) override;
   void SetPicture(platform::ControlId id, uint32_t picture, uint32_t mask) override;
+  std::optional<platform::PixelImage> Pixels(uint32_t number) const override;
+  std::vector<platform::FontFamily> FontFamilies() const override;
+  void SetTimer(uint32_t milliseconds) override;
   int RunDialog(uint16_t dialog, platform::DialogLogic* logic) override;
   void End(int result) override;
   uint16_t PopupMenu(platform::ControlId below, std::span<const platform::MenuItem> items) override;
   std::optional<std::u16string> AskFileName(const platform::FileQuestion& question) override;
+  std::optional<std::u16string> AskFolder(std::u16string_view title, std::u16string_view folder) override;
+  std::u16string ClipboardText() const override;
+  bool RunBusy(const platform::BusyWork& busy) override;
   void Beep() override;
   void ShowHelp(uint32_t topic, platform::ControlId control) override;
   void MarkChanged() override { frame_.MarkChanged(); }
@@ -95,6 +106,8 @@ class Panel final : public QWidget, public platform::Dialog {
   /// Reports an event to the logic, unless the logic caused it.
   template <typename Call>
   void Tell(Call call);
+  bool TakesListKey(const QWidget* list, const QKeyEvent& event);
+  bool PressedInList(const QObject* watched, const QKeyEvent& event);
   bool TakesKey(platform::ControlId id, char16_t character, const QString& text, qsizetype first, qsizetype last);
   void FocusMoved(QWidget* old, QWidget* now);
   bool MayLeave(platform::ControlId from, platform::ControlId to);
@@ -115,6 +128,7 @@ class Panel final : public QWidget, public platform::Dialog {
   bool beeped_ = false;
   bool leaving_ = false;  ///< a check on leaving a control is running
   bool swallows_press_ = false;
+  QTimer* timer_ = nullptr;  ///< of the logic, once it has set one
   std::optional<int> result_;
 };
 

@@ -2,18 +2,24 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QButtonGroup>
+#include <QClipboard>
 #include <QComboBox>
+#include <QFontDatabase>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QScrollBar>
+#include <QSlider>
 #include <QTabBar>
 #include <QTimer>
 #include <QTreeView>
 #include <QWhatsThis>
 #include <algorithm>
 
+#include "busy_window.h"
 #include "modal_window.h"
+#include "painting.h"
 #include "panel.h"
 #include "questions.h"
 #include "row_model.h"
@@ -204,6 +210,18 @@ int Panel::Position(ControlId id) const {
   return control->plan->kind == Kind::kSpin ? control->pair->position : 0;
 }
 
+void Panel::SetSteps(ControlId id, const platform::BarSteps& steps) {
+  const FormControl* const control = Find(id);
+  auto* const bar = control == nullptr ? nullptr : qobject_cast<QAbstractSlider*>(control->widget);
+  if (bar == nullptr) return;
+  bar->setSingleStep(steps.line);
+  bar->setPageStep(steps.page);
+  auto* const slider = qobject_cast<QSlider*>(bar);
+  if (slider == nullptr) return;
+  slider->setTickInterval(steps.tick);
+  slider->setTickPosition(steps.tick > 0 ? QSlider::TicksBelow : QSlider::NoTicks);
+}
+
 // -- rows
 
 void Panel::SetRows(ControlId id, std::span<const ListRow> rows) {
@@ -289,6 +307,21 @@ void Panel::RepaintArea(ControlId id, const platform::RECT& area) {
   control->widget->update(QRect(QPoint(area.left, area.top), QPoint(area.right - 1, area.bottom - 1)));
 }
 
+platform::RECT Panel::PlaceArea(ControlId id) const {
+  const FormControl* const control = Find(id);
+  if (control == nullptr || control->plan->kind != Kind::kPlace) return {};
+  if (!control->widget->isVisible()) return {0, 0, control->plan->width, control->plan->height};
+  return {0, 0, control->widget->width(), control->widget->height()};
+}
+
+void Panel::SetCursor(ControlId id, uint32_t cursor) {
+  const FormControl* const control = Find(id);
+  if (control == nullptr || control->widget == nullptr) return;
+  const QPixmap picture = cursor == platform::kArrowCursor ? QPixmap() : resources_.Picture(cursor, devicePixelRatioF());
+  if (picture.isNull()) return control->widget->unsetCursor();
+  control->widget->setCursor(QCursor(picture));  // its hot spot is in its middle
+}
+
 void Panel::SetDescription(ControlId id, std::u16string_view text) {
   const FormControl* const control = Find(id);
   if (control == nullptr || control->widget == nullptr) return;
@@ -310,6 +343,33 @@ void Panel::SetPicture(ControlId id, uint32_t picture, uint32_t /*mask*/) {
   }
 }
 
+std::optional<platform::PixelImage> Panel::Pixels(uint32_t number) const {
+  const QImage picture = resources_.Picture(number, 1).toImage().convertToFormat(QImage::Format_ARGB32);
+  if (picture.isNull()) return std::nullopt;
+  platform::PixelImage image{.width = picture.width(), .height = picture.height(), .pixels = {}};
+  for (int y = 0; y < picture.height(); ++y) {
+    const auto* const line = reinterpret_cast<const uint32_t*>(picture.constScanLine(y));
+    image.pixels.insert(image.pixels.end(), line, line + picture.width());
+  }
+  return image;
+}
+
+std::vector<platform::FontFamily> Panel::FontFamilies() const {
+  std::vector<platform::FontFamily> families = InstalledFamilies();
+  std::erase_if(families, [](const auto& family) { return !QFontDatabase::isSmoothlyScalable(ToQt(family.name)); });
+  return families;
+}
+
+void Panel::SetTimer(uint32_t milliseconds) {
+  if (timer_ == nullptr) {
+    timer_ = new QTimer(this);
+    connect(timer_, &QTimer::timeout, this, [this] {
+      if (initialised_) Ask([](platform::DialogLogic& logic) { logic.TimerFired(); });
+    });
+  }
+  milliseconds == 0 ? timer_->stop() : timer_->start(static_cast<int>(milliseconds));
+}
+
 int Panel::RunDialog(uint16_t dialog, platform::DialogLogic* logic) {
   const platform::DialogTemplate* const plan = resources_.Template(dialog);
   if (plan == nullptr || logic == nullptr) return -1;
@@ -328,6 +388,20 @@ uint16_t Panel::PopupMenu(ControlId below, std::span<const platform::MenuItem> i
 
 std::optional<std::u16string> Panel::AskFileName(const platform::FileQuestion& question) {
   return RunFileQuestion(window(), question);
+}
+
+std::optional<std::u16string> Panel::AskFolder(std::u16string_view title, std::u16string_view folder) {
+  return RunFolderQuestion(window(), title, folder);
+}
+
+std::u16string Panel::ClipboardText() const {
+  QString text = QApplication::clipboard()->text();
+  text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+  return FromQt(text.replace(u'\r', u'\n'));
+}
+
+bool Panel::RunBusy(const platform::BusyWork& busy) {
+  return RunBusyWork(window(), busy);
 }
 
 /// Once for all that is refused at one go, as of a pasted text.

@@ -34,6 +34,12 @@ void PictureCache::Paint(QPainter& painter, uint32_t number, const platform::REC
   images_.insert(key, new QImage(fresh), std::max<qsizetype>(1, fresh.sizeInBytes()));
 }
 
+QSize PictureCache::SizeOf(uint32_t number) {
+  if (const auto known = sizes_.find(number); known != sizes_.end()) return known->second;
+  QSvgRenderer renderer;
+  return sizes_[number] = Load(number, renderer) ? renderer.defaultSize() : QSize();
+}
+
 bool PictureCache::Load(uint32_t number, QSvgRenderer& renderer) const {
   if (module_ == nullptr) return false;
   const std::span<const uint8_t> source = platform::FindModuleData(module_, platform::RT_RCDATA, number);

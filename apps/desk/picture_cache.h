@@ -4,6 +4,7 @@
 #include <QCache>
 #include <QImage>
 #include <QPainter>
+#include <map>
 
 #include "platform/api/canvas.h"
 #include "platform/api/modules.h"
@@ -21,6 +22,8 @@ class PictureCache {
   /// vectors into a drawing of vectors. Nothing if the module
   /// has no such picture.
   void Paint(QPainter& painter, uint32_t number, const platform::RECT& target);
+  /// The size that the picture was drawn in; empty if the module has no such picture.
+  QSize SizeOf(uint32_t number);
 
  private:
   struct Key {
@@ -36,6 +39,7 @@ class PictureCache {
   QImage Render(const Key& key) const;
 
   platform::HMODULE module_;
+  std::map<uint32_t, QSize> sizes_;
   QCache<Key, QImage> images_;  ///< a picture that isn't there is kept as an empty image
 };
 

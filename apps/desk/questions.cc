@@ -50,8 +50,15 @@ std::optional<std::u16string> RunFileQuestion(QWidget* window, const platform::F
   const QString start = QDir(ToQt(question.folder)).filePath(ToQt(question.name));
   const QString title = ToQt(question.title);
   const QString filters = Filters(question.filter);
-  const QString name = question.saves ? QFileDialog::getSaveFileName(window, title, start, filters)
+  const QString name = question.saves ? QFileDialog::getSaveFileName(window, title, start, filters, nullptr,
+                                                                     QFileDialog::DontConfirmOverwrite)
                                       : QFileDialog::getOpenFileName(window, title, start, filters);
+  return name.isEmpty() ? std::nullopt : std::optional(FromQt(name));
+}
+
+std::optional<std::u16string> RunFolderQuestion(QWidget* window, std::u16string_view title,
+                                                std::u16string_view folder) {
+  const QString name = QFileDialog::getExistingDirectory(window, ToQt(title), ToQt(folder));
   return name.isEmpty() ? std::nullopt : std::optional(FromQt(name));
 }
 

@@ -17,6 +17,9 @@ uint16_t RunMenu(QWidget* button, std::span<const platform::MenuItem> items, con
 /// The full path chosen, or nothing.
 std::optional<std::u16string> RunFileQuestion(QWidget* window, const platform::FileQuestion& question);
 
+/// The full path of the folder chosen, or nothing.
+std::optional<std::u16string> RunFolderQuestion(QWidget* window, std::u16string_view title, std::u16string_view folder);
+
 /// Shows the help of a dialog as a whole, or that there is none; `topic` as in ShowHelp.
 void TellHelp(QWidget* window, const DialogHelp* help, uint32_t topic);
 

@@ -3,6 +3,7 @@
 
 #include <QAbstractTableModel>
 #include <QStringList>
+#include <QWidget>
 #include <functional>
 #include <vector>
 
@@ -14,7 +15,9 @@ class RowModel final : public QAbstractTableModel {
  public:
   using PictureSource = std::function<QVariant(uint32_t number)>;
 
-  RowModel(QObject* parent, PictureSource picture) : QAbstractTableModel(parent), picture_(std::move(picture)) {}
+  /// `list` shows the rows; its font and palette are theirs where a row says nothing else.
+  RowModel(QWidget* list, PictureSource picture)
+      : QAbstractTableModel(list), list_(list), picture_(std::move(picture)) {}
 
   /// False if the rows are what they were; nothing happens then.
   bool SetRows(std::span<const platform::ListRow> rows);
@@ -26,6 +29,9 @@ class RowModel final : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  private:
+  QVariant Look(const platform::ListRow& row, int role) const;
+
+  QWidget* list_;
   std::vector<platform::ListRow> rows_;
   QStringList headings_;
   PictureSource picture_;

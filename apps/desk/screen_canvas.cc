@@ -67,4 +67,10 @@ void ScreenCanvas::DrawResource(uint32_t number, const platform::RECT& target,
   painter_.restore();
 }
 
+std::optional<platform::SIZE> ScreenCanvas::ResourceSize(uint32_t number) {
+  if (pictures_ == nullptr) return std::nullopt;
+  const QSize size = pictures_->SizeOf(number);
+  return size.isEmpty() ? std::nullopt : std::optional(platform::SIZE{size.width(), size.height()});
+}
+
 }  // namespace heron::desk

@@ -32,6 +32,7 @@ class ScreenCanvas final : public platform::Canvas {
   void DrawBitmap(const platform::RECT& target, std::span<const uint8_t> file,
                   const std::optional<platform::RECT>& clip) override;
   void DrawResource(uint32_t number, const platform::RECT& target, const std::optional<platform::RECT>& clip) override;
+  std::optional<platform::SIZE> ResourceSize(uint32_t number) override;
   bool HasDarkGround() const override { return dark_; }
   bool StartPage() override { return false; }
   bool EndPage() override { return false; }

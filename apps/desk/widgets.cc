@@ -2,6 +2,7 @@
 
 #include "widgets.h"
 
+#include <QApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -10,6 +11,7 @@
 #include <QStylePainter>
 #include <QWheelEvent>
 #include <algorithm>
+#include <utility>
 
 namespace heron::desk {
 
@@ -181,6 +183,49 @@ void Memo::inputMethodEvent(QInputMethodEvent* event) {
   if (!isReadOnly()) Insert(text);
 }
 
+// -- rows
+
+void RowMouse::Press(const QAbstractItemView& view, QPoint at) {
+  from_ = moved ? view.indexAt(at).row() : platform::kNoRow;
+  pressed_ = at;
+  gap_ = kNoGap;
+}
+
+bool RowMouse::Drag(QAbstractItemView& view, QPoint at) {
+  if (from_ == platform::kNoRow) return false;
+  if (gap_ == kNoGap && (at - pressed_).manhattanLength() < QApplication::startDragDistance()) return true;
+  const QRect area = view.viewport()->rect();
+  const QPoint inside(area.center().x(), std::clamp(at.y(), area.top(), area.bottom()));
+  const QModelIndex index = view.indexAt(inside);
+  if (index.isValid()) view.scrollTo(index);
+  const bool above = index.isValid() && inside.y() < view.visualRect(index).center().y();
+  gap_ = !index.isValid() ? view.model()->rowCount() : index.row() + (above ? 0 : 1);
+  view.viewport()->setCursor(Qt::ClosedHandCursor);
+  view.viewport()->update();
+  return true;
+}
+
+bool RowMouse::Drop(QAbstractItemView& view) {
+  const int from = std::exchange(from_, platform::kNoRow);
+  const int gap = std::exchange(gap_, kNoGap);
+  if (from == platform::kNoRow || gap == kNoGap) return false;
+  view.viewport()->unsetCursor();
+  view.viewport()->update();
+  const int to = gap > from ? gap - 1 : gap;
+  if (to != from) moved(from, to);
+  return true;
+}
+
+void RowMouse::PaintGap(QAbstractItemView& view) const {
+  if (gap_ == kNoGap) return;
+  const int last = view.model()->rowCount() - 1;
+  const QRect row = view.visualRect(view.model()->index(std::min(gap_, last), 0));
+  const int y = gap_ > last ? row.bottom() + 1 : row.top();
+  QPainter painter(view.viewport());
+  painter.setPen(QPen(view.palette().highlight(), 2));
+  painter.drawLine(0, y, view.viewport()->width(), y);
+}
+
 // -- places
 
 Place::Place(QWidget* parent, QSize size, bool grows) : QWidget(parent), size_(size), grows_(grows) {
@@ -193,6 +238,29 @@ Place::Place(QWidget* parent, QSize size, bool grows) : QWidget(parent), size_(s
     setFixedSize(size);
   }
   setFocusPolicy(Qt::NoFocus);
+  setMouseTracking(true);
+}
+
+void Place::Point(platform::PointerAction action, const QMouseEvent& event) {
+  const QPoint at = event.position().toPoint();
+  if (pointed) pointed({.action = action, .at = {at.x(), at.y()}, .held = held_});
+}
+
+void Place::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return QWidget::mousePressEvent(event);
+  held_ = true;
+  Point(platform::PointerAction::kPress, *event);
+}
+
+void Place::mouseMoveEvent(QMouseEvent* event) {
+  Point(platform::PointerAction::kMove, *event);
+}
+
+/// A release without its press belongs to a press that another control has kept from here.
+void Place::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || !held_) return QWidget::mouseReleaseEvent(event);
+  held_ = false;
+  Point(platform::PointerAction::kRelease, *event);
 }
 
 void Place::paintEvent(QPaintEvent*) {

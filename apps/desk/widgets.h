@@ -1,13 +1,17 @@
 // Widgets that Qt doesn't have in the form that the logic needs.
 #pragma once
 
+#include <QAbstractItemView>
 #include <QAbstractSpinBox>
 #include <QGroupBox>
+#include <QMouseEvent>
 #include <QPixmap>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QValidator>
 #include <functional>
+
+#include "platform/dialog/dialog.h"
 
 namespace heron::desk {
 
@@ -89,12 +93,61 @@ class Memo final : public QPlainTextEdit {
   void Insert(const QString& text);
 };
 
+/// The rows of a list box or list view, and what the mouse does with them.
+class RowMouse {
+ public:
+  virtual ~RowMouse() = default;
+  std::function<void(int row)> clicked;              ///< or kNoRow, after what it selected was reported
+  std::function<void(int from, int to)> moved = {};  ///< without it rows can't be dragged
+
+ protected:
+  /// The three steps of a drag, with positions in the viewport.
+  void Press(const QAbstractItemView& view, QPoint at);
+  /// True while a row is being dragged: the view doesn't select then.
+  bool Drag(QAbstractItemView& view, QPoint at);
+  bool Drop(QAbstractItemView& view);
+  /// Where the row would go.
+  void PaintGap(QAbstractItemView& view) const;
+
+ private:
+  static constexpr int kNoGap = -1;
+  int from_ = platform::kNoRow;
+  QPoint pressed_;
+  int gap_ = kNoGap;  ///< the row above which the dragged one would go; the number of rows behind the last
+};
+
+template <typename View>
+class RowsOf final : public View, public RowMouse {
+ public:
+  using View::View;
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override {
+    if (event->button() == Qt::LeftButton) Press(*this, event->position().toPoint());
+    View::mousePressEvent(event);
+  }
+  void mouseMoveEvent(QMouseEvent* event) override {
+    const bool held = (event->buttons() & Qt::LeftButton) != 0;
+    if (!held || !Drag(*this, event->position().toPoint())) View::mouseMoveEvent(event);
+  }
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    if (event->button() == Qt::LeftButton && Drop(*this)) return event->accept();
+    View::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton && clicked) clicked(this->indexAt(event->position().toPoint()).row());
+  }
+  void paintEvent(QPaintEvent* event) override {
+    View::paintEvent(event);
+    PaintGap(*this);
+  }
+};
+
 /// A place that the logic paints. One for more than a symbol has a frame, also as long as nothing is painted.
 class Place final : public QWidget {
  public:
   /// `grows`: at least as large as `size`, by a quarter, and a little wider where there is room.
   Place(QWidget* parent, QSize size, bool grows = false);
   std::function<void(QPainter&, const QRect&)> draw;
+  std::function<void(const platform::PointerEvent&)> pointed;
   /// A picture that the place shows in its middle, under what is drawn.
   void SetPicture(const QPixmap& picture);
   QSize sizeHint() const override { return grows_ ? size_ * kUsualGrowth : size_; }
@@ -102,13 +155,19 @@ class Place final : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
 
  private:
+  void Point(platform::PointerAction action, const QMouseEvent& event);
+
   // Of a place that grows. More would make a page of two columns scroll.
   static constexpr double kUsualGrowth = 1.25, kMostGrowth = 1.3;
 
   QSize size_;
   bool grows_;
+  bool held_ = false;  ///< the left button went down here
   QPixmap picture_;
 };
 

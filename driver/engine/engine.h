@@ -83,6 +83,20 @@ struct Engine {
 /// a state's place, and when it gives it back; values and blocks don't move otherwise.
 void BindControls(Engine& engine, UiState& ui);
 
+/// While it lives, the engine looks at another state, a clone or a stored set, and at the one from before afterwards.
+/// What EvaluateRules computed isn't put back: SaveRuleStates does that for a look that is to leave no trace.
+class BoundClone {
+ public:
+  BoundClone(Engine& engine, UiState& clone) : engine_(engine), before_(*engine.ui) { BindControls(engine, clone); }
+  ~BoundClone() { BindControls(engine_, before_); }
+  BoundClone(const BoundClone&) = delete;
+  BoundClone& operator=(const BoundClone&) = delete;
+
+ private:
+  Engine& engine_;
+  UiState& before_;
+};
+
 // Values and fields of controls by id, for views, pages and programs, which know controls by the numbers of templates.
 // Rules use Engine::Value by index. A setting that is known by its key is read with Setting<> (setting.h), whether it
 // has a control or not; a record with Get<> (settings/driver_env.h).

@@ -53,6 +53,18 @@ void LogicBase::RowSelected(ControlId id) {
 void LogicBase::RowActivated(ControlId id) {
   Try([&] { OnRowActivated(id); });
 }
+void LogicBase::RowClicked(ControlId id, int row) {
+  Try([&] { OnRowClicked(id, row); });
+}
+bool LogicBase::TakesListKey(ControlId id, platform::ListKey key) {
+  return TryOr(false, [&] { return OnListKey(id, key); });
+}
+void LogicBase::RowMoved(ControlId id, int from, int to) {
+  Try([&] { OnRowMoved(id, from, to); });
+}
+void LogicBase::HeadingClicked(ControlId id, int column) {
+  Try([&] { OnHeadingClicked(id, column); });
+}
 void LogicBase::TextChanged(ControlId id) {
   Try([&] { OnTextChanged(id); });
 }
@@ -61,6 +73,12 @@ void LogicBase::PositionChanged(ControlId id) {
 }
 void LogicBase::Draw(ControlId id, platform::Canvas& canvas, const platform::RECT& place) {
   Try([&] { OnDraw(id, canvas, place); });
+}
+void LogicBase::PointerMoved(ControlId id, const platform::PointerEvent& event) {
+  Try([&] { OnPointer(id, event); });
+}
+void LogicBase::TimerFired() {
+  Try([&] { OnTimer(); });
 }
 void LogicBase::Activate() {
   Try([&] { OnActivate(); });

@@ -23,11 +23,17 @@ class LogicBase : public platform::DialogLogic {
   void Clicked(ControlId id) final;
   void RowSelected(ControlId id) final;
   void RowActivated(ControlId id) final;
+  void RowClicked(ControlId id, int row) final;
+  bool TakesListKey(ControlId id, platform::ListKey key) final;
+  void RowMoved(ControlId id, int from, int to) final;
+  void HeadingClicked(ControlId id, int column) final;
   void TextChanged(ControlId id) final;
   void PositionChanged(ControlId id) final;
   bool TakesKey(ControlId id, const platform::TypedKey& key) final;
   bool LeavesFocus(ControlId id, ControlId to) final;
   void Draw(ControlId id, platform::Canvas& canvas, const platform::RECT& place) final;
+  void PointerMoved(ControlId id, const platform::PointerEvent& event) final;
+  void TimerFired() final;
   void Activate() final;
   bool Deactivate() final;
   bool Apply() final;
@@ -42,11 +48,17 @@ class LogicBase : public platform::DialogLogic {
   virtual void OnClicked(ControlId) {}
   virtual void OnRowSelected(ControlId) {}
   virtual void OnRowActivated(ControlId) {}
+  virtual void OnRowClicked(ControlId, int) {}
+  virtual bool OnListKey(ControlId, platform::ListKey) { return false; }  ///< true: the list doesn't get the key
+  virtual void OnRowMoved(ControlId, int /*from*/, int /*to*/) {}
+  virtual void OnHeadingClicked(ControlId, int) {}
   virtual void OnTextChanged(ControlId) {}
   virtual void OnPositionChanged(ControlId) {}
   virtual bool AcceptsKey(ControlId, const platform::TypedKey&) { return true; }  ///< a refused key beeps
   virtual bool MayLeave(ControlId, ControlId) { return true; }
   virtual void OnDraw(ControlId, platform::Canvas&, const platform::RECT&) {}
+  virtual void OnPointer(ControlId, const platform::PointerEvent&) {}
+  virtual void OnTimer() {}
   virtual void OnActivate() {}
   virtual bool OnDeactivate() { return true; }
   virtual bool OnApply() { return true; }

@@ -169,10 +169,14 @@ void Page::RepaintLower() {
   if (!lower_ || !preview::ShowsTheSame(*lower_, next)) dialog().Repaint(kLowerPicture);
 }
 
-bool Page::Change(ControlId id) {
-  const bool applied = engine::ResolveChange(sheet().resolver(), this, id).applied;
+engine::ResolveOutcome Page::Resolve(ControlId id) {
+  const engine::ResolveOutcome outcome = engine::ResolveChange(sheet().resolver(), this, id);
   MarkChanged();
-  return applied;
+  return outcome;
+}
+
+bool Page::Change(ControlId id) {
+  return Resolve(id).applied;
 }
 
 void Page::TellNewConflicts() {
@@ -184,8 +188,9 @@ void Page::TellNewConflicts() {
 void Page::RestoreDefaults() {
   const Action action(sheet().resolver());
   ResetUnshown();
-  Change(row_.defaults);
+  const engine::ResolveOutcome outcome = Resolve(row_.defaults);
   dialog().Focus(row_.defaults);
+  OnDefaultsRestored(outcome);
 }
 
 /// Does nothing where the library can't be opened.

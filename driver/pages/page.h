@@ -61,6 +61,9 @@ class Page : public SettingsView {
 
   /// Before the defaults button restores the settings: what no control shows.
   virtual void ResetUnshown() {}
+  /// After it: what came of it. Where it wasn't applied, everything is as before the button, ResetUnshown included.
+  virtual void OnDefaultsRestored(const engine::ResolveOutcome&) {}
+  void OnStored(ControlId) override { MarkChanged(); }
 
   /// Resolves a change of the control and tells the sheet. True if it was applied.
   bool Change(ControlId id);
@@ -69,6 +72,7 @@ class Page : public SettingsView {
   void TellNewConflicts();
 
  private:
+  engine::ResolveOutcome Resolve(ControlId id);
   void RestoreDefaults();
   void OpenLibraryMenu();
   void Recall(const FileLocation& chosen);

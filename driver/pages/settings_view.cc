@@ -1,36 +1,16 @@
 #include "pages/settings_view.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "platform/api/text.h"
 #include "rules/control_tables.h"
 
 namespace heron::pages {
 
-using engine::ControlIndex;
 using engine::ControlType;
-using engine::IndexOf;
 
 namespace {
-
-ControlType TypeOf(ControlId id) {
-  return engine::kControls[IndexOf(id)].type;
-}
-
-/// While a dialog works on a copy, the engine looks at the copy.
-class BoundClone {
- public:
-  BoundClone(engine::Engine& engine, UiState& clone) : engine_(engine), before_(*engine.ui) {
-    engine::BindControls(engine, clone);
-  }
-  ~BoundClone() { engine::BindControls(engine_, before_); }
-  BoundClone(const BoundClone&) = delete;
-  BoundClone& operator=(const BoundClone&) = delete;
-
- private:
-  engine::Engine& engine_;
-  UiState& before_;
-};
 
 /// Another dialog owns the controls for a scope.
 class Ownership {
@@ -56,24 +36,73 @@ uint16_t ParseNumber(std::u16string_view text) {
   return static_cast<uint16_t>(number);
 }
 
+std::optional<int32_t> ParseSigned(std::u16string_view text) {
+  const bool negative = text.starts_with(u'-');
+  if (negative) text.remove_prefix(1);
+  if (text.empty() || text[0] < u'0' || text[0] > u'9') return std::nullopt;
+  int64_t number = 0;
+  for (const char16_t c : text) {
+    if (c < u'0' || c > u'9') break;
+    number = std::min<int64_t>(number * 10 + (c - u'0'), std::numeric_limits<int32_t>::max());
+  }
+  return static_cast<int32_t>(negative ? -number : number);
+}
+
 std::u16string NumberText(int64_t number) {
   return platform::ExpandText(u"%d", {number});
 }
 
 // -- in front of the engine
 
+std::optional<ControlType> SettingsView::TypeOf(const ShownControl& control) const {
+  if (control.param == kNoIndex) {
+    const int type = engine::GetControlType(control.id);
+    return type < 0 ? std::nullopt : std::optional(static_cast<ControlType>(type));
+  }
+  switch (kParamRows[control.param].kind) {
+    case ParamKind::kList:
+      return ControlType::kList;
+    case ParamKind::kRadio:
+      return ControlType::kRadio;
+    case ParamKind::kCheck:
+      return ControlType::kCheck;
+    case ParamKind::kNumber:
+      return ControlType::kNumber;
+    default:
+      return std::nullopt;
+  }
+}
+
+uint16_t SettingsView::ValueOf(const ShownControl& control) const {
+  if (control.param == kNoIndex) return engine::GetControlValue(engine(), control.id);
+  return kParamRows[control.param].HasBlock() ? *FieldsOf(ui(), control.param).value : uint16_t{0};
+}
+
+uint16_t SettingsView::RadioValueOf(const ShownControl& control) const {
+  return control.param == kNoIndex ? static_cast<uint16_t>(engine::RadioMemberValue(control.id)) : control.value;
+}
+
+/// Null for what isn't a list.
+ListBlock* SettingsView::BlockOf(const ShownControl& control) const {
+  if (control.param == kNoIndex) return engine::GetControlBlock(engine(), control.id);
+  const bool is_list = kParamRows[control.param].kind == ParamKind::kList;
+  return is_list ? reinterpret_cast<ListBlock*>(SlotOf(ui(), control.param)) : nullptr;
+}
+
 uint16_t SettingsView::ReadControl(uint16_t id) {
   if (pending_ && pending_->first == id) return pending_->second;
   const ShownControl* shown = Find(id);
   if (shown == nullptr) return engine::GetControlValue(engine(), id);
-  switch (TypeOf(id)) {
+  const auto type = TypeOf(*shown);
+  if (!type) return ValueOf(*shown);
+  switch (*type) {
     case ControlType::kList: {
       const auto& values = block_->values[static_cast<size_t>(shown - controls_.data())];
       const auto row = static_cast<size_t>(dialog().SelectedRow(id));  // kNoRow is beyond every list
-      return row < values.size() ? values[row] : engine::GetControlValue(engine(), id);
+      return row < values.size() ? values[row] : ValueOf(*shown);
     }
     case ControlType::kRadio:
-      return static_cast<uint16_t>(engine::RadioMemberValue(id));
+      return RadioValueOf(*shown);
     case ControlType::kNumber:
       return ParseNumber(dialog().Text(id));
     default:
@@ -115,17 +144,26 @@ void SettingsView::OnInitialise() {
   ShowAll();
 }
 
+/// What the engine knows is resolved by whoever derives; the rest is stored at once.
+void SettingsView::Changed(const ShownControl& control) {
+  if (control.param == kNoIndex) return OnChanged(control.id);
+  Store(control.id);
+  OnStored(control.id);
+}
+
 void SettingsView::OnClicked(ControlId id) {
   SetActiveDialog(number_);
-  if (Find(id) == nullptr) return OnButton(id);
-  if (TypeOf(id) == ControlType::kCheck) return OnChanged(id);
-  if (TypeOf(id) != ControlType::kRadio || !dialog().IsChecked(id)) return;
-  if (engine::GetControlValue(engine(), id) != engine::RadioMemberValue(id)) OnChanged(id);
+  const ShownControl* const shown = Find(id);
+  if (shown == nullptr) return OnButton(id);
+  const auto type = TypeOf(*shown);
+  if (type == ControlType::kCheck) return Changed(*shown);
+  if (type != ControlType::kRadio || !dialog().IsChecked(id)) return;
+  if (ValueOf(*shown) != RadioValueOf(*shown)) Changed(*shown);
 }
 
 void SettingsView::OnRowSelected(ControlId id) {
   SetActiveDialog(number_);
-  if (Find(id) != nullptr) OnChanged(id);
+  if (const ShownControl* const shown = Find(id)) Changed(*shown);
 }
 
 void SettingsView::OnTextChanged(ControlId id) {
@@ -134,7 +172,7 @@ void SettingsView::OnTextChanged(ControlId id) {
   if (shown == nullptr) return;
   const uint16_t typed = ParseNumber(dialog().Text(id));
   OnNumber(id, typed);
-  dialog().SetPosition(shown->spin, engine::GetControlValue(engine(), id));
+  dialog().SetPosition(shown->spin, ValueOf(*shown));
 }
 
 void SettingsView::OnPositionChanged(ControlId id) {
@@ -176,12 +214,14 @@ void SettingsView::RunShowStep() {
 }
 
 void SettingsView::ShowControl(const ShownControl& control) {
-  const uint16_t value = engine::GetControlValue(engine(), control.id);
-  switch (TypeOf(control.id)) {
+  const auto type = TypeOf(control);
+  if (!type) return;
+  const uint16_t value = ValueOf(control);
+  switch (*type) {
     case ControlType::kList:
       return FillList(control);
     case ControlType::kRadio:
-      return dialog().SetChecked(control.id, value == engine::RadioMemberValue(control.id));
+      return dialog().SetChecked(control.id, value == RadioValueOf(control));
     case ControlType::kNumber:
       dialog().SetText(control.id, NumberText(value));
       return dialog().SetPosition(control.spin, value);
@@ -193,7 +233,9 @@ void SettingsView::ShowControl(const ShownControl& control) {
 }
 
 bool SettingsView::Offers(ControlId list, size_t item) {
-  return engine::GetControlBlock(engine(), list)->Items()[item].status == engine::kItemAllowed;
+  const ShownControl* const shown = Find(list);
+  ListBlock* const block = shown == nullptr ? nullptr : BlockOf(*shown);
+  return block != nullptr && block->Items()[item].status == engine::kItemAllowed;
 }
 
 std::u16string SettingsView::RowText(ControlId, const ListItem& item) {
@@ -204,8 +246,8 @@ std::u16string SettingsView::RowText(ControlId, const ListItem& item) {
 /// Fills a list with the items that are offered and selects the setting's value. Where that isn't offered the default
 /// is shown, and the setting stays.
 void SettingsView::FillList(const ShownControl& control) {
-  if (!engine::ComputeItemStatus(engine(), control.id)) return;
-  ListBlock& block = *engine::GetControlBlock(engine(), control.id);
+  if (control.param == kNoIndex && !engine::ComputeItemStatus(engine(), control.id)) return;
+  ListBlock& block = *BlockOf(control);
   std::vector<uint16_t>& values = block_->values[static_cast<size_t>(&control - controls_.data())];
   std::vector<platform::ListRow> rows;
   values.clear();
@@ -221,7 +263,10 @@ void SettingsView::FillList(const ShownControl& control) {
 }
 
 void SettingsView::Store(ControlId id) {
-  engine::SetControlValue(engine(), id, ReadControl(id));
+  const ShownControl* const shown = Find(id);
+  const uint16_t value = ReadControl(id);
+  if (shown == nullptr || shown->param == kNoIndex) return engine::SetControlValue(engine(), id, value);
+  if (kParamRows[shown->param].HasBlock()) *FieldsOf(ui(), shown->param).value = value;
 }
 
 void SettingsView::EvaluateAndApply() {
@@ -249,7 +294,7 @@ int SettingsView::RunOnClone(uint16_t dialog_number, DialogLogic& logic) {
   clone->head().activeDialogId = dialog_number;
   int result = 0;
   {
-    const BoundClone bound(engine(), *clone);
+    const engine::BoundClone bound(engine(), *clone);
     result = dialog().RunDialog(dialog_number, &logic);
   }
   if (result == platform::IDOK) {

@@ -2,8 +2,9 @@
 // front of the engine.
 //
 // No setting is held here. A table (ShownControl) tells which controls are shown in which group; what kind each is, and
-// which setting it shows, the engine's own table tells. A change of kind list, check or radio ends in OnChanged, a
-// typed or spun number in OnNumber. To redisplay, a group's bit is set in the RefreshMask and the show step runs.
+// which setting it shows, the engine's own table tells, or for a control that the engine doesn't know the row of the
+// table. A change of kind list, check or radio ends in OnChanged (in OnStored if the engine doesn't know the control),
+// a typed or spun number in OnNumber. To redisplay, a group's bit is set in the RefreshMask and the show step runs.
 #pragma once
 
 #include <memory>
@@ -23,6 +24,10 @@ struct ShownControl {
   ControlId id = 0;
   uint8_t group = 0;   ///< bit of the RefreshMask, below 32
   ControlId spin = 0;  ///< of a number field
+  /// The setting of a control that isn't in the engine's table, of kind list, radio, check or number, by its row of
+  /// kParamRows: ParamNamed<u"EcmTab">().
+  uint16_t param = kNoIndex;
+  uint16_t value = 0;  ///< of such a setting, that this radio stands for
 };
 
 /// Keeps what a refusal or a No is to bring back, from before settings are changed outside of the resolve that follows.
@@ -74,6 +79,8 @@ class SettingsView : public LogicBase, public engine::EngineView {
   virtual void OnChanged(ControlId id) = 0;
   /// The user typed or spun a number; the setting holds the old one.
   virtual void OnNumber(ControlId, uint16_t) {}
+  /// The setting of a list, check or radio bound by parameter has just taken what the control shows.
+  virtual void OnStored(ControlId) {}
   /// A click on what isn't in the table.
   virtual void OnButton(ControlId) {}
   /// Whether a list shows the item (by its place), whose status was just computed.
@@ -120,6 +127,12 @@ class SettingsView : public LogicBase, public engine::EngineView {
 
  private:
   const ShownControl* Find(ControlId id) const;
+  /// Nothing for a control that neither the engine nor the table knows.
+  std::optional<engine::ControlType> TypeOf(const ShownControl& control) const;
+  uint16_t ValueOf(const ShownControl& control) const;
+  uint16_t RadioValueOf(const ShownControl& control) const;
+  ListBlock* BlockOf(const ShownControl& control) const;
+  void Changed(const ShownControl& control);
   void RunShowStep();
   void ShowControl(const ShownControl& control);
   void FillList(const ShownControl& control);
@@ -133,6 +146,8 @@ class SettingsView : public LogicBase, public engine::EngineView {
 
 /// The digits at the start of a text as a number, at most 65535; 0 without any.
 uint16_t ParseNumber(std::u16string_view text);
+/// The number at the start of a text, with a - or without; bounded to 32 bits. Nothing without a digit.
+std::optional<int32_t> ParseSigned(std::u16string_view text);
 std::u16string NumberText(int64_t number);
 
 }  // namespace heron::pages

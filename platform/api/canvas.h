@@ -80,9 +80,24 @@ struct Picture {
   std::span<const uint32_t> pixels;  ///< width * height
 };
 
+/// A picture with pixels of its own, as Picture has them.
+struct PixelImage {
+  int width = 0;
+  int height = 0;
+  std::vector<uint32_t> pixels;
+
+  Picture View() const { return {width, height, pixels}; }
+};
+
+/// One byte a pixel, (30 red + 59 green + 11 blue) / 100 of it on white, 255 for white.
+HERON_PLATFORM_API std::vector<uint8_t> GreyLevels(const PixelImage& image);
+/// The reverse: opaque pixels whose three colours are the grey level. `levels` has width * height bytes.
+HERON_PLATFORM_API PixelImage FromGreyLevels(int width, int height, std::span<const uint8_t> levels);
+
 struct FontFamily {
   std::u16string name;
-  uint8_t char_set;
+  uint8_t char_set = 0;
+  uint8_t pitch_and_family = 0;
 };
 
 /// Numbers of GetDeviceCaps.
@@ -109,11 +124,16 @@ class Canvas {
   /// Picture `number` of the driver's resource module, stretched to `target`. Nothing is drawn for a picture that the
   /// module hasn't got, nor by a canvas without a module, as that of a job.
   virtual void DrawResource(uint32_t /*number*/, const RECT& /*target*/, const std::optional<RECT>& /*clip*/) {}
+  /// The pixels that the picture has at its own size; nothing where DrawResource would draw nothing.
+  virtual std::optional<SIZE> ResourceSize(uint32_t /*number*/) { return {}; }
   /// Whether what lies around the drawing is dark, as in a window with light letters.
   virtual bool HasDarkGround() const { return false; }
   virtual bool StartPage() = 0;
   virtual bool EndPage() = 0;
 };
+
+/// Picture `number` at its own size with its upper left corner at `at`. False if there is none.
+HERON_PLATFORM_API bool DrawResourceAt(Canvas& canvas, uint32_t number, POINT at, const std::optional<RECT>& clip = {});
 
 /// A new handle that draws on `canvas`, which must outlive it. Closed with CloseCanvas. May throw std::bad_alloc.
 HERON_PLATFORM_API HDC OpenCanvas(Canvas* canvas);

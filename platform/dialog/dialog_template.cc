@@ -113,6 +113,7 @@ bool ReadFlag(std::string_view word, ControlTemplate* control) {
   if (word == "readonly") return control->read_only = true;
   if (word == "vertical") return control->vertical = true;
   if (word == "several") return control->several = true;
+  if (word == "moves") return control->moves = true;
   return false;
 }
 

@@ -59,6 +59,7 @@ struct ControlTemplate {
   bool read_only = false;  ///< a text
   bool vertical = false;   ///< a slider or scroll bar
   bool several = false;    ///< more than one row of a list view may be selected
+  bool moves = false;      ///< rows of a list view can be dragged to another place
   std::vector<ColumnHeading> columns;
 
   Area area = Area::kColumns;

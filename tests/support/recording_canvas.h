@@ -3,7 +3,8 @@
 //
 // An escape that nothing is scripted for succeeds with 1 and zeroes its reply. Log lines: "EscSetCancelFlag 1" (sent
 // bytes as little-endian number up to 4 bytes, else "[size]"), "text (x,y) angle height color 'text'" with what differs
-// from plain text behind it, "fill", "picture", "page", "end page".
+// from plain text behind it, "fill", "picture" (with number and place for one of the resource module), "page", "end
+// page".
 #pragma once
 
 #include <cstring>
@@ -94,6 +95,16 @@ class RecordingCanvas : public platform::Canvas {
   void DrawPicture(const platform::RECT&, const platform::Picture&, const std::optional<platform::RECT>&) override {
     log.emplace_back("picture");
   }
+  void DrawResource(uint32_t number, const platform::RECT& target, const std::optional<platform::RECT>&) override {
+    char text[80];
+    std::snprintf(text, sizeof text, "picture %u (%d,%d) %dx%d", number, target.left, target.top,
+                  target.right - target.left, target.bottom - target.top);
+    log.emplace_back(text);
+  }
+  std::optional<platform::SIZE> ResourceSize(uint32_t number) override {
+    const auto found = picture_sizes.find(number);
+    return found == picture_sizes.end() ? std::nullopt : std::optional(found->second);
+  }
   bool StartPage() override {
     log.emplace_back("page");
     return true;
@@ -135,6 +146,7 @@ class RecordingCanvas : public platform::Canvas {
   std::vector<std::string> log;
   std::vector<Drawn> drawings;
   std::vector<platform::FontFamily> families;
+  std::map<uint32_t, platform::SIZE> picture_sizes;  ///< of the pictures that there are
   int width = 4960;
   int height = 7016;
   int dpi = 600;

@@ -1,6 +1,8 @@
 #include "scripted_desk.h"
 
 #include <algorithm>
+#include <exception>
+#include <thread>
 
 #include "platform/api/canvas.h"
 #include "platform/api/text.h"
@@ -139,6 +141,75 @@ void ScriptedDialog::Spin(ControlName id, int position) {
   logic_->PositionChanged(id);
 }
 
+bool ScriptedDialog::SelectSeveral(ControlName id, std::vector<int> rows) {
+  if (!Reach(id)) return false;
+  EXPECT_TRUE(PlanOf(id)->several) << NameOfControl(id);
+  std::ranges::sort(rows);
+  Of(id).selected = std::move(rows);
+  logic_->RowSelected(id);
+  return true;
+}
+
+bool ScriptedDialog::Activate(ControlName id, int row) {
+  if (!Reach(id)) return false;
+  ClickRow(id, row);
+  logic_->RowActivated(id);
+  return true;
+}
+
+void ScriptedDialog::ClickRow(ControlName id, int row) {
+  if (!Reach(id)) return;
+  const std::vector<int> wanted = row == platform::kNoRow ? std::vector<int>() : std::vector{row};
+  if (Of(id).selected != wanted) {
+    Of(id).selected = wanted;
+    logic_->RowSelected(id);
+  }
+  logic_->RowClicked(id, row);
+}
+
+void ScriptedDialog::ClickHeading(ControlName id, int column) {
+  if (Reach(id)) logic_->HeadingClicked(id, column);
+}
+
+void ScriptedDialog::PressKey(ControlName id, platform::ListKey key) {
+  using platform::ListKey;
+  constexpr int kRowsOfPage = 5;
+  if (!Reach(id) || logic_->TakesListKey(id, key)) return;
+  const int last = static_cast<int>(Of(id).rows.size()) - 1;
+  const int row = SelectedRow(id);
+  int to = row;
+  if (key == ListKey::kUp) to = row - 1;
+  if (key == ListKey::kDown) to = row + 1;
+  if (key == ListKey::kPageUp) to = row - kRowsOfPage;
+  if (key == ListKey::kPageDown) to = row + kRowsOfPage;
+  if (key == ListKey::kHome) to = 0;
+  if (key == ListKey::kEnd) to = last;
+  to = std::min(std::max(to, 0), last);
+  if (key >= ListKey::kSpace || to == row) return;
+  Of(id).selected = {to};
+  logic_->RowSelected(id);
+}
+
+void ScriptedDialog::DragRow(ControlName id, int from, int to) {
+  if (!Reach(id)) return;
+  EXPECT_TRUE(PlanOf(id)->moves) << NameOfControl(id);
+  logic_->RowMoved(id, from, to);
+}
+
+void ScriptedDialog::Point(ControlId id, platform::PointerAction action, int x, int y) {
+  using platform::PointerAction;
+  const Control& control = Of(id);
+  if (!control.enabled || !control.visible) return;
+  if (action == PointerAction::kPress) held_ = id;
+  if (action == PointerAction::kRelease) held_ = 0;
+  logic_->PointerMoved(id, {.action = action, .at = {x, y}, .held = held_ == id});
+}
+
+void ScriptedDialog::Tick() {
+  ASSERT_NE(timer, 0U) << "dialog " << number_ << " has no timer";
+  logic_->TimerFired();
+}
+
 void ScriptedDialog::Paint(ControlName id) {
   BlankCanvas canvas;
   Paint(id, canvas, platform::RECT{0, 0, 1, 1});
@@ -175,6 +246,49 @@ ScriptedDialog::Control& ScriptedDialog::Of(ControlId id) {
   if (found != controls_.end()) return found->second;
   strangers_.insert(id);
   return none_ = {};
+}
+
+const platform::ControlTemplate* ScriptedDialog::PlanOf(ControlId id) const {
+  const auto row = std::ranges::find(template_.controls, id, &platform::ControlTemplate::id);
+  return row == template_.controls.end() ? nullptr : &*row;
+}
+
+platform::RECT ScriptedDialog::PlaceArea(ControlId id) const {
+  const platform::ControlTemplate* const plan = PlanOf(id);
+  return plan == nullptr ? platform::RECT{} : platform::RECT{0, 0, plan->width, plan->height};
+}
+
+std::optional<platform::PixelImage> ScriptedDialog::Pixels(uint32_t number) const {
+  const auto found = desk_.pictures.find(number);
+  return found == desk_.pictures.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::vector<platform::FontFamily> ScriptedDialog::FontFamilies() const {
+  return desk_.families;
+}
+
+std::optional<std::u16string> ScriptedDialog::AskFileName(const platform::FileQuestion& question) {
+  return desk_.TakePath(question.title);
+}
+
+std::optional<std::u16string> ScriptedDialog::AskFolder(std::u16string_view title, std::u16string_view) {
+  return desk_.TakePath(title);
+}
+
+/// On a thread of its own, as in windows, so that a sanitizer sees what the work shares.
+bool ScriptedDialog::RunBusy(const platform::BusyWork& busy) {
+  std::exception_ptr failure;
+  std::stop_source stop;
+  if (desk_.cancels_busy) stop.request_stop();
+  std::thread([&] {
+    try {
+      busy.work(stop.get_token());
+    } catch (...) {
+      failure = std::current_exception();
+    }
+  }).join();
+  if (failure != nullptr) std::rethrow_exception(failure);
+  return !desk_.cancels_busy;
 }
 
 bool ScriptedDialog::Has(ControlId id) const {
@@ -256,7 +370,7 @@ uint16_t ScriptedDialog::PopupMenu(ControlId, std::span<const platform::MenuItem
 
 ScriptedDesk::~ScriptedDesk() {
   platform::InstallMessageDesk(nullptr);
-  EXPECT_TRUE(answers_.empty()) << "an answer was never asked for";
+  EXPECT_TRUE(answers_.empty() && paths_.empty()) << "an answer was never asked for";
   for (const auto& [dialog, script] : dialogs_) ADD_FAILURE() << "dialog " << dialog << " never opened";
 }
 
@@ -272,6 +386,15 @@ int ScriptedDesk::Show(platform::HWND, std::u16string_view text, std::u16string_
   const int answer = answers_.front();
   answers_.pop_front();
   return answer;
+}
+
+std::optional<std::u16string> ScriptedDesk::TakePath(std::u16string_view title) {
+  if (!told_.empty()) told_ += " / ";
+  told_ += ToUtf8(title) + "|path?";
+  if (paths_.empty()) return std::nullopt;
+  auto path = std::move(paths_.front());
+  paths_.pop_front();
+  return path;
 }
 
 int ScriptedDesk::Run(uint16_t number, platform::DialogLogic* logic) {

@@ -39,6 +39,8 @@ class ScriptedDialog : public platform::Dialog {
     int repaints = 0;
     std::vector<platform::RECT> repainted;  ///< areas, in the order in which they were asked for
     std::u16string description;
+    platform::BarSteps steps;
+    uint32_t cursor = platform::kArrowCursor;
   };
 
   ScriptedDialog(ScriptedDesk& desk, uint16_t number, platform::DialogLogic* logic);
@@ -54,6 +56,18 @@ class ScriptedDialog : public platform::Dialog {
   void Append(ControlName id, std::u16string_view keys);  ///< behind what is there
   void Put(ControlName id, std::u16string_view text);     ///< text that came past the filter
   void Spin(ControlName id, int position);
+  bool SelectSeveral(ControlName id, std::vector<int> rows);  ///< of a list view that allows it
+  bool Activate(ControlName id, int row);                     ///< double click: selects and clicks the row before
+  void ClickRow(ControlName id, int row);                     ///< kNoRow: beside all rows, which selects none
+  void ClickHeading(ControlName id, int column);
+  /// A key in a list. One that the logic leaves to the list moves the selection if it can.
+  void PressKey(ControlName id, platform::ListKey key);
+  void DragRow(ControlName id, int from, int to);
+  // The pointer on a place, in the pixels of PlaceArea.
+  void PointAt(ControlName id, int x, int y) { Point(id, platform::PointerAction::kMove, x, y); }
+  void PressAt(ControlName id, int x, int y) { Point(id, platform::PointerAction::kPress, x, y); }
+  void ReleaseAt(ControlName id, int x, int y) { Point(id, platform::PointerAction::kRelease, x, y); }
+  void Tick();  ///< the timer fires, which must have been set
   bool MoveFocus(ControlName to);
   void Paint(ControlName id);  ///< on nothing
   void Paint(ControlName id, platform::Canvas& canvas, const platform::RECT& place) { logic_->Draw(id, canvas, place); }
@@ -75,6 +89,8 @@ class ScriptedDialog : public platform::Dialog {
   int beeps = 0;
   std::vector<platform::MenuItem> menu;
   uint16_t menu_choice = 0;
+  uint32_t timer = 0;  ///< milliseconds, 0 if none is set
+  std::u16string clipboard;
   std::function<void()> while_menu_is_open = [] {};
 
   // Dialog
@@ -94,6 +110,7 @@ class ScriptedDialog : public platform::Dialog {
   bool IsChecked(ControlId id) const override { return (*this)[id].checked; }
   void SetRange(ControlId id, int minimum, int maximum) override;
   void SetPosition(ControlId id, int position) override { Of(id).position = position; }
+  void SetSteps(ControlId id, const platform::BarSteps& steps) override { Of(id).steps = steps; }
   int Position(ControlId id) const override { return (*this)[id].position; }
   void SetRows(ControlId id, std::span<const platform::ListRow> rows) override;
   void SelectRow(ControlId id, int row) override;
@@ -102,19 +119,29 @@ class ScriptedDialog : public platform::Dialog {
   void SelectRows(ControlId id, std::span<const int> rows) override { Of(id).selected = {rows.begin(), rows.end()}; }
   void Repaint(ControlId id) override { ++Of(id).repaints; }
   void RepaintArea(ControlId id, const platform::RECT& area) override { Of(id).repainted.push_back(area); }
+  platform::RECT PlaceArea(ControlId id) const override;
+  void SetCursor(ControlId id, uint32_t cursor) override { Of(id).cursor = cursor; }
   void SetDescription(ControlId id, std::u16string_view text) override { Of(id).description = text; }
   void SetPicture(ControlId id, uint32_t picture, uint32_t) override { Of(id).picture = picture; }
+  std::optional<platform::PixelImage> Pixels(uint32_t number) const override;
+  std::vector<platform::FontFamily> FontFamilies() const override;
+  void SetTimer(uint32_t milliseconds) override { timer = milliseconds; }
   int RunDialog(uint16_t dialog, platform::DialogLogic* logic) override;
   void End(int result) override;
   uint16_t PopupMenu(ControlId, std::span<const platform::MenuItem> items) override;
-  std::optional<std::u16string> AskFileName(const platform::FileQuestion&) override { return std::nullopt; }
+  std::optional<std::u16string> AskFileName(const platform::FileQuestion& question) override;
+  std::optional<std::u16string> AskFolder(std::u16string_view title, std::u16string_view folder) override;
+  std::u16string ClipboardText() const override { return clipboard; }
+  bool RunBusy(const platform::BusyWork& busy) override;
   void Beep() override { ++beeps; }
   void ShowHelp(uint32_t topic, ControlId control) override { help = {topic, control}; }
   void MarkChanged() override { ++changes; }
 
  private:
   Control& Of(ControlId id);
+  const platform::ControlTemplate* PlanOf(ControlId id) const;
   bool Reach(ControlId id);
+  void Point(ControlId id, platform::PointerAction action, int x, int y);
 
   ScriptedDesk& desk_;
   uint16_t number_;
@@ -124,6 +151,7 @@ class ScriptedDialog : public platform::Dialog {
   Control none_;
   std::set<ControlId> strangers_;
   ControlId focused_ = 0;
+  ControlId held_ = 0;  ///< the place on which the button went down
   bool ended_ = false;
   int result_ = 0;
 };
@@ -137,6 +165,9 @@ class ScriptedDesk : public platform::MessageDesk {
   ~ScriptedDesk() override;
 
   void Answer(int button) { answers_.push_back(button); }
+  /// The answer to a question for a file or a folder; nothing: the user gives none. Without a script he gives none
+  /// either.
+  void AnswerPath(std::optional<std::u16string> path) { paths_.push_back(std::move(path)); }
   void Expect(DialogName dialog, Script script) { dialogs_.emplace_back(dialog, std::move(script)); }
   /// Around the start of a dialog's logic.
   std::function<void(const std::function<void()>&)> while_starting = [](const auto& start) { start(); };
@@ -146,9 +177,15 @@ class ScriptedDesk : public platform::MessageDesk {
 
   int Show(platform::HWND owner, std::u16string_view text, std::u16string_view caption, platform::DWORD flags) override;
   int Run(uint16_t dialog, platform::DialogLogic* logic);
+  std::optional<std::u16string> TakePath(std::u16string_view title);
+
+  std::map<uint32_t, platform::PixelImage> pictures;  ///< of the resource module, by number
+  std::vector<platform::FontFamily> families;
+  bool cancels_busy = false;  ///< whether the user cancels work at once
 
  private:
   std::deque<int> answers_;
+  std::deque<std::optional<std::u16string>> paths_;
   std::deque<std::pair<uint16_t, Script>> dialogs_;
   std::string told_;
 };
