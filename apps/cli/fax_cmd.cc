@@ -1,4 +1,4 @@
-// `heron fax`: recipients, cover sheet and phone book of the faxes that a printer sends.
+// `heron fax`: recipients and cover sheet of the faxes that a printer sends.
 
 #include <CLI/CLI.hpp>
 
@@ -7,9 +7,10 @@
 namespace heron::cli {
 
 void AddFaxCommands(CLI::App& app) {
-  CLI::App* group = AddCommand(app, "fax", "Manage recipients, cover sheet and phone book of faxes");
+  CLI::App* group = AddCommand(app, "fax", "Manage recipients and cover sheet of faxes");
   group->require_subcommand(1);
   AddRecipientCommands(*group);
+  AddCoverCommands(*group);
 }
 
 }  // namespace heron::cli

@@ -10,6 +10,7 @@ namespace heron::cli {
 
 /// Each adds its group of subcommands to `fax`.
 void AddRecipientCommands(CLI::App& fax);
+void AddCoverCommands(CLI::App& fax);
 
 /// A recipient of `NUMBER[=NAME]` for a single job.
 pages::NewRecipient ParseRecipient(const std::string& text);

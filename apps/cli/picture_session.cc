@@ -7,6 +7,7 @@
 
 #include "engine/sizes.h"
 #include "library_text.h"
+#include "pages/cover_preview.h"
 #include "pages/dialog_pictures.h"
 #include "platform/api/text.h"
 #include "preview/geometry.h"
@@ -30,8 +31,9 @@ constexpr KindName kKinds[] = {{"paper", PictureKind::kPaper},
                                {"machine", PictureKind::kMachine},
                                {"device", PictureKind::kDevice},
                                {"status", PictureKind::kStatus},
-                               {"margin", PictureKind::kMargin}};
-constexpr std::string_view kUnbuiltKinds[] = {"quality", "watermark", "cover"};
+                               {"margin", PictureKind::kMargin},
+                               {"cover", PictureKind::kCover}};
+constexpr std::string_view kUnbuiltKinds[] = {"quality", "watermark"};
 
 PictureKind KindOf(const PictureOptions& options) {
   if (std::ranges::count(kUnbuiltKinds, options.kind) != 0)
@@ -124,13 +126,33 @@ Json MarginJson(const UiState& ui) {
           {"says", platform::ToUtf8(preview::SayPaper(preview::DescribePaper(ui), preview::PaperFactsOf(ui)))}};
 }
 
+/// The sheet's texts and switches are `heron fax cover show`'s; the picture is drawn from them at once.
+Json CoverJson(const UiState& ui) {
+  if (ui.stores.faxCover == nullptr) throw std::bad_alloc();
+  const FaxCoverStore& store = *ui.stores.faxCover;
+  const platform::RECT sheet =
+      pages::CoverSheetIn(ui, {0, 0, pages::kCoverPictureSize.cx, pages::kCoverPictureSize.cy});
+  return {{"descriptor",
+           {{"style", store.style},
+            {"paper", store.fcsPaper},
+            {"pages", store.pagenum},
+            {"zoom", store.zoom},
+            {"x", store.xPosition},
+            {"y", store.yPosition},
+            {"sheet", {sheet.left, sheet.top, sheet.right, sheet.bottom}},
+            {"recipients", ui.head().faxRowCount}}},
+          {"layers", Json::array()},
+          {"labels", Json::array()},
+          {"says", "fax cover sheet, style " + std::to_string(store.style)}};
+}
+
 }  // namespace
 
 void PictureOptions::AddTo(CLI::App& app) {
   std::vector<std::string> names;
   for (const KindName& known : kKinds) names.emplace_back(known.name);
   names.insert(names.end(), std::begin(kUnbuiltKinds), std::end(kUnbuiltKinds));
-  app.add_option("KIND", kind, "paper, machine, device, status or margin")->required()->check(CLI::IsMember(names));
+  app.add_option("KIND", kind, "paper, machine, device, status, margin or cover")->required()->check(CLI::IsMember(names));
   app.add_option("-p,--printer", printer, "Printer whose settings to use")->required();
   app.add_option("--in", in, "Record to show instead of your own for this printer (- for standard input)");
   app.add_option("--entry", entry, "Saved settings to show, by name or number");
@@ -207,6 +229,8 @@ Json PictureSession::Answer() {
       return StatusJson(ui());
     case PictureKind::kMargin:
       return MarginJson(ui());
+    case PictureKind::kCover:
+      return CoverJson(ui());
     case PictureKind::kPaper:
       break;
   }

@@ -13,7 +13,7 @@
 
 namespace heron::cli {
 
-enum class PictureKind { kPaper, kMachine, kDevice, kStatus, kMargin };
+enum class PictureKind { kPaper, kMachine, kDevice, kStatus, kMargin, kCover };
 
 struct PictureOptions {
   std::string kind;
@@ -34,7 +34,7 @@ struct PictureOptions {
 };
 
 /// The working settings of a picture: a printer's own ones, a record's or an entry's, with the changes of the options
-/// made on them and kept nowhere. Throws exit codes as `heron settings` does; `quality`, `watermark` and `cover` are
+/// made on them and kept nowhere. Throws exit codes as `heron settings` does; `quality` and `watermark` are
 /// known kinds that end with a failure.
 class PictureSession {
  public:

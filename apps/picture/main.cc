@@ -14,6 +14,7 @@
 #include "apps/desk/picture_cache.h"
 #include "apps/desk/screen_canvas.h"
 #include "catalog/strings.h"
+#include "pages/cover_preview.h"
 #include "pages/dialog_pictures.h"
 #include "preview/geometry.h"
 #include "preview/painter.h"
@@ -31,6 +32,7 @@ platform::SIZE SizeOf(PictureKind kind, int scale) {
   constexpr platform::SIZE kMarginSize = {pages::kMarginPictureSize, pages::kMarginPictureSize};
   const auto [width, height] = kind == PictureKind::kStatus   ? preview::kStatusSize
                                : kind == PictureKind::kMargin ? kMarginSize
+                               : kind == PictureKind::kCover  ? pages::kCoverPictureSize
                                                               : preview::kUpperSize;
   return {width * scale, height * scale};
 }
@@ -46,6 +48,10 @@ void DrawKind(PictureKind kind, UiState& ui, platform::Canvas& canvas, const REC
       return preview::DrawMachineBase(canvas, place, ui);
     case PictureKind::kStatus:
       return preview::DrawStatusPanel(canvas, place, ui);
+    case PictureKind::kCover: {
+      const StringsInUse texts;
+      return pages::DrawCoverPreview(ui, canvas, place);
+    }
     case PictureKind::kMargin:
       const pages::MarginPicture picture = pages::DescribeMargin(ui);
       canvas.DrawResource(pages::MarginFrame(picture), place, {});

@@ -4,6 +4,7 @@
 #include "changes/commit.h"
 #include "changes/reports.h"
 #include "engine/page_list.h"
+#include "pages/fax_page.h"
 #include "pages/paper_page.h"
 #include "pages/plain_pages.h"
 #include "pages/preset_menu.h"
@@ -227,6 +228,7 @@ void Page::SelectView(ControlId id) {
 std::unique_ptr<platform::DialogLogic> MakePage(SheetContext& sheet, const PageRow& row) {
   if (!row.isBuilt) return std::make_unique<UnbuiltPage>(sheet, row);
   if (row.number == kDocumentPages[0].number) return std::make_unique<PaperPage>(sheet, row);
+  if (row.number == dialog::kFaxPage) return std::make_unique<FaxPage>(sheet, row);
   return std::make_unique<VersionPage>(sheet, row);
 }
 
