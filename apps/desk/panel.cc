@@ -116,18 +116,20 @@ void Panel::ConnectRows(const FormControl& control) {
     connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this, selected);
     connect(view, &QAbstractItemView::doubleClicked, this,
             [this, id] { Tell([id](DialogLogic& logic) { logic.RowActivated(id); }); });
-    auto* const mouse = dynamic_cast<RowMouse*>(control.widget);
-    mouse->clicked = [this, id](int row) { Tell([=](DialogLogic& logic) { logic.RowClicked(id, row); }); };
-    if (control.plan->moves) {
-      mouse->moved = [this, id](int from, int to) {
-        Tell([=](DialogLogic& logic) { logic.RowMoved(id, from, to); });
-      };
-    }
+    if (auto* const mouse = dynamic_cast<RowMouse*>(control.widget)) ConnectMouse(*mouse, *control.plan);
     if (auto* const tree = qobject_cast<QTreeView*>(view)) {
       connect(tree->header(), &QHeaderView::sectionClicked, this,
               [this, id](int column) { Tell([=](DialogLogic& logic) { logic.HeadingClicked(id, column); }); });
     }
   }
+}
+
+void Panel::ConnectMouse(RowMouse& mouse, const platform::ControlTemplate& plan) {
+  mouse.clicked = [this, id = plan.id](int row) { Tell([=](DialogLogic& logic) { logic.RowClicked(id, row); }); };
+  if (!plan.moves) return;
+  mouse.moved = [this, id = plan.id](int from, int to) {
+    Tell([=](DialogLogic& logic) { logic.RowMoved(id, from, to); });
+  };
 }
 
 void Panel::ConnectText(const FormControl& control) {

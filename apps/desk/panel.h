@@ -16,6 +16,7 @@ class QTimer;
 namespace heron::desk {
 
 class KeyFilter;
+class RowMouse;
 
 /// The window around a panel.
 class PanelFrame {
@@ -102,6 +103,7 @@ class Panel final : public QWidget, public platform::Dialog {
   platform::ControlId NumberOf(const QWidget* widget) const;
   void Connect(const FormControl& control);
   void ConnectRows(const FormControl& control);
+  void ConnectMouse(RowMouse& mouse, const platform::ControlTemplate& plan);
   void ConnectText(const FormControl& control);
   /// Reports an event to the logic, unless the logic caused it.
   template <typename Call>

@@ -143,7 +143,7 @@ void ScriptedDialog::Spin(ControlName id, int position) {
 
 bool ScriptedDialog::SelectSeveral(ControlName id, std::vector<int> rows) {
   if (!Reach(id)) return false;
-  EXPECT_TRUE(PlanOf(id)->several) << NameOfControl(id);
+  EXPECT_TRUE(PlanOf(id).several) << NameOfControl(id);
   std::ranges::sort(rows);
   Of(id).selected = std::move(rows);
   logic_->RowSelected(id);
@@ -192,7 +192,7 @@ void ScriptedDialog::PressKey(ControlName id, platform::ListKey key) {
 
 void ScriptedDialog::DragRow(ControlName id, int from, int to) {
   if (!Reach(id)) return;
-  EXPECT_TRUE(PlanOf(id)->moves) << NameOfControl(id);
+  EXPECT_TRUE(PlanOf(id).moves) << NameOfControl(id);
   logic_->RowMoved(id, from, to);
 }
 
@@ -248,14 +248,16 @@ ScriptedDialog::Control& ScriptedDialog::Of(ControlId id) {
   return none_ = {};
 }
 
-const platform::ControlTemplate* ScriptedDialog::PlanOf(ControlId id) const {
+/// Of a number that the template hasn't got, nothing.
+const platform::ControlTemplate& ScriptedDialog::PlanOf(ControlId id) const {
+  static const platform::ControlTemplate kNone;
   const auto row = std::ranges::find(template_.controls, id, &platform::ControlTemplate::id);
-  return row == template_.controls.end() ? nullptr : &*row;
+  return row == template_.controls.end() ? kNone : *row;
 }
 
 platform::RECT ScriptedDialog::PlaceArea(ControlId id) const {
-  const platform::ControlTemplate* const plan = PlanOf(id);
-  return plan == nullptr ? platform::RECT{} : platform::RECT{0, 0, plan->width, plan->height};
+  const platform::ControlTemplate& plan = PlanOf(id);
+  return {0, 0, plan.width, plan.height};
 }
 
 std::optional<platform::PixelImage> ScriptedDialog::Pixels(uint32_t number) const {

@@ -139,7 +139,7 @@ class ScriptedDialog : public platform::Dialog {
 
  private:
   Control& Of(ControlId id);
-  const platform::ControlTemplate* PlanOf(ControlId id) const;
+  const platform::ControlTemplate& PlanOf(ControlId id) const;
   bool Reach(ControlId id);
   void Point(ControlId id, platform::PointerAction action, int x, int y);
 
