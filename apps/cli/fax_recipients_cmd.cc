@@ -3,13 +3,12 @@
 // Each change is committed at once, as an Apply of the fax page does.
 
 #include <CLI/CLI.hpp>
-#include <cstdio>
+#include <cstring>
 #include <iostream>
 #include <memory>
 
 #include "fax_commands.h"
 #include "platform/api/text.h"
-#include "platform/sqlite/store.h"
 #include "settings_session.h"
 #include "terminal_view.h"
 
@@ -141,21 +140,6 @@ void Change(const RecipientOptions& options, const std::function<void(RecipientT
   Answer(options, *table);
 }
 
-std::string ReadText(const std::string& path) {
-  std::vector<uint8_t> bytes;
-  if (path == "-") {
-    bytes.resize(kLargestList + 1);
-    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), stdin));
-    if (bytes.size() > kLargestList) throw Failure(kFailed, "standard input is longer than 1 MiB");
-  } else if (const int failed = store::ReadFileBytes(path, kLargestList, &bytes); failed != 0) {
-    throw Failure(failed == ENOENT ? kNotFound : failed == EACCES ? kNotPermitted : kFailed,
-                  "can't read \"" + Printable(path) + "\": " + std::strerror(failed));
-  }
-  std::string text(bytes.begin(), bytes.end());
-  constexpr std::string_view kMark = "\xEF\xBB\xBF";
-  return text.starts_with(kMark) ? text.substr(kMark.size()) : text;
-}
-
 NewRecipient RecipientOf(const RecipientOptions& options) {
   return {.name = platform::FromUtf8(options.name),
           .number = platform::FromUtf8(options.number),
@@ -186,7 +170,7 @@ void Add(const RecipientOptions& options) {
   if (options.number.empty() == options.file.empty())
     throw Failure(kUsage, "give one fax number, or a table of names and numbers with --from");
   if (options.file.empty()) return Change(options, [&](auto& table) { AddOrThrow(table, RecipientOf(options)); });
-  const std::string text = ReadText(options.file);
+  const std::string text = ReadTextFile(options.file, kLargestList);
   Change(options, [&](RecipientTable& table) { AddFile(table, text, options); });
 }
 

@@ -8,6 +8,7 @@
 #include <memory>
 #include <qpdf/QPDFExc.hh>
 
+#include "common/address_file.h"
 #include "document.h"
 #include "entry/exports.h"
 #include "fax_file.h"
@@ -181,7 +182,8 @@ class JobRecipients {
  public:
   JobRecipients(const PrintRequest& request, Bytes& record) {
     if (!request.recipients || record.size() != kEnvSize) return;
-    id_ = MakeAddressFile(*request.recipients);
+    const auto* const bytes = reinterpret_cast<const uint8_t*>(&*request.recipients);
+    id_ = cli::MakeAddressCopy({bytes, sizeof *request.recipients});
     if (id_ == 0) cli::FailStore("store the recipients of the job");
     DriverEnv env;
     std::ranges::copy(record, env.bytes.begin());
@@ -189,7 +191,7 @@ class JobRecipients {
     Set<"faxAddressCount">(env, static_cast<uint16_t>(request.recipients->count));
     std::ranges::copy(env.bytes, record.begin());
   }
-  ~JobRecipients() { DeleteAddressFile(id_); }
+  ~JobRecipients() { cli::DeleteAddressCopy(id_); }
   JobRecipients(const JobRecipients&) = delete;
   JobRecipients& operator=(const JobRecipients&) = delete;
 

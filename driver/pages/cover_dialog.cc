@@ -70,9 +70,12 @@ constexpr std::array<NumberField, 2> kNumbers = {{
     {kZoom, kZoomSpin, &FaxCoverStore::zoom, kMinCoverZoom, kMaxCoverZoom, text::kZoom},
 }};
 
-const NumberField* NumberOf(ControlId id) {
-  const auto row = std::ranges::find_if(kNumbers, [id](const auto& r) { return r.field == id || r.spin == id; });
-  return row == kNumbers.end() ? nullptr : &*row;
+bool IsNumber(ControlId id) {
+  return std::ranges::any_of(kNumbers, [id](const auto& row) { return row.field == id || row.spin == id; });
+}
+/// Of a number's field or spin.
+const NumberField& NumberOf(ControlId id) {
+  return kNumbers[id == kPages || id == kPagesSpin ? 0 : 1];
 }
 
 template <size_t N>
@@ -223,14 +226,14 @@ void CoverDialog::OnTextChanged(ControlId id) {
     store().lineNum = CountCommentLines(CoverText(store().text));
   }
   if (id == kTemplate) Put(store().fixedform, typed.empty() ? GetUiString(text::kFaxGreeting) : typed);
-  if (NumberOf(id) != nullptr) TakeNumber(id, ParseNumber(typed));
+  if (IsNumber(id)) TakeNumber(id, ParseNumber(typed));
   if (id == kX || id == kY) TakePosition(id);
   Repaint();
 }
 
 /// A number outside its range isn't stored; the field is checked when it is left.
 void CoverDialog::TakeNumber(ControlId field, uint32_t number) {
-  const NumberField& row = *NumberOf(field);
+  const NumberField& row = NumberOf(field);
   if (number < row.minimum || number > row.maximum) return;
   store().*row.number = number;
   dialog().SetPosition(row.spin, static_cast<int>(number));
@@ -248,9 +251,9 @@ void CoverDialog::TakePosition(ControlId field) {
 
 void CoverDialog::OnPositionChanged(ControlId id) {
   const int position = std::max(dialog().Position(id), 0);
-  if (const NumberField* row = NumberOf(id)) {
-    dialog().SetText(row->field, NumberText(position));
-    TakeNumber(row->field, static_cast<uint32_t>(position));
+  if (IsNumber(id)) {
+    dialog().SetText(NumberOf(id).field, NumberText(position));
+    TakeNumber(NumberOf(id).field, static_cast<uint32_t>(position));
   }
   if (id == kXSpin || id == kYSpin) {
     const ControlId field = id == kXSpin ? kX : kY;
@@ -285,7 +288,7 @@ bool CoverDialog::AcceptsKey(ControlId id, const platform::TypedKey& key) {
 }
 
 bool CoverDialog::CheckNumber(ControlId field) {
-  const NumberField& row = *NumberOf(field);
+  const NumberField& row = NumberOf(field);
   const uint32_t typed = ParseNumber(dialog().Text(field));
   if (typed >= row.minimum && typed <= row.maximum) return true;
   const uint32_t limit = typed < row.minimum ? row.minimum : row.maximum;
@@ -325,7 +328,7 @@ bool CoverDialog::CheckFile() {
 
 bool CoverDialog::MayLeave(ControlId id, ControlId to) {
   if (checking_ || to == kCancelButton || to == kDefaults) return true;
-  if (NumberOf(id) != nullptr && dialog().IsEnabled(id)) return CheckNumber(id);
+  if (IsNumber(id) && dialog().IsEnabled(id)) return CheckNumber(id);
   if (id == kTemplate) CheckTemplateText();
   return id != kFile || to == kBrowse || CheckFile();
 }

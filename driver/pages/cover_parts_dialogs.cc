@@ -27,7 +27,7 @@ struct StoreField {
 constexpr StoreField kSenderFields[] = {
     {1239, &FaxCoverStore::senderCompany1}, {1240, &FaxCoverStore::senderCompany2}, {1243, &FaxCoverStore::senderName},
     {1241, &FaxCoverStore::senderTelnum},   {1242, &FaxCoverStore::senderFaxnum},   {1244, &FaxCoverStore::senderEmail}};
-constexpr StoreField kRecipientFields[] = {{1294, &FaxCoverStore::receiptCompany1},
+constexpr StoreField kReceiptFields[] = {{1294, &FaxCoverStore::receiptCompany1},
                                            {1296, &FaxCoverStore::receiptCompany2},
                                            {1298, &FaxCoverStore::receiptName},
                                            {1207, &FaxCoverStore::receiptFaxnum}};
@@ -131,7 +131,7 @@ void CoverRecipientDialog::OnInitialise() {
     kind = personal::kTyped;
   }
   SettingsView::OnInitialise();
-  ShowFields(dialog(), settings, kRecipientFields);
+  ShowFields(dialog(), settings, kReceiptFields);
   dialog().Enable(kAllOnOne, count <= kMostDetailed);
   dialog().Enable(kOneEach, count <= kMostDetailed);
   dialog().Enable(kTyped, count > 0);
@@ -140,13 +140,13 @@ void CoverRecipientDialog::OnInitialise() {
 
 void CoverRecipientDialog::EnableFields() {
   const bool typed = Setting<u"lpFaxCover_ReceivePersonal">(ui()) == value::lpFaxCover_ReceivePersonal::kTyped;
-  for (const StoreField& row : kRecipientFields) dialog().Enable(row.field, typed);
+  for (const StoreField& row : kReceiptFields) dialog().Enable(row.field, typed);
   for (const ControlId id : kRecipientLabels) dialog().Enable(id, typed);
   dialog().Enable(kTakeFirst, typed && ui().head().faxRowCount > 0);
 }
 
 void CoverRecipientDialog::TakeFirst() {
-  const bool filled = std::ranges::any_of(kRecipientFields, [this](const StoreField& row) {
+  const bool filled = std::ranges::any_of(kReceiptFields, [this](const StoreField& row) {
     return !dialog().Text(row.field).empty();
   });
   constexpr platform::DWORD kQuestion = platform::MB_YESNO | platform::MB_ICONQUESTION;
@@ -168,7 +168,7 @@ void CoverRecipientDialog::TakeFirst() {
 void CoverRecipientDialog::OnButton(ControlId id) {
   if (id == kTakeFirst) return TakeFirst();
   if (id != kOkButton && id != kCancelButton) return;
-  if (id == kOkButton) StoreFields(dialog(), ui(), kRecipientFields);
+  if (id == kOkButton) StoreFields(dialog(), ui(), kReceiptFields);
   dialog().End(id);
 }
 

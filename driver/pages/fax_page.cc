@@ -305,7 +305,8 @@ bool FaxPage::AcceptsKey(ControlId id, const platform::TypedKey& key) {
   constexpr char16_t kFirstPrintable = 32;
   constexpr size_t kSigns = 30;
   if (id != kNumber || key.character < kFirstPrintable) return Page::AcceptsKey(id, key);
-  return GetUiString(text::kFaxNumberSigns).substr(0, kSigns).find(key.character) != std::u16string_view::npos;
+  const std::u16string_view signs = GetUiString(text::kFaxNumberSigns);
+  return signs.substr(0, kSigns).find(key.character) != std::u16string_view::npos;
 }
 
 /// The pictures of the page say what goes out: to whom, and with a cover sheet or without.

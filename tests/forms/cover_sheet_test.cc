@@ -85,7 +85,7 @@ TEST_F(CoverTest, BlocksFollowEachOtherFromTheTop) {
   Put(store.senderName, u"Anna");
   Put(store.text, u"a\tb\r\n\r\nc\n");
   EXPECT_EQ(Draw(),
-            "2026-03-09 @1299,157 h33\n"      // right-aligned at 1587 - 118
+            "2026-03-09 @1304,157 h33\n"      // right-aligned at 1587 - 118
             "TITLE @118,206 h133\n"           // a bar of 16 above
             "To:  @118,402 h50\n"             // 190 + 133 + 79
             "everybody @218,402 h50\n"        // beside the label
