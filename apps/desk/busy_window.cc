@@ -27,7 +27,10 @@ constexpr int kSecond = 1000;
 class BusyWindow final : public QDialog {
  public:
   BusyWindow(QWidget* parent, const platform::BusyWork& busy, std::stop_source& stop)
-      : QDialog(parent), stop_(stop), elapsed_(new QLabel(this)), cancel_(new QPushButton(QStringLiteral("Cancel"), this)) {
+      : QDialog(parent),
+        stop_(stop),
+        elapsed_(new QLabel(this)),
+        cancel_(new QPushButton(QStringLiteral("Cancel"), this)) {
     setObjectName(QStringLiteral("busy"));
     setWindowTitle(ToQt(busy.title));
     setWindowModality(Qt::ApplicationModal);
@@ -67,8 +70,8 @@ class BusyWindow final : public QDialog {
   void ShowElapsed() {
     const qint64 seconds = clock_.elapsed() / kSecond;
     const QString time = QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar(u'0'));
-    const QString text = stop_.stop_requested() ? QStringLiteral("Cancelling. Elapsed time: %1")
-                                                : QStringLiteral("Elapsed time: %1");
+    const QString text =
+        stop_.stop_requested() ? QStringLiteral("Cancelling. Elapsed time: %1") : QStringLiteral("Elapsed time: %1");
     elapsed_->setText(text.arg(time));
   }
 

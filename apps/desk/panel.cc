@@ -166,9 +166,9 @@ namespace {
 using platform::ListKey;
 
 constexpr std::pair<int, ListKey> kListKeys[] = {
-    {Qt::Key_Up, ListKey::kUp},         {Qt::Key_Down, ListKey::kDown},         {Qt::Key_PageUp, ListKey::kPageUp},
-    {Qt::Key_Home, ListKey::kHome},     {Qt::Key_End, ListKey::kEnd},           {Qt::Key_PageDown, ListKey::kPageDown},
-    {Qt::Key_Insert, ListKey::kInsert}, {Qt::Key_Delete, ListKey::kDelete},     {Qt::Key_Space, ListKey::kSpace},
+    {Qt::Key_Up, ListKey::kUp},         {Qt::Key_Down, ListKey::kDown},     {Qt::Key_PageUp, ListKey::kPageUp},
+    {Qt::Key_Home, ListKey::kHome},     {Qt::Key_End, ListKey::kEnd},       {Qt::Key_PageDown, ListKey::kPageDown},
+    {Qt::Key_Insert, ListKey::kInsert}, {Qt::Key_Delete, ListKey::kDelete}, {Qt::Key_Space, ListKey::kSpace},
 };
 
 std::optional<ListKey> ListKeyOf(const QKeyEvent& event) {

@@ -317,7 +317,8 @@ platform::RECT Panel::PlaceArea(ControlId id) const {
 void Panel::SetCursor(ControlId id, uint32_t cursor) {
   const FormControl* const control = Find(id);
   if (control == nullptr || control->widget == nullptr) return;
-  const QPixmap picture = cursor == platform::kArrowCursor ? QPixmap() : resources_.Picture(cursor, devicePixelRatioF());
+  const QPixmap picture =
+      cursor == platform::kArrowCursor ? QPixmap() : resources_.Picture(cursor, devicePixelRatioF());
   if (picture.isNull()) return control->widget->unsetCursor();
   control->widget->setCursor(QCursor(picture));  // its hot spot is in its middle
 }

@@ -78,8 +78,10 @@ class Seam : public ::testing::Test {
     window.Run();
   }
   static void Fill(Panel& panel) {
-    const ListRow rows[] = {{.text = u"1-3", .cells = {u"Tray 1"}}, {.text = u"4", .grey = true},
-                            {.text = u"5", .color = platform::COLORREF{0x0000FF}}, {.text = u"6"}};
+    const ListRow rows[] = {{.text = u"1-3", .cells = {u"Tray 1"}},
+                            {.text = u"4", .cells = {}, .grey = true},
+                            {.text = u"5", .cells = {}, .color = platform::COLORREF{0x0000FF}},
+                            {u"6", {}}};
     panel.SetRows(kRows, rows);
     panel.SetRows(kPlain, rows);
   }
@@ -197,7 +199,7 @@ TEST_F(Seam, RowsHaveTheirOwnColoursAndSeveralCanBeSelected) {
     panel.SelectRows(kRows, rows);
     EXPECT_EQ(panel.SelectedRows(kRows), (std::vector{1, 3}));
     const std::u16string family = BuiltResources().Text(21002).toStdU16String();  // any name but the window's
-    const ListRow lettered[] = {{.text = u"a", .font = family}};
+    const ListRow lettered[] = {{.text = u"a", .cells = {}, .font = family}};
     panel.SetRows(kRows, lettered);
     EXPECT_EQ(model->index(0, 0).data(Qt::FontRole).value<QFont>().family().toStdU16String(), family);
   });
@@ -250,7 +252,7 @@ TEST_F(Seam, PixelsOfAPictureAreThoseThatACanvasDraws) {
   });
 }
 
-TEST_F(Seam, ATimerGoesOnUnderAMessageAndStops) {
+TEST_F(Seam, ATimerFiresUntilItIsStopped) {
   Run([&](Panel& panel) {
     int fired = 0;
     logic.on_timer = [&] {

@@ -59,6 +59,7 @@ TEST_F(SettingsViewTest, AControlThatTheEngineDoesntKnowShowsAndStoresItsSetting
   };
   OpenPage();
   engine::Setting<u"CoverSheet">(ui()) = 1;
+  engine::Setting<u"EcmTab">(ui()) = 0;
   Run("fax", kControls, [&](ScriptedDialog& dialog, BoundDialog& logic) {
     EXPECT_TRUE(dialog["CoverSheet"].checked);
     EXPECT_EQ(dialog["lpQuality"].rows.size(), 3U);
@@ -104,7 +105,7 @@ TEST_F(SettingsViewTest, EventsReachAPageBetweenItsStartAndItsEnd) {
   EXPECT_FALSE(logic.TakesListKey(1103, ListKey::kDelete));
   EXPECT_EQ(logic.events, "") << "not before it is initialised";
   desk.Expect("edit-watermarks", [&](ScriptedDialog& dialog) {
-    const platform::ListRow rows[] = {{.text = u"A"}, {.text = u"B"}};
+    const platform::ListRow rows[] = {{u"A", {}}, {u"B", {}}};
     dialog.SetRows(1103, rows);
     dialog.Select(1103, 1);
     dialog.PressKey(1103, ListKey::kDelete);
