@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <utility>
 
 #include "platform/api/files.h"
 #include "settings/driver_env.h"
@@ -42,7 +43,7 @@ Bytes ReadCopy(uint32_t id) {
 }
 
 uint32_t FileOf(const Bytes& record) {
-  if (record.size() != kEnvSize || !IsOwnEnv(record.data())) return 0;
+  if (record.size() != kEnvSize) return 0;  // a record of another driver, which names no such file
   DriverEnv env;
   std::ranges::copy(record, env.bytes.begin());
   return Get<"faxAddressFileId">(env);
@@ -78,10 +79,14 @@ SheetRecipients::SheetRecipients(Bytes& record) {
   std::ranges::copy(record, env.bytes.begin());
   Set<"faxAddressFileId">(env, id_);
   std::ranges::copy(env.bytes, record.begin());
+  named_ = named;
 }
 
 void SheetRecipients::Kept(const Bytes& stored) {
-  if (FileOf(stored) == id_) id_ = 0;
+  const uint32_t now = FileOf(stored);
+  if (now != id_ && now != 0) return;  // another program's record stayed
+  DeleteAddressCopy(std::exchange(named_, 0));
+  if (now == id_) id_ = 0;
 }
 
 }  // namespace heron::cli

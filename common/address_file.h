@@ -28,6 +28,7 @@ class SheetRecipients {
   void Kept(const Bytes& stored);
 
  private:
+  uint32_t named_ = 0;  ///< the file of before
   uint32_t id_ = 0;
 };
 

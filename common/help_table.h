@@ -90,9 +90,14 @@ inline constexpr HelpExample kHelpExamples[] = {
     {"heron print",           "heron print -p Office -o Watermark_Use=1 report.pdf --out draft"},
     {"heron fax",             "heron fax recipients add -p Office --name Anna -- 0211-5551"},
     {"heron fax recipients",  "heron fax recipients add -p Office --name Anna -- 0211-5551"},
-    {"heron fax recipients add", "heron fax recipients add -p Office --from people.csv"},
+    {"heron fax recipients add", "heron fax recipients add -p Office --name Bob -- 0211-5552"},
+    {"heron fax recipients add", "printf 'Zoe,0211-5553\\n' | heron fax recipients add -p Office --from -"},
     {"heron fax recipients list", "heron fax recipients list -p Office --json"},
     {"heron fax recipients sort", "heron fax recipients sort name -p Office"},
+    {"heron fax cover",       "heron fax cover show -p Office"},
+    {"heron fax cover set",   "heron fax cover set -p Office -- \"Subject=Our offer\" Style=2"},
+    {"heron fax phonebook",   "heron fax phonebook add --name Anna -- 0211-5551"},
+    {"heron fax phonebook list", "heron fax phonebook list --search anna"},
     {"heron print",           "cat letter.txt | heron print -p Office - --out piped"},
 };
 // clang-format on

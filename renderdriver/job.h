@@ -108,6 +108,7 @@ struct Job {
   FaxTime faxTime;
   uint32_t rangeFirst = 0, rangeEnd = 0;
   uint32_t coverTotal = 0, coverIndex = 0;
+  uint32_t coverData = 0;  ///< what EscGetCoverData gave last
   std::u16string coverFolder, lastCoverFile;
   std::vector<std::u16string> coverFiles;
   std::vector<Transmission> covered;  ///< by cover sheet, as they came

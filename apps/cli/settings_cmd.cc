@@ -118,7 +118,8 @@ Outcome MakeAll(const SettingsOptions& options, SettingsSession& opened, const C
 /// Stores the record where it belongs, and reads it again: what was reported must be there. False, with nothing
 /// stored, if another program changed what it belongs to.
 bool Store(const SettingsOptions& options, Printer& printer, SettingsSession& opened, const Promises& promises) {
-  const Bytes record = opened.Record();
+  using Recipients = SettingsSession::Recipients;
+  const Bytes record = opened.Record(options.out.empty() ? Recipients::kShare : Recipients::kCopy);
   if (!options.out.empty()) {
     WriteRecord(options.out, record);
     opened.KeepNamedFiles();

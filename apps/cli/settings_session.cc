@@ -88,22 +88,20 @@ std::unique_ptr<engine::OpenedSettings> SettingsSession::ReadAgain() {
   return settings;
 }
 
-Bytes SettingsSession::Record() {
+Bytes SettingsSession::Record(Recipients recipients) {
   WriteBackUiState(*settings_->ui, env_, resources_.get(), AddressFile::kLeave);
-  WriteRecipients();
+  WriteRecipients(recipients);
   return {env_.bytes.begin(), env_.bytes.end()};
 }
 
-void SettingsSession::WriteRecipients() {
+void SettingsSession::WriteRecipients(Recipients recipients) {
   const auto now = std::make_unique<AddressBlock>();
   FillAddressBlock(ui(), now.get());
-  if (std::memcmp(now.get(), recipients_.get(), sizeof *now) == 0) return;
-  DropRecipients();
-  if (now->count == 0) {
-    old_file_ = Get<"faxAddressFileId">(env_);
-  } else if ((new_file_ = MakeAddressFile(*now)) == 0) {
-    FailStore("store the recipients");
-  }
+  const bool same = std::memcmp(now.get(), recipients_.get(), sizeof *now) == 0;
+  if (same && (recipients == Recipients::kShare || now->count == 0 || new_file_ != 0)) return;
+  if (new_file_ == 0) old_file_ = Get<"faxAddressFileId">(env_);
+  DeleteAddressFile(std::exchange(new_file_, 0));
+  if (now->count > 0 && (new_file_ = MakeAddressFile(*now)) == 0) FailStore("store the recipients");
   Set<"faxAddressFileId">(env_, new_file_);
   recipients_ = std::make_unique<AddressBlock>(*now);
 }
@@ -114,7 +112,7 @@ void SettingsSession::DropRecipients() {
 }
 
 void SettingsSession::KeepNamedFiles() {
-  // The file of removed recipients is the user's record's, which stays as it is.
+  // The file of before belongs to the record of before, which stays as it is.
   old_file_ = 0;
   if (new_file_ != 0) RecordAddressFile(GetText<"dmDeviceName">(env_), std::exchange(new_file_, 0));
 }

@@ -49,7 +49,8 @@ class SettingsSession {
   std::unique_ptr<engine::OpenedSettings> ReadAgain();
   /// The record that a confirmed sheet would return. Fax recipients that were changed go to a new file, which the
   /// record names: a file that a record names never changes, so that whoever compares records compares recipients too.
-  Bytes Record();
+  enum class Recipients { kShare, kCopy };  ///< whether a list that wasn't changed goes to a new file too
+  Bytes Record(Recipients recipients = Recipients::kShare);
   enum class Lists { kLeave, kWrite };  ///< whether the lists that the settings brought with them are written too
 
   /// Makes `record` what this kind of settings is kept as: the user's own working record, or the printer's saved one.
@@ -66,7 +67,7 @@ class SettingsSession {
 
  private:
   void OpenEnv();
-  void WriteRecipients();
+  void WriteRecipients(Recipients recipients);
   void DropRecipients();
   bool KeepRecord(const Bytes& record);
 
@@ -82,7 +83,7 @@ class SettingsSession {
   ListStoreSet lists_;         ///< the lists as they were read
   std::unique_ptr<AddressBlock> recipients_;  ///< those as they were read
   uint32_t new_file_ = 0;                     ///< address file that Record made, and nothing keeps yet
-  uint32_t old_file_ = 0;                     ///< address file of recipients that were all removed
+  uint32_t old_file_ = 0;                     ///< address file that the record of before names
   std::unique_ptr<engine::OpenedSettings> settings_;
 };
 

@@ -113,7 +113,7 @@ class JobTest(FaxJourney):
         self.assertEqual(self.numbers(), ["11"])
 
     def test_a_cover_sheet_for_each(self):
-        self.heron("fax", "cover", "set", "-p", "Office", "--", "Subject=Offer", "Text=One\nTwo\n", "FCSPaper=1",
+        self.heron("fax", "cover", "set", "-p", "Office", "--", "Subject=Quote", "Text=One\nTwo\n", "FCSPaper=1",
                    "Sender Name=Zoe")
         cover = ["CoverSheet=1", "lpFaxCover_ReceiveSetup=1", "lpFaxCover_ReceivePersonal=1", "FaxCover_ReceiveName=1",
                  "FaxCover_Subject=1", "FaxCover_SenderName=1"]
@@ -128,7 +128,7 @@ class JobTest(FaxJourney):
         sheets = text.stdout.decode().split("\f")
         self.assertIn("Anna", sheets[0])
         self.assertNotIn("Bob", sheets[0])
-        self.assertIn("Offer", sheets[1])
+        self.assertIn("Quote", sheets[1])
         self.assertIn("Bob", sheets[1])
         size = subprocess.run(["pdfinfo", folder / "pages.pdf"], capture_output=True, check=True).stdout.decode()
         self.assertRegex(size, r"Page size: +419\.\d+ x 595\.\d+")
@@ -137,7 +137,7 @@ class JobTest(FaxJourney):
 
 class CoverTest(FaxJourney):
     def test_fields_read_back_and_bad_ones_change_nothing(self):
-        self.fax("cover", "set", "--", "Subject=Hello", "Zoom=200", "X position=2500", "Text=a\nb\n", "FCSPaper=2")
+        self.fax("cover", "set", "Subject=Hello", "Zoom=200", "X position=2500", "Text=a\nb\n", "FCSPaper=2")
         shown = self.fax("cover", "show")
         self.assertEqual([shown["fields"][k] for k in ("Subject", "Zoom", "X position", "Text", "LineNum")],
                          ["Hello", 200, 2500, "a\r\nb\r\n", 2])
@@ -155,7 +155,7 @@ class PhoneBookTest(support.Journey):
         return self.json("fax", "phonebook", *arguments, **options)["entries"]
 
     def test_entries_come_and_go_by_file(self):
-        self.book("add", "--name", "Anna", "--group", "Board", "--", "0211-5")
+        self.book("add", "--name", "Anna", "--group", "Board", "0211-5")
         cards = ("BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Bob \\, Jr\r\nORG:Ltd;Sales\r\nTEL;TYPE=work,fax:+49 (211)\r\n  77\r\n"
                  "END:VCARD\r\nBEGIN:VCARD\r\nFN:No fax\r\nTEL;TYPE=CELL:1\r\nEND:VCARD\r\n")
         self.heron("fax", "phonebook", "import", "-", stdin=cards.encode())

@@ -270,8 +270,8 @@ TEST_F(CoverTest, PictureFiles) {
   backend.files.content[u"/system/logo.bmp"] = std::make_shared<std::vector<uint8_t>>(1);
   backend.files.content[u"/a/logo.png"] = std::make_shared<std::vector<uint8_t>>(1);
   const auto fault = [](std::u16string path) {
-    const CoverImageFault result = ValidateCoverImage(&path);
-    return std::to_string(static_cast<int>(result)) + ToUtf8(path);
+    const CoverImageFault found = ValidateCoverImage(&path);
+    return std::to_string(static_cast<int>(found)) + ToUtf8(path);
   };
   EXPECT_EQ(fault(u"logo"), "3/system/logo.bmp");
   EXPECT_EQ(fault(u".bmp"), "1.bmp");
