@@ -31,8 +31,8 @@ Bytes ReadCopy(uint32_t id) {
   constexpr uint32_t kNumberMask = 0xFFFF;
   if ((id & kNumberMask) == 0) return {};
   const std::u16string path = PathOf(&id);
-  const HANDLE file = path.empty() ? INVALID_HANDLE_VALUE
-                                   : CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
+  const HANDLE file =
+      path.empty() ? INVALID_HANDLE_VALUE : CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
   if (file == INVALID_HANDLE_VALUE) return {};
   Bytes bytes(kLargest);
   DWORD got = 0;
@@ -54,8 +54,8 @@ uint32_t FileOf(const Bytes& record) {
 uint32_t MakeAddressCopy(std::span<const uint8_t> bytes) {
   uint32_t id = 0;
   const std::u16string path = PathOf(&id);
-  const HANDLE file = path.empty() ? INVALID_HANDLE_VALUE
-                                   : CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS);
+  const HANDLE file =
+      path.empty() ? INVALID_HANDLE_VALUE : CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS);
   if (file == INVALID_HANDLE_VALUE) return 0;
   DWORD written = 0;
   const bool whole = WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written) != 0;

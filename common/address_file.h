@@ -1,7 +1,7 @@
 // Copies of a record's file of fax recipients, for programs that know the driver by its exports alone.
 //
-// The driver rewrites and takes the file that a record names. A job and an open sheet get a copy, so that the file of the
-// record that the user keeps stays what it was when that record was read.
+// The driver rewrites and takes the file that a record names. A job and an open sheet get a copy, so that the file of
+// the record that the user keeps stays what it was when that record was read.
 #pragma once
 
 #include <cstdint>

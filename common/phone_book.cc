@@ -93,9 +93,10 @@ bool Unpack(std::u16string_view packed, Entry* entry) {
 }
 
 bool ReadEntry(HKEY key, uint32_t id, Entry* entry) {
-  std::array<char16_t, kFields * (kLongestText + 1)> text{};
+  std::array<char16_t, kFields*(kLongestText + 1)> text{};
   DWORD type = 0, size = sizeof text;
-  if (RegQueryValueExW(key, NameOf(id).c_str(), &type, reinterpret_cast<uint8_t*>(text.data()), &size) != 0) return false;
+  if (RegQueryValueExW(key, NameOf(id).c_str(), &type, reinterpret_cast<uint8_t*>(text.data()), &size) != 0)
+    return false;
   if (type != REG_SZ) return false;
   entry->id = id;
   return Unpack({text.data(), static_cast<size_t>(std::ranges::find(text, u'\0') - text.begin())}, entry);
@@ -173,7 +174,8 @@ std::vector<std::string> Parts(std::string_view value) {
 
 std::string Upper(std::string_view text) {
   std::string upper(text);
-  std::ranges::transform(upper, upper.begin(), [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
+  std::ranges::transform(upper, upper.begin(),
+                         [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
   return upper;
 }
 
@@ -287,14 +289,15 @@ void TakeCell(Entry* entry, size_t column, const std::string& cell) {
 /// With a heading that names columns, or name and number in the first two.
 std::vector<Entry> ParseRows(std::string_view bytes) {
   const std::string_view first = bytes.substr(0, bytes.find('\n'));
-  const char separator = first.find('\t') != std::string_view::npos ? '\t'
+  const char separator = first.find('\t') != std::string_view::npos  ? '\t'
                          : first.find(';') != std::string_view::npos ? ';'
-                                                                      : ',';
+                                                                     : ',';
   std::vector<size_t> columns = {0, 1, 2, 3, 4, 5, 6, 7};
   std::string_view after = bytes;
   std::vector<std::string> heading = TakeRow(&after, separator);
   for (std::string& cell : heading)
-    std::ranges::transform(cell, cell.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    std::ranges::transform(cell, cell.begin(),
+                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
   if (std::ranges::count(heading, "number") != 0) {
     columns.clear();
     for (const std::string& cell : heading)

@@ -27,7 +27,7 @@ bool Read(std::vector<Entry>* entries);
 /// Stores new entries, all or none, and gives them their ids. False if they can't be written or the book is full.
 bool Add(std::vector<Entry>* entries);
 enum class Changed : uint8_t { kDone, kMissing, kUnwritten };
-Changed Replace(const Entry& entry);  ///< the entry with its id
+Changed Replace(const Entry& entry);               ///< the entry with its id
 Changed Remove(const std::vector<uint32_t>& ids);  ///< all or none
 
 /// Whether a fax number can have these characters, and isn't empty.

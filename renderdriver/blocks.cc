@@ -15,7 +15,6 @@ constexpr uint8_t kBoxOutput = 3;
 constexpr uint8_t kBoxAndPrintOutput = 4;
 constexpr uint8_t kMonochrome = 2;  ///< colour mode
 
-
 void WriteRect(std::span<uint8_t> block, size_t offset, const std::array<uint32_t, 4>& rect) {
   for (size_t i = 0; i < rect.size(); ++i) Write(block, offset + 4 * i, rect[i]);
 }

@@ -75,7 +75,9 @@ Json Time(const Job& job) {
 Json Fax(const Job& job, const std::string& file) {
   if (!Has(job, kFaxJob)) return nullptr;
   const DriverEnv& record = job.setup.record;
-  const auto if_on = [](bool on, std::u16string_view text) { return on ? Json(platform::ToUtf8(text)) : Json(nullptr); };
+  const auto if_on = [](bool on, std::u16string_view text) {
+    return on ? Json(platform::ToUtf8(text)) : Json(nullptr);
+  };
   return {{"file", file.empty() ? Json(nullptr) : Json(file)},
           {"recipients", Recipients(job)},
           {"first", job.rangeFirst},

@@ -23,9 +23,12 @@ std::string ReadTextFile(const std::string& path, size_t limit) {
   if (path == "-") {
     bytes.resize(limit + 1);
     bytes.resize(std::fread(bytes.data(), 1, bytes.size(), stdin));
-    if (bytes.size() > limit) throw Failure(kFailed, "standard input is longer than " + std::to_string(limit) + " bytes");
+    if (bytes.size() > limit)
+      throw Failure(kFailed, "standard input is longer than " + std::to_string(limit) + " bytes");
   } else if (const int failed = store::ReadFileBytes(path, limit, &bytes); failed != 0) {
-    throw Failure(failed == ENOENT ? kNotFound : failed == EACCES ? kNotPermitted : kFailed,
+    throw Failure(failed == ENOENT   ? kNotFound
+                  : failed == EACCES ? kNotPermitted
+                                     : kFailed,
                   "can't read \"" + Printable(path) + "\": " + std::strerror(failed));
   }
   const std::string text(bytes.begin(), bytes.end());

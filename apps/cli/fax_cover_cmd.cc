@@ -163,8 +163,8 @@ void SetField(const UiState& ui, const std::string& request) {
     for (const TextField& field : kTexts) names.emplace_back(field.name);
     for (const NumberField& field : kNumbers) names.emplace_back(field.name);
     const std::string near = DidYouMean(name, names);
-    throw Failure(kUsage, "the cover sheet has no field \"" + Printable(name) + '"' + (near.empty() ? "" : "; " + near) +
-                              "; switches are set with `heron settings -o`");
+    throw Failure(kUsage, "the cover sheet has no field \"" + Printable(name) + '"' +
+                              (near.empty() ? "" : "; " + near) + "; switches are set with `heron settings -o`");
   }
   SetNumber(store, *number, value);
   if (name == "FCSPaper") FollowCoverPaper(ui);

@@ -51,8 +51,8 @@ void Answer(const BookOptions& options, const std::vector<Entry>& entries) {
   constexpr size_t kIdWidth = 5, kNumberWidth = 20;
   if (entries.empty()) std::cout << "No entries.\n";
   for (const Entry& entry : entries) {
-    std::cout << Padded(std::to_string(entry.id), kIdWidth) << ' ' << Padded(Printable(entry.number), kNumberWidth) << ' '
-              << Printable(entry.name);
+    std::cout << Padded(std::to_string(entry.id), kIdWidth) << ' ' << Padded(Printable(entry.number), kNumberWidth)
+              << ' ' << Printable(entry.name);
     for (const std::u16string* text : {&entry.company, &entry.department, &entry.group})
       if (!text->empty()) std::cout << "  " << Printable(*text);
     std::cout << '\n';
@@ -88,8 +88,8 @@ void Fill(const BookOptions& options, Entry& entry) {
   take(options.new_group, entry.group, "group");
   take(options.number, entry.number, "number");
   if (!phone_book::IsNumber(entry.number)) {
-    throw Failure(kUsage, '"' + Printable(entry.number) +
-                              "\" isn't a fax number: use digits and the signs # * - P T only");
+    throw Failure(kUsage,
+                  '"' + Printable(entry.number) + "\" isn't a fax number: use digits and the signs # * - P T only");
   }
   if (options.ecm || options.v34) entry.ecm = true;
   if (options.overseas) entry.overseas = true;

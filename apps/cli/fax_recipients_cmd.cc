@@ -32,8 +32,8 @@ struct RecipientOptions {
   bool json = false;
 };
 
-constexpr const char* kColumns[pages::kRecipientFields] = {"name",   "number", "company",  "department",
-                                                            "ecm",    "overseas", "v34"};
+constexpr const char* kColumns[pages::kRecipientFields] = {"name", "number",   "company", "department",
+                                                           "ecm",  "overseas", "v34"};
 
 std::string Quoted(std::u16string_view text) {
   return '"' + Printable(text) + '"';
@@ -131,7 +131,8 @@ void Change(const RecipientOptions& options, const std::function<void(RecipientT
     StoreRecipients(opened.ui(), *table, opened.resources());
     const std::vector<pages::CoverNotice> notices = pages::AlignCover(opened.ui());
     TerminalView view(Consent::kNo, true);
-    for (const pages::CoverNotice notice : notices) view.Show({pages::CoverCaption(), pages::CoverNoticeText(notice), false});
+    for (const pages::CoverNotice notice : notices)
+      view.Show({pages::CoverCaption(), pages::CoverNoticeText(notice), false});
     opened.Commit(&view);
     reports = view.TakeReports();
     return opened.Keep(opened.Record());

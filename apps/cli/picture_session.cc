@@ -27,12 +27,9 @@ struct KindName {
   std::string_view name;
   PictureKind kind;
 };
-constexpr KindName kKinds[] = {{"paper", PictureKind::kPaper},
-                               {"machine", PictureKind::kMachine},
-                               {"device", PictureKind::kDevice},
-                               {"status", PictureKind::kStatus},
-                               {"margin", PictureKind::kMargin},
-                               {"cover", PictureKind::kCover}};
+constexpr KindName kKinds[] = {{"paper", PictureKind::kPaper},   {"machine", PictureKind::kMachine},
+                               {"device", PictureKind::kDevice}, {"status", PictureKind::kStatus},
+                               {"margin", PictureKind::kMargin}, {"cover", PictureKind::kCover}};
 constexpr std::string_view kUnbuiltKinds[] = {"quality", "watermark"};
 
 PictureKind KindOf(const PictureOptions& options) {
@@ -152,7 +149,9 @@ void PictureOptions::AddTo(CLI::App& app) {
   std::vector<std::string> names;
   for (const KindName& known : kKinds) names.emplace_back(known.name);
   names.insert(names.end(), std::begin(kUnbuiltKinds), std::end(kUnbuiltKinds));
-  app.add_option("KIND", kind, "paper, machine, device, status, margin or cover")->required()->check(CLI::IsMember(names));
+  app.add_option("KIND", kind, "paper, machine, device, status, margin or cover")
+      ->required()
+      ->check(CLI::IsMember(names));
   app.add_option("-p,--printer", printer, "Printer whose settings to use")->required();
   app.add_option("--in", in, "Record to show instead of your own for this printer (- for standard input)");
   app.add_option("--entry", entry, "Saved settings to show, by name or number");

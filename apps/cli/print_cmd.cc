@@ -239,7 +239,9 @@ JobInput ChangedRecord(Printer& printer, const PrintOptions& options, const Byte
   opened.Commit(&view);
   // The commit goes back to the printer, but the pages of a fax don't belong on paper.
   if (wants_fax && !faxes())
-    throw Failure(kRefused, "a fax needs a recipient, and the record has none; nothing was printed or sent; name one with --to NUMBER");
+    throw Failure(
+        kRefused,
+        "a fax needs a recipient, and the record has none; nothing was printed or sent; name one with --to NUMBER");
   const DriverEnv changed = WithChanges(record, before, AsEnv(opened.Record()));
   CheckForm(changes, changed);
   const Bytes job(changed.bytes.begin(), changed.bytes.end());
@@ -247,8 +249,8 @@ JobInput ChangedRecord(Printer& printer, const PrintOptions& options, const Byte
   return {job, wants_fax ? RecipientsOf(opened.ui()) : nullptr};
 }
 
-/// The recipients in the file that a record names. The job gets a copy, since it deletes what it has taken: the next job
-/// with this record has them as well.
+/// The recipients in the file that a record names. The job gets a copy, since it deletes what it has taken: the next
+/// job with this record has them as well.
 std::unique_ptr<AddressBlock> NamedRecipients(const Bytes& record) {
   if (record.size() != kEnvSize || !IsOwnEnv(record.data())) return nullptr;
   const DriverEnv env = AsEnv(record);
@@ -276,7 +278,8 @@ JobInput InputOfJob(const PrintOptions& options) {
 std::string AsPipe(std::span<const uint8_t> bytes) {
   int ends[2];
   if (pipe(ends) != 0) FailSystem("hand the record on");
-  // A record and a list of recipients are smaller than what a pipe holds, so writing can't block before the reader starts.
+  // A record and a list of recipients are smaller than what a pipe holds, so writing can't block before the reader
+  // starts.
   const ssize_t written = write(ends[1], bytes.data(), bytes.size());
   close(ends[1]);
   if (written != static_cast<ssize_t>(bytes.size())) FailSystem("hand the record on");
@@ -316,7 +319,8 @@ void AddPrintCommand(CLI::App& app) {
       ->take_all()
       ->allow_extra_args(false);
   command
-      ->add_option("--to", options->to, "Fax number that this job alone is sent to, with a name behind an equals sign; repeated for more")
+      ->add_option("--to", options->to,
+                   "Fax number that this job alone is sent to, with a name behind an equals sign; repeated for more")
       ->take_all()
       ->allow_extra_args(false);
   options->secrets.AddTo(*command);

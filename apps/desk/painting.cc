@@ -160,7 +160,8 @@ void PaintPicture(QPainter& painter, const RECT& target, const platform::Picture
 QImage ReadBitmap(std::span<const uint8_t> file) {
   constexpr int kLargestMegabytes = 256;  // of the decoded picture
   QImageReader::setAllocationLimit(kLargestMegabytes);
-  const auto bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(file.data()), static_cast<qsizetype>(file.size()));
+  const auto bytes =
+      QByteArray::fromRawData(reinterpret_cast<const char*>(file.data()), static_cast<qsizetype>(file.size()));
   QBuffer buffer;
   buffer.setData(bytes);
   if (!buffer.open(QIODevice::ReadOnly)) return {};

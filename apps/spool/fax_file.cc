@@ -46,8 +46,8 @@ QImage FaxPage(const Poppler::Page& page, int resolution) {
   if (turned) inches.transpose();
   const double shrink = std::min({1.0, line / inches.width(), kMostLines / (inches.height() * resolution)});
   const auto turn = turned ? Poppler::Page::Rotate90 : Poppler::Page::Rotate0;
-  const QImage drawn =
-      page.renderToImage(kFaxAcross * shrink, resolution * shrink, -1, -1, -1, -1, turn).convertToFormat(QImage::Format_Grayscale8);
+  const QImage drawn = page.renderToImage(kFaxAcross * shrink, resolution * shrink, -1, -1, -1, -1, turn)
+                           .convertToFormat(QImage::Format_Grayscale8);
   if (drawn.isNull()) return {};
   QImage sheet(kFaxLine, std::max(drawn.height(), 1), QImage::Format_Grayscale8);
   if (sheet.isNull()) return {};

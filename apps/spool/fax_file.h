@@ -18,8 +18,8 @@ struct FaxPages {
   int resolution;           ///< lines in an inch, 200 to 600
 };
 
-/// Writes the file at `path`: for each transmission its cover sheets, then the document, in black and white with Group 4
-/// compression. A page keeps its size; one that is too wide is turned if it fits then, otherwise made smaller.
+/// Writes the file at `path`: for each transmission its cover sheets, then the document, in black and white with Group
+/// 4 compression. A page keeps its size; one that is too wide is turned if it fits then, otherwise made smaller.
 /// `progress` is called before each page with its number and their count, and may throw to end it. False if the PDF
 /// can't be read or the file can't be written.
 bool WriteFaxFile(const FaxPages& pages, const std::string& path, const std::function<void(int, int)>& progress);

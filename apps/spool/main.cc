@@ -53,8 +53,8 @@ void Answer(const Options& options, const PrintedJob& printed) {
 AddressBlock ReadRecipients(const std::string& path) {
   AddressBlock block{};
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), std::fclose);
-  const bool whole = file != nullptr && std::fread(&block, sizeof block, 1, file.get()) == 1 &&
-                     std::fgetc(file.get()) == EOF;
+  const bool whole =
+      file != nullptr && std::fread(&block, sizeof block, 1, file.get()) == 1 && std::fgetc(file.get()) == EOF;
   if (!whole || block.count > kRecipientCount)
     throw cli::Failure(cli::kFailed, '"' + cli::Printable(path) + "\" isn't a list of recipients");
   return block;
@@ -81,7 +81,8 @@ void AddOptions(CLI::App& app, Options& options) {
   app.set_version_flag("--version", "heron-spool " HERON_VERSION, "Show the version");
   app.add_option("-p,--printer", options.request.printer, "Printer to print on")->required();
   app.add_option("--record", options.record, "The job's record (- for standard input)")->required();
-  app.add_option("--recipients", options.recipients, "The recipients of a fax, in place of those that the record names");
+  app.add_option("--recipients", options.recipients,
+                 "The recipients of a fax, in place of those that the record names");
   app.add_option("--out", options.request.folder, "Folder that receives the job")->required();
   app.add_option("--path", options.path,
                  "Bytes of the printing half's page state, 488 or 556; watermarks are drawn differently")

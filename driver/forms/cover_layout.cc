@@ -167,8 +167,9 @@ LONG Sheet::Date() const {
   const int64_t year = layout_.fixedDate ? layout_.year : now.wYear;
   const int64_t month = layout_.fixedDate ? layout_.month : now.wMonth;
   const int64_t day = layout_.fixedDate ? layout_.day : now.wDay;
-  const std::u16string date = layout_.style == kWesternStyle ? ExpandText(u"%02d/%02d/%02d", {month, day, year})
-                                                             : ExpandText(GetUiString(text::kCoverDate), {year, month, day});
+  const std::u16string date = layout_.style == kWesternStyle
+                                  ? ExpandText(u"%02d/%02d/%02d", {month, day, year})
+                                  : ExpandText(GetUiString(text::kCoverDate), {year, month, day});
   const LOGFONTW font = Head(kDateHeight);
   return Write(font, right_ - Measure(font, date).cx, y_, date).cy;
 }
@@ -196,7 +197,8 @@ LONG Sheet::TemplateText() const {
 LONG Sheet::Details() const {
   namespace personal = value::lpFaxCover_ReceivePersonal;
   const bool typed = flags_.receivePersonal == personal::kTyped;
-  const bool wanted = (flags_.receiveName | flags_.receiveFaxnum | flags_.receiveCompany1 | flags_.receiveCompany2) != 0;
+  const bool wanted =
+      (flags_.receiveName | flags_.receiveFaxnum | flags_.receiveCompany1 | flags_.receiveCompany2) != 0;
   const bool any = typed || layout_.firstRow < std::min<size_t>(layout_.endRow, layout_.rows.size());
   if (!wanted || !any) return 0;
   const SIZE label = Write(Head(kTextHeight), left_, y_, GetUiString(style_.to));
@@ -356,7 +358,8 @@ SIZE BitmapSize(const std::vector<uint8_t>& bytes) {
   const bool old = NumberAt<uint32_t>(bytes, kHeaderSize) == kOldHeader;
   const int64_t width = old ? NumberAt<uint16_t>(bytes, kWidth) : NumberAt<int32_t>(bytes, kWidth);
   // A negative height tells that the rows stand from top to bottom.
-  const int64_t height = std::abs(old ? int64_t{NumberAt<uint16_t>(bytes, kOldHeight)} : NumberAt<int32_t>(bytes, kHeight));
+  const int64_t height =
+      std::abs(old ? int64_t{NumberAt<uint16_t>(bytes, kOldHeight)} : NumberAt<int32_t>(bytes, kHeight));
   if (width < 1 || height < 1 || width > kLargest || height > kLargest) return {};
   return {static_cast<LONG>(width), static_cast<LONG>(height)};
 }

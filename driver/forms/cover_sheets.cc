@@ -53,7 +53,8 @@ struct RowRange {
 
 bool FetchJob(CoverJob& job) {
   job.block = FetchJobRecordBlock(job.hdc);
-  job.record = job.block == nullptr ? nullptr : SettingsIn(*job.block);
+  if (job.block == nullptr) return false;
+  job.record = SettingsIn(*job.block);
   const std::unique_ptr<JobState> state = FetchJobState(job.hdc);
   if (job.record == nullptr || state == nullptr) return false;
   using S = JobStateBlock;
@@ -96,8 +97,8 @@ bool MakeFiles(const CoverJob& job) {
     const CoverFileBlock file{i, WideText<kFileNameLength>(std::u16string_view(paths[i]).substr(folder))};
     if (!SendEscape<"EscSetCoverFile">(job.hdc, file)) return false;
   }
-  return SendEscape<"EscSetLastCoverFile">(
-      job.hdc, WideText<kFileNameLength>(std::u16string_view(paths.back()).substr(folder)));
+  return SendEscape<"EscSetLastCoverFile">(job.hdc,
+                                           WideText<kFileNameLength>(std::u16string_view(paths.back()).substr(folder)));
 }
 
 // -- one sheet
@@ -165,7 +166,9 @@ CoverLayout LayoutOf(const CoverJob& job, const FaxCoverStore& store, const Devi
                        ? OwnPaperPercent(record, ReadAt<uint8_t>(sent, DeviceFields::kOwnOrientation) == 1)
                        : DocumentPaperPercent(record, across, layout.boxWidthHmm, layout.boxLengthHmm);
   layout.zoom = static_cast<int32_t>(store.zoom);
-  const auto place = [](int64_t box, uint32_t position) { return static_cast<int32_t>((box * position + 5000) / 10000); };
+  const auto place = [](int64_t box, uint32_t position) {
+    return static_cast<int32_t>((box * position + 5000) / 10000);
+  };
   layout.imageXHmm = place(layout.boxWidthHmm, store.xPosition);
   layout.imageYHmm = place(layout.boxLengthHmm, store.yPosition);
   layout.imagePath = CoverText(store.filename);
@@ -175,8 +178,8 @@ CoverLayout LayoutOf(const CoverJob& job, const FaxCoverStore& store, const Devi
   layout.endRow = range.end;
   layout.store = &store;
   layout.imageScale = ImageScale(layout.boxWidthHmm, layout.resolution);
-  layout.fixedDate = Get<"sendTimeFlag">(record) == 1 &&
-                     std::ranges::any_of(job.time, [](uint16_t part) { return part != 0; });
+  layout.fixedDate =
+      Get<"sendTimeFlag">(record) == 1 && std::ranges::any_of(job.time, [](uint16_t part) { return part != 0; });
   layout.year = job.time[0];
   layout.month = job.time[1];
   layout.day = job.time[2];
@@ -300,8 +303,7 @@ bool ChangeDeviceForCover(const DriverEnv& record, uint32_t paper, std::span<uin
   }
   WriteAt<uint8_t>(device, 242, own ? 0 : 1);
   const bool doubled = own && ReadAt<uint8_t>(device, D::kOwnOrientation) != 1;
-  const int64_t z =
-      Share(ReadAt<uint16_t>(device, D::kOutputPaperWidth), doubled ? 20000 : 10000, document_width);
+  const int64_t z = Share(ReadAt<uint16_t>(device, D::kOutputPaperWidth), doubled ? 20000 : 10000, document_width);
   constexpr std::array<uint8_t, 4> kLayoutOff = {1, 0, 0, 1};
   std::ranges::copy(kLayoutOff, device.begin() + 236);
   WriteAt(device, D::kZoom, static_cast<uint8_t>((z + 50) / 100));

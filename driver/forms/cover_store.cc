@@ -21,15 +21,24 @@ constexpr std::u16string_view kExtension = u".bmp";
 
 /// The switches and radios of the sheet, by row of kParamRows.
 constexpr std::array kCoverParams = {
-    ParamNamed<u"FaxCover_Subject">(),         ParamNamed<u"FaxCover_ReceiveName">(),
-    ParamNamed<u"FaxCover_ReceiveCompany1">(), ParamNamed<u"FaxCover_ReceiveCompany2">(),
-    ParamNamed<u"lpFaxCover_ReceiveSetup">(),  ParamNamed<u"lpFaxCover_ReceivePersonal">(),
-    ParamNamed<u"FaxCover_ReceiveFaxnum">(),   ParamNamed<u"FaxCover_SenderName">(),
-    ParamNamed<u"FaxCover_SenderCompany1">(),  ParamNamed<u"FaxCover_SenderCompany2">(),
-    ParamNamed<u"FaxCover_SenderTelnum">(),    ParamNamed<u"FaxCover_SenderFaxnum">(),
-    ParamNamed<u"FaxCover_SenderEmail">(),     ParamNamed<u"FaxCover_Date">(),
-    ParamNamed<u"FaxCover_Pagenum">(),         ParamNamed<u"FaxCover_Image">(),
-    ParamNamed<u"FaxCover_Zoom">(),            ParamNamed<u"FaxCover_A4PFix">(),
+    ParamNamed<u"FaxCover_Subject">(),
+    ParamNamed<u"FaxCover_ReceiveName">(),
+    ParamNamed<u"FaxCover_ReceiveCompany1">(),
+    ParamNamed<u"FaxCover_ReceiveCompany2">(),
+    ParamNamed<u"lpFaxCover_ReceiveSetup">(),
+    ParamNamed<u"lpFaxCover_ReceivePersonal">(),
+    ParamNamed<u"FaxCover_ReceiveFaxnum">(),
+    ParamNamed<u"FaxCover_SenderName">(),
+    ParamNamed<u"FaxCover_SenderCompany1">(),
+    ParamNamed<u"FaxCover_SenderCompany2">(),
+    ParamNamed<u"FaxCover_SenderTelnum">(),
+    ParamNamed<u"FaxCover_SenderFaxnum">(),
+    ParamNamed<u"FaxCover_SenderEmail">(),
+    ParamNamed<u"FaxCover_Date">(),
+    ParamNamed<u"FaxCover_Pagenum">(),
+    ParamNamed<u"FaxCover_Image">(),
+    ParamNamed<u"FaxCover_Zoom">(),
+    ParamNamed<u"FaxCover_A4PFix">(),
 };
 static_assert(kCoverParams.size() == 18);
 
@@ -47,9 +56,8 @@ std::u16string Shortened(std::u16string_view part) {
 
 bool EndsFolded(std::u16string_view path, std::u16string_view ending) {
   if (path.size() < ending.size()) return false;
-  return std::ranges::equal(path.substr(path.size() - ending.size()), ending, {}, [](char16_t c) {
-    return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c;
-  });
+  return std::ranges::equal(path.substr(path.size() - ending.size()), ending, {},
+                            [](char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; });
 }
 
 }  // namespace

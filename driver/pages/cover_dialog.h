@@ -1,7 +1,8 @@
-// The fax cover sheet: its dialog (1237), and behind it sender (1235), position of the picture (1236), recipient (1238).
+// The fax cover sheet: its dialog (1237), and behind it sender (1235), position of the picture (1236), recipient
+// (1238).
 //
-// All work on a copy of the settings, which the page takes over after OK. Each of the three keeps what it may change and
-// puts it back on Cancel.
+// All work on a copy of the settings, which the page takes over after OK. Each of the three keeps what it may change
+// and puts it back on Cancel.
 #pragma once
 
 #include "forms/cover_store.h"

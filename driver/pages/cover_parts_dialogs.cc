@@ -24,13 +24,13 @@ struct StoreField {
   ControlId field;
   CoverField FaxCoverStore::*text;
 };
-constexpr StoreField kSenderFields[] = {
-    {1239, &FaxCoverStore::senderCompany1}, {1240, &FaxCoverStore::senderCompany2}, {1243, &FaxCoverStore::senderName},
-    {1241, &FaxCoverStore::senderTelnum},   {1242, &FaxCoverStore::senderFaxnum},   {1244, &FaxCoverStore::senderEmail}};
+constexpr StoreField kSenderFields[] = {{1239, &FaxCoverStore::senderCompany1}, {1240, &FaxCoverStore::senderCompany2},
+                                        {1243, &FaxCoverStore::senderName},     {1241, &FaxCoverStore::senderTelnum},
+                                        {1242, &FaxCoverStore::senderFaxnum},   {1244, &FaxCoverStore::senderEmail}};
 constexpr StoreField kReceiptFields[] = {{1294, &FaxCoverStore::receiptCompany1},
-                                           {1296, &FaxCoverStore::receiptCompany2},
-                                           {1298, &FaxCoverStore::receiptName},
-                                           {1207, &FaxCoverStore::receiptFaxnum}};
+                                         {1296, &FaxCoverStore::receiptCompany2},
+                                         {1298, &FaxCoverStore::receiptName},
+                                         {1207, &FaxCoverStore::receiptFaxnum}};
 constexpr ControlId kRecipientLabels[] = {1293, 1295, 1297, 1299};
 constexpr ControlId kTakeFirst = 1208;
 constexpr ControlId kAllOnOne = 1290, kOneEach = 1291, kTyped = 1292;
@@ -63,11 +63,11 @@ void StoreFields(const platform::Dialog& dialog, const UiState& ui, std::span<co
 
 bool TakeCoverPointer(const UiState& ui, platform::Dialog& dialog, ControlId id, const platform::PointerEvent& event) {
   const platform::RECT sheet = CoverSheetIn(ui, dialog.PlaceArea(id));
-  const bool inside = event.at.x >= sheet.left && event.at.x < sheet.right && event.at.y >= sheet.top &&
-                      event.at.y < sheet.bottom;
+  const bool inside =
+      event.at.x >= sheet.left && event.at.x < sheet.right && event.at.y >= sheet.top && event.at.y < sheet.bottom;
   const bool shown = Setting<u"FaxCover_Image">(ui) == 1;
   const bool drags = shown && event.held && event.action != PointerAction::kRelease;
-  dialog.SetCursor(id, drags && inside    ? platform::kDragCursor
+  dialog.SetCursor(id, drags && inside   ? platform::kDragCursor
                        : shown && inside ? platform::kAimCursor
                                          : platform::kArrowCursor);
   if (!drags || (event.action == PointerAction::kPress && !inside)) return false;
@@ -146,12 +146,11 @@ void CoverRecipientDialog::EnableFields() {
 }
 
 void CoverRecipientDialog::TakeFirst() {
-  const bool filled = std::ranges::any_of(kReceiptFields, [this](const StoreField& row) {
-    return !dialog().Text(row.field).empty();
-  });
+  const bool filled =
+      std::ranges::any_of(kReceiptFields, [this](const StoreField& row) { return !dialog().Text(row.field).empty(); });
   constexpr platform::DWORD kQuestion = platform::MB_YESNO | platform::MB_ICONQUESTION;
-  if (filled && Tell(TextOf(text::kAskToTakeFirstRecipient), TextOf(text::kFirstRecipientCaption), kQuestion) !=
-                    platform::IDYES)
+  if (filled &&
+      Tell(TextOf(text::kAskToTakeFirstRecipient), TextOf(text::kFirstRecipientCaption), kQuestion) != platform::IDYES)
     return;
   const auto table = std::make_unique<RecipientTable>();
   LoadRecipients(ui(), table.get());

@@ -74,7 +74,9 @@ void FillLayout(const UiState& ui, const FaxCoverStore& store, const RECT& sheet
   layout.originY = sheet.top;
   layout.marginXHmm = layout.marginYHmm = kMarginHmm;
   layout.zoom = static_cast<int32_t>(store.zoom);
-  const auto place = [](int64_t box, uint32_t position) { return static_cast<int32_t>((box * position + 5000) / 10000); };
+  const auto place = [](int64_t box, uint32_t position) {
+    return static_cast<int32_t>((box * position + 5000) / 10000);
+  };
   layout.imageXHmm = place(layout.boxWidthHmm, store.xPosition);
   layout.imageYHmm = place(layout.boxLengthHmm, store.yPosition);
   layout.imagePath = CoverText(store.filename);

@@ -140,7 +140,8 @@ void FaxDetailsDialog::EnableFields() {
 void FaxDetailsDialog::OnStored(ControlId id) {
   if (id == kSubAddressCheck || id == kSenderCheck) {
     const bool turned_off = !dialog().IsChecked(id);
-    uint16_t& value = id == kSubAddressCheck ? engine::Setting<u"SubAddress">(ui()) : engine::Setting<u"SenderID">(ui());
+    uint16_t& value =
+        id == kSubAddressCheck ? engine::Setting<u"SubAddress">(ui()) : engine::Setting<u"SenderID">(ui());
     if (turned_off) {
       value = 1;
       const bool may = Validate(id, Asked::kOnClick);

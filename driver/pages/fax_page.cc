@@ -40,13 +40,13 @@ constexpr ShownControl kControls[] = {
 };
 
 /// What only a fax uses.
-constexpr ControlId kFaxControls[] = {kTransmission, kQualityLabel, kQuality,   kDetails,     kCoverGroup, kCoverCheck,
-                                      kNewGroup,     kNewHint,      kNameLabel, kName,        kNumberLabel, kNumber,
-                                      kEcm,          kOverseas,     kListGroup, kPhoneBook,   kListLabel,   kList,
+constexpr ControlId kFaxControls[] = {kTransmission, kQualityLabel, kQuality,   kDetails,   kCoverGroup,  kCoverCheck,
+                                      kNewGroup,     kNewHint,      kNameLabel, kName,      kNumberLabel, kNumber,
+                                      kEcm,          kOverseas,     kListGroup, kPhoneBook, kListLabel,   kList,
                                       kCountLabel,   kCount,        kV34};
 /// What enters recipients.
-constexpr ControlId kRecipientControls[] = {kNewGroup, kNewHint,   kNameLabel, kName,   kNumberLabel,   kNumber,
-                                            kEcm,      kOverseas,  kV34,       kAdd,    kListGroup,     kPhoneBook,
+constexpr ControlId kRecipientControls[] = {kNewGroup,  kNewHint,  kNameLabel, kName,          kNumberLabel, kNumber,
+                                            kEcm,       kOverseas, kV34,       kAdd,           kListGroup,   kPhoneBook,
                                             kListLabel, kList,     kDelete,    kOutputPicture, kCoverPicture};
 
 /// Text of a message box without a choice.

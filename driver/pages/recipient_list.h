@@ -60,15 +60,15 @@ struct RefusedLine {
   Added why;
 };
 
-/// Adds the recipients of a table of names and numbers: a line each, the two separated by a tab, a semicolon or a comma;
-/// a line of one part is a number. A part may be in double quotes. All lines are added or, if one is refused, none:
-/// then the result tells of each that was. `flags` gives the flags of all of them.
+/// Adds the recipients of a table of names and numbers: a line each, the two separated by a tab, a semicolon or a
+/// comma; a line of one part is a number. A part may be in double quotes. All lines are added or, if one is refused,
+/// none: then the result tells of each that was. `flags` gives the flags of all of them.
 std::vector<RefusedLine> AddRecipientLines(RecipientTable& table, std::u16string_view text, const NewRecipient& flags);
 
 /// What the cover sheet had to give up for the number of recipients; the numbers are those of the notices.
 enum class CoverNotice : uint8_t {
-  kPrintedToo = 0,   ///< the document isn't printed along with a sheet for each recipient
-  kTooMany = 1,      ///< more than kMostDetailed
+  kPrintedToo = 0,  ///< the document isn't printed along with a sheet for each recipient
+  kTooMany = 1,     ///< more than kMostDetailed
   kNoneToName = 2,  ///< a typed recipient, and nobody to send to
 };
 inline constexpr int kMostDetailed = 10;  ///< recipients that a sheet names one by one

@@ -68,7 +68,8 @@ void Decode(const AddressText& text, std::span<char16_t> out) {
 /// The text in a field of another width, filled up with zeros.
 void CopyText(std::u16string_view from, std::span<char16_t> to) {
   std::ranges::fill(to, u'\0');
-  std::ranges::copy(from.substr(0, std::min({from.find(u'\0'), from.size(), size_t{kRecipientTextLength}})), to.begin());
+  std::ranges::copy(from.substr(0, std::min({from.find(u'\0'), from.size(), size_t{kRecipientTextLength}})),
+                    to.begin());
 }
 
 template <size_t N>

@@ -92,8 +92,8 @@ HERON_PLATFORM_API BOOL StrokeAndFillPath(HDC hdc);
 
 /// Fills `rect` with a brush. False for another object or a null `rect`.
 HERON_PLATFORM_API BOOL FillRect(HDC hdc, const RECT* rect, HGDIOBJ brush);
-/// Draws the picture of a BMP file, whose whole content is `file`, over `target`. Unlike its namesake it takes the file as
-/// it is, so that reading its formats is the canvas's work. False for null arguments.
+/// Draws the picture of a BMP file, whose whole content is `file`, over `target`. Unlike its namesake it takes the file
+/// as it is, so that reading its formats is the canvas's work. False for null arguments.
 HERON_PLATFORM_API BOOL StretchDIBits(HDC hdc, const RECT* target, const void* file, DWORD size);
 
 /// A DeviceCap number; 0 for any other.

@@ -1,7 +1,7 @@
 // Files through POSIX calls. Temporary files are in a folder of the home that only its user can enter.
 //
-// A spool file that this process made stays locked until it is deleted or the process ends. Another process can't delete
-// it: the clean-up of one job never takes the files of another that still runs.
+// A spool file that this process made stays locked until it is deleted or the process ends. Another process can't
+// delete it: the clean-up of one job never takes the files of another that still runs.
 #pragma once
 
 #include <filesystem>

@@ -85,17 +85,17 @@ TEST_F(CoverTest, BlocksFollowEachOtherFromTheTop) {
   Put(store.senderName, u"Anna");
   Put(store.text, u"a\tb\r\n\r\nc\n");
   EXPECT_EQ(Draw(),
-            "2026-03-09 @1304,157 h33\n"      // right-aligned at 1587 - 118
-            "TITLE @118,206 h133\n"           // a bar of 16 above
-            "To:  @118,402 h50\n"             // 190 + 133 + 79
-            "everybody @218,402 h50\n"        // beside the label
-            "From:  @118,491 h50\n"           // 402 + 50 + 39
-            "Anna @268,491 h50\n"             //
-            "1 pages @1315,580 h44\n"         //
-            "Re:  @118,663 h50\n"             // 580 + 44 + 39
-            "Hi @218,663 h50\n"               //
-            "a b @250,752 h44\n"              // indented by six blanks
-            "  @250,796 h44\n"                // an empty line keeps its height
+            "2026-03-09 @1304,157 h33\n"  // right-aligned at 1587 - 118
+            "TITLE @118,206 h133\n"       // a bar of 16 above
+            "To:  @118,402 h50\n"         // 190 + 133 + 79
+            "everybody @218,402 h50\n"    // beside the label
+            "From:  @118,491 h50\n"       // 402 + 50 + 39
+            "Anna @268,491 h50\n"         //
+            "1 pages @1315,580 h44\n"     //
+            "Re:  @118,663 h50\n"         // 580 + 44 + 39
+            "Hi @218,663 h50\n"           //
+            "a b @250,752 h44\n"          // indented by six blanks
+            "  @250,796 h44\n"            // an empty line keeps its height
             "c @250,840 h44\n");
 }
 
@@ -159,7 +159,7 @@ TEST_F(CoverTest, TheDeviceFieldsOfACoverPage) {
   device.fill(0xAA);
   WriteAt<uint16_t>(device, DeviceFields::kOrientation, 2);
   ASSERT_TRUE(ChangeDeviceForCover(record, 1, device));  // A5
-  EXPECT_EQ(ReadAt<uint32_t>(device, 128), 100u);         // 424 at 300 dpi is 50
+  EXPECT_EQ(ReadAt<uint32_t>(device, 128), 100u);        // 424 at 300 dpi is 50
   EXPECT_EQ(ReadAt<uint32_t>(device, 144 + 8), 14800u - 424);
   EXPECT_EQ(ReadAt<uint16_t>(device, 208), 11);
   EXPECT_EQ(ReadAt<uint8_t>(device, 82), 2);
@@ -224,9 +224,9 @@ TEST_F(CoverJobTest, SheetsByKindAndNumber) {
   const struct {
     uint8_t setup, kind;
     uint32_t recipients, sheets, told;
-  } cases[] = {{1, personal::kAllOnOneSheet, 0, 1, 1},  {1, personal::kAllOnOneSheet, 100, 1, 100},
+  } cases[] = {{1, personal::kAllOnOneSheet, 0, 1, 1},     {1, personal::kAllOnOneSheet, 100, 1, 100},
                {1, personal::kAllOnOneSheet, 101, 1, 100}, {1, personal::kSheetEach, 3, 3, 3},
-               {1, personal::kSheetEach, 100, 100, 100},  {1, personal::kTyped, 11, 1, 11},
+               {1, personal::kSheetEach, 100, 100, 100},   {1, personal::kTyped, 11, 1, 11},
                {0, personal::kSheetEach, 10, 1, 10}};
   for (const auto& row : cases) {
     Set<"lpFaxCover_ReceiveSetup">(record, row.setup);
