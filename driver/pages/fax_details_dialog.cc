@@ -35,7 +35,7 @@ constexpr ShownControl kControls[] = {
     {.id = kSenderCheck, .group = kChecks, .param = ParamNamed<u"SenderID">()},
 };
 
-/// What stands in a field behind a check.
+/// A field behind a check.
 struct AddressField {
   ControlId check, field;
   std::u16string_view signs;

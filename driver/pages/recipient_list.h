@@ -69,7 +69,7 @@ std::vector<RefusedLine> AddRecipientLines(RecipientTable& table, std::u16string
 enum class CoverNotice : uint8_t {
   kPrintedToo = 0,  ///< the document isn't printed along with a sheet for each recipient
   kTooMany = 1,     ///< more than kMostDetailed
-  kNoneToName = 2,  ///< a typed recipient, and nobody to send to
+  kNoneToName = 2,  ///< a typed recipient, without a recipient to send to
 };
 inline constexpr int kMostDetailed = 10;  ///< recipients that a sheet names one by one
 

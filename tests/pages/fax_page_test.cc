@@ -82,6 +82,9 @@ TEST_F(FaxPageTest, TheHundredAndFirstIsRefused) {
 
 TEST_F(FaxPageTest, V34BringsErrorCorrection) {
   OpenFax();
+  page->Check("FaxV34_CheckTab", false);
+  EXPECT_TRUE(page->IsEnabled("EcmTab"));
+  page->Check("EcmTab", false);
   page->Check("FaxV34_CheckTab", true);
   EXPECT_TRUE((*page)["EcmTab"_id].checked);
   EXPECT_FALSE(page->IsEnabled("EcmTab"));
@@ -121,7 +124,7 @@ TEST_F(FaxPageTest, DetailsAreCheckedAndKeptOnOkAlone) {
     dialog.Check("SendTime", true);
     dialog.Put("bTimeH", u"77");
     EXPECT_EQ(dialog.TextOf("bTimeH"), "23");
-    dialog.Spin("bTimeH.spin", 24);
+    dialog.Spin("bTimeH.spin", 0);
     EXPECT_EQ(dialog.TextOf("bTimeH"), "00");
     dialog.Check("SubAddress", true);
     dialog.Put("szSubAddress", u"12x");
@@ -148,7 +151,7 @@ TEST_F(FaxPageTest, TheCoverSheetIsChangedByOkAlone) {
   Add(u"5", u"Anna");
   const auto edit = [this](ControlId button) {
     desk.Expect("fax-cover-sheet", [this, button](ScriptedDialog& dialog) {
-      dialog.Check("FaxCover_Subject", true);
+      if (!dialog["FaxCover_Subject"_id].checked) dialog.Check("FaxCover_Subject", true);
       dialog.Put(1200, u"Offer");
       dialog.Select(1226, 2);
       dialog.Check("FaxCover_Pagenum", true);
