@@ -143,6 +143,7 @@ void Layouter::PlaceWithBars(const FormControl& place, Grid& grid) {
   }
   const auto* const widget = dynamic_cast<const desk::Place*>(place.widget);
   const bool grows = widget != nullptr && widget->Grows();
+  if (grows) grid.layout->setRowStretch(grid.row, static_cast<int>(place.plan->height));
   grid.layout->addLayout(frame, grid.row++, 0, 1, 2, grows ? Qt::Alignment() : Qt::AlignHCenter);
 }
 
@@ -233,7 +234,8 @@ void Layouter::Finish() {
   for (QVBoxLayout* const column : columns_) {
     bool grows = false;
     for (const FormControl& control : controls_) {
-      if (!GrowsHigh(*control.plan) || columns_[static_cast<size_t>(control.plan->column)] != column) continue;
+      if (control.plan->area != Area::kColumns || !GrowsHigh(*control.plan)) continue;
+      if (columns_[static_cast<size_t>(control.plan->column)] != column) continue;
       grows = true;
       const int group = control.plan->group;
       if (group >= 0) column->setStretchFactor(controls_[static_cast<size_t>(group)].widget, 1);
@@ -242,8 +244,12 @@ void Layouter::Finish() {
     area->addLayout(column, 1);
   }
   if (pane_ != nullptr) {
-    pane_->addStretch(1);
-    area->addLayout(pane_);
+    // The previews share what a larger window has with the columns; without previews the pane keeps its width.
+    const bool grows = std::ranges::any_of(controls_, [](const FormControl& control) {
+      return control.plan->area == Area::kPane && GrowsHigh(*control.plan);
+    });
+    if (!grows) pane_->addStretch(1);
+    area->addLayout(pane_, grows ? 1 : 0);
   }
   auto* const outer = new QVBoxLayout(parent_);
   outer->addLayout(area, 1);

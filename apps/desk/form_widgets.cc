@@ -200,12 +200,6 @@ QTabBar* MakeTabs(QWidget* parent) {
   return tabs;
 }
 
-/// A page's places larger than a symbol: the previews in its pane, the machine of the device page.
-bool Grows(const platform::DialogTemplate& dialog, const ControlTemplate& place) {
-  constexpr int kSmallestPreview = 200;
-  return dialog.size == platform::SizeClass::kPage && place.width >= kSmallestPreview;
-}
-
 QWidget* MakeWidget(FormParts& parts, const ControlTemplate& plan, FormControl* control) {
   switch (plan.kind) {
     case Kind::kLabel:
@@ -236,7 +230,7 @@ QWidget* MakeWidget(FormParts& parts, const ControlTemplate& plan, FormControl* 
     case Kind::kScrollBar:
       return MakeBar<QScrollBar>(parts.parent, plan);
     case Kind::kPlace:
-      return new Place(parts.parent, QSize(plan.width, plan.height), Grows(parts.plan, plan));
+      return new Place(parts.parent, QSize(plan.width, plan.height), GrowsHigh(plan));
     case Kind::kTabs:
       return MakeTabs(parts.parent);
     case Kind::kGroup:
@@ -265,7 +259,9 @@ bool GrowsWide(const ControlTemplate& plan) {
 }
 
 bool GrowsHigh(const ControlTemplate& plan) {
-  return plan.kind == Kind::kListBox || plan.kind == Kind::kListView || plan.kind == Kind::kMemo;
+  constexpr int kSmallestPreview = 200;  // smaller places are symbols
+  return plan.kind == Kind::kListBox || plan.kind == Kind::kListView || plan.kind == Kind::kMemo ||
+         (plan.kind == Kind::kPlace && plan.width >= kSmallestPreview);
 }
 
 }  // namespace heron::desk

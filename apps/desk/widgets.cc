@@ -230,10 +230,8 @@ void RowMouse::PaintGap(QAbstractItemView& view) const {
 
 Place::Place(QWidget* parent, QSize size, bool grows) : QWidget(parent), size_(size), grows_(grows) {
   if (grows) {
-    setMinimumWidth(static_cast<int>(size.width() * kUsualGrowth));
-    setMaximumWidth(static_cast<int>(size.width() * kMostGrowth));
-    setFixedHeight(static_cast<int>(size.height() * kUsualGrowth));
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setMinimumSize(size * kUsualGrowth);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   } else {
     setFixedSize(size);
   }

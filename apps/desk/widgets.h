@@ -144,7 +144,8 @@ class RowsOf final : public View, public RowMouse {
 /// A place that the logic paints. One for more than a symbol has a frame, also as long as nothing is painted.
 class Place final : public QWidget {
  public:
-  /// `grows`: at least as large as `size`, by a quarter, and a little wider where there is room.
+  /// `grows`: a quarter larger than `size` at least, and takes the room that a larger window has; what is drawn in it
+  /// scales as a whole.
   Place(QWidget* parent, QSize size, bool grows = false);
   std::function<void(QPainter&, const QRect&)> draw;
   std::function<void(const platform::PointerEvent&)> pointed;
@@ -162,8 +163,7 @@ class Place final : public QWidget {
  private:
   void Point(platform::PointerAction action, const QMouseEvent& event);
 
-  // Of a place that grows. More would make a page of two columns scroll.
-  static constexpr double kUsualGrowth = 1.25, kMostGrowth = 1.3;
+  static constexpr double kUsualGrowth = 1.25;  ///< more would make a page of two columns scroll
 
   QSize size_;
   bool grows_;

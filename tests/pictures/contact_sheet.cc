@@ -1,13 +1,11 @@
 // Puts pictures of the resource module side by side, in rows: contact_sheet MODULE OUT.PNG SCALE light|dark ITEM...
 //
-// An item is a picture's number, or a stack: parts NUMBER@X,Y or NUMBER@X,Y,WIDTH,HEIGHT joined by +, from the lowest.
+// An item is a picture's number or a stack (stack.h).
 #include <QGuiApplication>
-#include <QPainter>
-#include <QSvgRenderer>
 #include <algorithm>
 #include <cstdio>
 
-#include "picture_set.h"
+#include "stack.h"
 
 namespace heron::test {
 namespace {
@@ -19,36 +17,8 @@ struct Item {
   QImage image;
 };
 
-/// A stack's parts; `box` without a size has the picture's own.
-struct Layer {
-  uint32_t number = 0;
-  QRectF box;
-};
-
-std::vector<Layer> ParseLayers(const PictureSet& set, const QString& item) {
-  std::vector<Layer> layers;
-  for (const QString& part : item.split('+')) {
-    const QStringList halves = part.split('@');
-    const QStringList values = halves.value(1).split(',');
-    const auto value = [&](int n) { return values.value(n).toDouble(); };
-    Layer layer{halves[0].toUInt(), {value(0), value(1), value(2), value(3)}};
-    if (layer.box.isEmpty()) layer.box.setSize(QSvgRenderer(set.Source(layer.number)).defaultSize());
-    layers.push_back(layer);
-  }
-  return layers;
-}
-
 Item Draw(const PictureSet& set, const QString& text, qreal scale) {
-  const std::vector<Layer> layers = ParseLayers(set, text);
-  QRectF area;
-  for (const Layer& layer : layers) area |= layer.box;
-  const QString label = QString::number(layers.front().number) + (layers.size() > 1 ? "..." : "");
-  Item item{label, QImage((QSizeF(area.right(), area.bottom()) * scale).toSize(), QImage::Format_ARGB32_Premultiplied)};
-  item.image.fill(Qt::transparent);
-  QPainter painter(&item.image);
-  painter.scale(scale, scale);
-  for (const Layer& layer : layers) QSvgRenderer(set.Source(layer.number)).render(&painter, layer.box);
-  return item;
+  return {text.section('+', 0, 0).section('@', 0, 0) + (text.contains('+') ? "..." : ""), DrawStack(set, text, scale)};
 }
 
 /// The upper left corner of each item, and the sheet's height as the last one's y.

@@ -2,13 +2,11 @@
 // and the parts of a stack agree.
 #include <gtest/gtest.h>
 
-#include <QImage>
-#include <QPainter>
-#include <QSvgRenderer>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 
-#include "picture_set.h"
+#include "stack.h"
 
 namespace heron::test {
 namespace {
@@ -191,6 +189,63 @@ TEST_F(Pictures, AnUpperSheetCoversWhatIsPrintedOnIt) {
                       : block == 16031 ? below.right() - above.right()
                                        : above.top() - below.top();
     EXPECT_GE(strip, 5) << block;
+  }
+}
+
+/// The stacks of stacks.txt over white, one to a cell.
+std::vector<std::pair<std::string, QImage>> DrawStacks(const PictureSet& set) {
+  constexpr QSize kCell(160, 128);
+  std::vector<std::pair<std::string, QImage>> cells;
+  std::ifstream file(HERON_PICTURE_STACKS);
+  for (std::string line; std::getline(file, line);) {
+    if (line.starts_with('#')) continue;
+    QImage cell(kCell, QImage::Format_RGB32);
+    cell.fill(Qt::white);
+    QPainter(&cell).drawImage(0, 0, DrawStack(set, QString::fromStdString(line), 1));
+    cells.emplace_back(line, cell);
+  }
+  return cells;
+}
+
+/// The largest mean difference of a channel in any block of 8 x 8 pixels.
+int LargestDifference(const QImage& a, const QImage& b) {
+  constexpr int kBlock = 8;
+  int largest = 0;
+  for (int top = 0; top < a.height(); top += kBlock) {
+    for (int left = 0; left < a.width(); left += kBlock) {
+      int sum = 0;
+      for (int y = top; y < top + kBlock; ++y) {
+        for (int x = left; x < left + kBlock; ++x) {
+          const QRgb p = a.pixel(x, y), q = b.pixel(x, y);
+          sum += std::abs(qRed(p) - qRed(q)) + std::abs(qGreen(p) - qGreen(q)) + std::abs(qBlue(p) - qBlue(q));
+        }
+      }
+      largest = std::max(largest, sum / (3 * kBlock * kBlock));
+    }
+  }
+  return largest;
+}
+
+/// A recipe that slips by a pixel changes a block by more than another version of the renderer does.
+TEST_F(Pictures, StacksLookAsTheyWereApproved) {
+  constexpr int kTolerance = 6, kColumns = 10;
+  const auto cells = DrawStacks(set);
+  const QSize cell = cells.front().second.size();
+  const int rows = (static_cast<int>(cells.size()) + kColumns - 1) / kColumns;
+  QImage now(cell.width() * kColumns, cell.height() * rows, QImage::Format_RGB32);
+  now.fill(Qt::white);
+  const auto place = [&](size_t n) {
+    const auto at = static_cast<int>(n);
+    return QRect(QPoint(at % kColumns * cell.width(), at / kColumns * cell.height()), cell);
+  };
+  for (size_t n = 0; n < cells.size(); ++n) QPainter(&now).drawImage(place(n), cells[n].second);
+  if (std::getenv("HERON_APPROVE_STACKS") != nullptr) {
+    ASSERT_TRUE(now.save(HERON_APPROVED_STACKS, "PNG", 0));
+  }
+  const QImage approved = QImage(HERON_APPROVED_STACKS).convertToFormat(QImage::Format_RGB32);
+  ASSERT_EQ(approved.size(), now.size()) << "look at the stacks, then run once with HERON_APPROVE_STACKS=1";
+  for (size_t n = 0; n < cells.size(); ++n) {
+    EXPECT_LE(LargestDifference(cells[n].second, approved.copy(place(n))), kTolerance) << cells[n].first;
   }
 }
 
