@@ -133,6 +133,7 @@ void AddSummaryCommand(CLI::App& app);
 void AddWatermarkCommands(CLI::App& app);
 void AddFormCommands(CLI::App& app);
 void AddPrintCommand(CLI::App& app);
+void AddFaxCommands(CLI::App& app);
 void AddSheetCommand(CLI::App& app);
 void AddPagesCommands(CLI::App& app);
 void AddFontsCommands(CLI::App& app);

@@ -55,6 +55,7 @@ bool FaxCancel(Job& job, In in, Out out);
 bool FaxCoverCount(Job& job, In in, Out out);
 bool FaxCoverTotal(Job& job, In in, Out out);
 bool FaxCoverIndex(Job& job, In in, Out out);
+bool FaxCoverBegin(Job& job, In in, Out out);
 bool FaxCoverStage(Job& job, In in, Out out);
 bool GetFaxCoverPath(Job& job, In in, Out out);
 bool FaxCoverPath(Job& job, In in, Out out);

@@ -18,11 +18,6 @@ constexpr uint8_t kMonochrome = 2;  ///< colour mode
 /// What a form takes of a watermark: its colour, or its shape alone.
 constexpr uint8_t kColoredForm = 1, kMaskedForm = 2;
 
-/// Offsets of the device fields in the job record.
-constexpr size_t kDeviceOrientation = 84;  ///< u16
-constexpr size_t kDevicePrintable = 128;   ///< four u32, dots
-constexpr size_t kDeviceMargins = 144;     ///< four u32, hundredths of a millimetre
-
 void WriteRect(std::span<uint8_t> block, size_t offset, const std::array<uint32_t, 4>& rect) {
   for (size_t i = 0; i < rect.size(); ++i) Write(block, offset + 4 * i, rect[i]);
 }
@@ -121,9 +116,14 @@ int OrientationOf(const DriverEnv& record) {
 }
 
 void FillDevice(const DriverEnv& record, std::span<uint8_t, kDeviceSize> device) {
-  Write<uint16_t>(device, kDeviceOrientation, static_cast<uint16_t>(OrientationOf(record)));
-  std::memcpy(device.data() + kDevicePrintable, FieldBytes<"outputMarginsDots">(record), 16);
-  std::memcpy(device.data() + kDeviceMargins, FieldBytes<"outputMargins">(record), 16);
+  using D = DeviceFields;
+  constexpr size_t kRectangle = 16;
+  Write<uint16_t>(device, D::kOrientation, static_cast<uint16_t>(OrientationOf(record)));
+  std::memcpy(device.data() + D::kPrintableDots, FieldBytes<"outputMarginsDots">(record), kRectangle);
+  std::memcpy(device.data() + D::kPrintable, FieldBytes<"outputMargins">(record), kRectangle);
+  Write<uint16_t>(device, D::kPaper, static_cast<uint16_t>(Get<"dmPaperSize">(record)));
+  Write<uint16_t>(device, D::kOutputPaperWidth, Get<"outputPaperWidth">(record));
+  Write<uint16_t>(device, D::kOutputPaperLength, Get<"outputPaperLength">(record));
 }
 
 std::vector<uint8_t> NewPageState(const JobSetup& setup) {

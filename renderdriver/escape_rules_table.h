@@ -66,7 +66,7 @@ inline constexpr auto kEscapeRules = std::to_array<EscapeRule>({
     {.name = "EscFaxCoverIndex", .needs = kCovers, .answer = FaxCoverIndex, .describeIn = DescribeNumber},
     {.name = "EscFaxCoverPath", .needs = kCovers, .answer = FaxCoverPath, .describeIn = DescribeText},
     {.name = "EscFaxCoverStage", .needs = kCovers, .answer = FaxCoverStage, .describeIn = DescribeNumber},
-    {.name = "EscFaxCoverBegin", .needs = kCovers, .sets = kCoverBegun},
+    {.name = "EscFaxCoverBegin", .needs = kCovers, .bars = kCoverBegun, .sets = kCoverBegun, .answer = FaxCoverBegin},
     {.name = "EscGetFaxCoverPath", .needs = kCovers, .answer = GetFaxCoverPath, .describeOut = DescribeText},
     {.name = "EscSetDocName", .needs = kStarted, .answer = SetDocName, .describeIn = DescribeText},
     {.name = "EscGetFaxStatus", .answer = GetFaxStatus, .describeOut = DescribeFaxStatus},

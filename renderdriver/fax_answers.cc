@@ -14,9 +14,10 @@ constexpr uint32_t kMostCovers = JobStateBlock::kMaxRecipients;
 constexpr size_t kCoverName = 30;
 constexpr size_t kCoverPath = 260;
 
-/// The cover sheet's number precedes its data, so that data of another sheet are rejected.
+/// Data of another sheet are rejected. They are asked for before the sheet's number is set, so that what was given
+/// counts, not the number.
 void FillCoverData(const Job& job, Out data) {
-  Write(data, 0, job.coverIndex + 1);
+  Write(data, 0, job.coverData);
 }
 
 std::u16string CoverPath(const Job& job) {
@@ -109,6 +110,11 @@ bool FaxCoverIndex(Job& job, In in, Out) {
   return true;
 }
 
+bool FaxCoverBegin(Job& job, In, Out) {
+  job.covered.push_back({job.rangeFirst, job.rangeEnd, 0});
+  return true;
+}
+
 bool FaxCoverStage(Job&, In in, Out) {
   return in[0] == 1 || in[0] == 2;
 }
@@ -153,6 +159,7 @@ bool FaxCoverFileDeleted(Job& job, In, Out) {
 }
 
 bool GetCoverData(Job& job, In, Out out) {
+  ++job.coverData;
   FillCoverData(job, out);
   return true;
 }

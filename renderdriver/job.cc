@@ -23,7 +23,10 @@ std::optional<Job> OpenJob(JobSetup setup) {
 bool StartJobPage(Job& job) {
   if (job.pageOpen || !Has(job, kOutput)) return false;
   job.pageOpen = true;
-  if (Has(job, kCoverBegun)) return true;  // pages of a cover sheet aren't pages of the document
+  if (Has(job, kCoverBegun)) {  // pages of a cover sheet aren't pages of the document
+    if (!job.covered.empty()) ++job.covered.back().covers;
+    return true;
+  }
   ++job.pages;
   job.steps &= ~uint32_t{kFirstPage};
   return true;
@@ -38,6 +41,24 @@ bool EndJobPage(Job& job) {
   // A stamp belongs to its page; everything else in the state belongs to the job.
   if (job.setup.path == DrawPath::k556) Write(job.pageState, PageState556::kStampText, u'\0');
   return true;
+}
+
+std::vector<Transmission> TransmissionsOf(const Job& job) {
+  if (!Has(job, kFaxJob) || job.faxDropped) return {};
+  if (!job.covered.empty()) return job.covered;
+  return {{job.rangeFirst, job.rangeEnd, 0}};
+}
+
+std::optional<CoverSheet> CoverSheetOf(const Job& job) {
+  using D = DeviceFields;
+  constexpr uint8_t kOwnPaper = 3;
+  const std::span<const uint8_t> device = job.device;
+  const auto width = Read<uint16_t>(device, D::kOutputPaperWidth);
+  const auto length = Read<uint16_t>(device, D::kOutputPaperLength);
+  const auto zoom = Read<uint8_t>(device, D::kZoom);
+  if (!Has(job, kCoverBegun) || Read<uint8_t>(device, D::kPaperKind) != kOwnPaper) return std::nullopt;
+  if (width == 0 || length == 0 || zoom == 0) return std::nullopt;
+  return CoverSheet{width, length, zoom / 100.0};
 }
 
 std::optional<DeferredStamp> StampLeftTo(const Job& job) {

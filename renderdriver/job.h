@@ -61,12 +61,18 @@ enum Step : uint32_t {
 inline constexpr size_t kPageListRow = 280;
 inline constexpr size_t kMostPageListRows = 30;
 /// The device fields of the job record that a cover page replaces.
-inline constexpr size_t kDeviceSize = 1996;
+inline constexpr size_t kDeviceSize = DeviceFields::kSize;
 
 struct FaxTime {
   uint16_t year = 0, month = 0, day = 0, hour = 0, minute = 0;
 };
 static_assert(sizeof(FaxTime) == 10);
+
+/// Pages that go out together: cover sheets, then the pages of the document.
+struct Transmission {
+  uint32_t first = 0, end = 0;  ///< recipients, the end excluded
+  int covers = 0;
+};
 
 /// How a form is used, by EscSetFormBlock or EscSetFormPath.
 struct Form {
@@ -102,8 +108,10 @@ struct Job {
   FaxTime faxTime;
   uint32_t rangeFirst = 0, rangeEnd = 0;
   uint32_t coverTotal = 0, coverIndex = 0;
+  uint32_t coverData = 0;  ///< what EscGetCoverData gave last
   std::u16string coverFolder, lastCoverFile;
   std::vector<std::u16string> coverFiles;
+  std::vector<Transmission> covered;  ///< by cover sheet, as they came
 
   std::optional<uint8_t> stampShade;  ///< of a mask, by EscStampColor
   bool masking = false;               ///< until the page's end: what is drawn is the mark's mask
@@ -127,6 +135,16 @@ inline bool Has(const Job& job, uint32_t steps) {
 inline bool IsCancelled(const Job& job) {
   return Has(job, kCancelled) || job.faxDropped;
 }
+
+/// What the fax sends, in order: a transmission for each cover sheet, or one to all without.
+std::vector<Transmission> TransmissionsOf(const Job& job);
+
+/// The sheet of a cover page that is being drawn, if it has a paper of its own.
+struct CoverSheet {
+  uint16_t width, length;  ///< tenths of a millimetre
+  double scale;            ///< of what is drawn
+};
+std::optional<CoverSheet> CoverSheetOf(const Job& job);
 
 /// The stamp of the page that is ending, if the driver left its drawing to the printing side: path 556 and an order
 /// other than 1.

@@ -2,6 +2,9 @@
 
 #include "renderdriver/ticket.h"
 
+#include <array>
+#include <cstdio>
+
 #include "platform/api/text.h"
 #include "renderdriver/answers.h"
 #include "renderdriver/blocks.h"
@@ -28,15 +31,63 @@ Json Paper(const DriverEnv& record) {
           {"orientation", OrientationOf(record) == 2 ? "landscape" : "portrait"}};
 }
 
-Json Fax(const Job& job) {
-  if (!Has(job, kFaxJob)) return nullptr;
+Json Text(const char (&field)[44]) {
+  return platform::ToUtf8(RecipientText(field));
+}
+
+Json Recipients(const Job& job) {
   Json recipients = Json::array();
   for (uint32_t i = 0; i < RecipientCount(job); ++i) {
     const AddressRow& row = job.addresses->rows[i];
-    recipients.push_back(
-        {{"name", platform::ToUtf8(RecipientText(row.name))}, {"number", platform::ToUtf8(RecipientText(row.number))}});
+    recipients.push_back({{"name", Text(row.name)},
+                          {"number", Text(row.number)},
+                          {"company", Text(row.company)},
+                          {"department", Text(row.department)},
+                          {"ecm", row.ecm != 0},
+                          {"overseas", row.overseas != 0},
+                          {"v34", row.v34 != 0}});
   }
-  return {{"recipients", recipients}, {"first", job.rangeFirst}, {"end", job.rangeEnd}};
+  return recipients;
+}
+
+/// Each with its pages in the fax's file, from 0.
+Json Transmissions(const Job& job) {
+  Json transmissions = Json::array();
+  int page = 0;
+  for (const Transmission& sent : TransmissionsOf(job)) {
+    const int pages = sent.covers + job.pages;
+    transmissions.push_back(
+        {{"first", sent.first}, {"end", sent.end}, {"covers", sent.covers}, {"page", page}, {"pages", pages}});
+    page += pages;
+  }
+  return transmissions;
+}
+
+Json Time(const Job& job) {
+  const FaxTime& time = job.faxTime;
+  if (time.year == 0) return nullptr;  // at once
+  std::array<char, 40> text;
+  std::snprintf(text.data(), text.size(), "%04u-%02u-%02u %02u:%02u", time.year, time.month, time.day, time.hour,
+                time.minute);
+  return text.data();
+}
+
+Json Fax(const Job& job, const std::string& file) {
+  if (!Has(job, kFaxJob)) return nullptr;
+  const DriverEnv& record = job.setup.record;
+  const auto if_on = [](bool on, std::u16string_view text) {
+    return on ? Json(platform::ToUtf8(text)) : Json(nullptr);
+  };
+  return {{"file", file.empty() ? Json(nullptr) : Json(file)},
+          {"recipients", Recipients(job)},
+          {"first", job.rangeFirst},
+          {"end", job.rangeEnd},
+          {"transmissions", Transmissions(job)},
+          {"time", Time(job)},
+          {"subAddress", if_on(Get<"SubAddress">(record) == 1, GetText<"szSubAddress">(record))},
+          {"senderId", if_on(Get<"SenderID">(record) == 1, GetText<"szSenderID">(record))},
+          {"resolution", Get<"lpQuality">(record)},
+          {"printedToo", Get<"filePrintFlag">(record) == 1}};
 }
 
 Json FontMap(const Job& job) {
@@ -97,7 +148,7 @@ std::string Ticket(const Job& job, const TicketFiles& files) {
                {"path", static_cast<int>(job.setup.path)},
                {"paper", Paper(job.setup.record)},
                {"overlay", Overlay(job, files)},
-               {"fax", Fax(job)},
+               {"fax", Fax(job, files.fax)},
                {"fontMap", FontMap(job)},
                {"refused", job.refused},
                {"settings", Settings(job.setup.record)},

@@ -13,6 +13,7 @@ namespace heron::renderdriver {
 struct TicketFiles {
   std::string pages = {};
   std::string overlay = {};
+  std::string fax = {};
   bool isMerged = false;  ///< the overlay lies under the pages
 };
 

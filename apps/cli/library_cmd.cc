@@ -242,11 +242,15 @@ bool TryRecall(const LibraryOptions& options, std::optional<uint8_t> parts, Term
     throw Failure(kRefused, "the settings can't be made to fit the other settings; nothing was changed");
   if (!options.consent.dry_run) {
     opened.Commit(&view);
-    const Bytes record = opened.Record();
+    using Recipients = SettingsSession::Recipients;
+    const Bytes record = opened.Record(options.out.empty() ? Recipients::kShare : Recipients::kCopy);
     // With --out the own record stays, but the recalled lists are the user's and are stored all the same.
     const bool kept = options.out.empty() ? opened.Keep(record, SettingsSession::Lists::kWrite) : opened.KeepLists();
     if (!kept) return false;
-    if (!options.out.empty()) WriteRecord(options.out, record);
+    if (!options.out.empty()) {
+      WriteRecord(options.out, record);
+      opened.KeepNamedFiles();
+    }
   }
   AnswerRecall(options, session, run, plan, place);
   return true;

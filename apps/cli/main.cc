@@ -22,6 +22,7 @@ int main(int argc, char** argv) {
   heron::cli::AddWatermarkCommands(app);
   heron::cli::AddFormCommands(app);
   heron::cli::AddPrintCommand(app);
+  heron::cli::AddFaxCommands(app);
   heron::cli::AddPictureCommand(app);
   heron::cli::AddControlsCommand(app);
   heron::cli::AddCatalogCommand(app);

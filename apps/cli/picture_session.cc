@@ -7,6 +7,7 @@
 
 #include "engine/sizes.h"
 #include "library_text.h"
+#include "pages/cover_preview.h"
 #include "pages/dialog_pictures.h"
 #include "platform/api/text.h"
 #include "preview/geometry.h"
@@ -31,8 +32,7 @@ struct KindName {
 constexpr KindName kKinds[] = {{"paper", PictureKind::kPaper},   {"machine", PictureKind::kMachine},
                                {"device", PictureKind::kDevice}, {"status", PictureKind::kStatus},
                                {"margin", PictureKind::kMargin}, {"quality", PictureKind::kQuality},
-                               {"watermark", PictureKind::kWatermark}};
-constexpr std::string_view kUnbuiltKinds[] = {"cover"};
+                               {"watermark", PictureKind::kWatermark}, {"cover", PictureKind::kCover}};
 
 PictureKind KindOf(const PictureOptions& options) {
   if (std::ranges::count(kUnbuiltKinds, options.kind) != 0)
@@ -195,6 +195,26 @@ Json WatermarkJson(const UiState& ui, platform::Canvas& canvas, int scale) {
           {"says", platform::ToUtf8(preview::SayWatermark(ui))}};
 }
 
+/// The sheet's texts and switches are `heron fax cover show`'s; the picture is drawn from them at once.
+Json CoverJson(const UiState& ui) {
+  if (ui.stores.faxCover == nullptr) throw std::bad_alloc();
+  const FaxCoverStore& store = *ui.stores.faxCover;
+  const platform::RECT sheet =
+      pages::CoverSheetIn(ui, {0, 0, pages::kCoverPictureSize.cx, pages::kCoverPictureSize.cy});
+  return {{"descriptor",
+           {{"style", store.style},
+            {"paper", store.fcsPaper},
+            {"pages", store.pagenum},
+            {"zoom", store.zoom},
+            {"x", store.xPosition},
+            {"y", store.yPosition},
+            {"sheet", {sheet.left, sheet.top, sheet.right, sheet.bottom}},
+            {"recipients", ui.head().faxRowCount}}},
+          {"layers", Json::array()},
+          {"labels", Json::array()},
+          {"says", "fax cover sheet, style " + std::to_string(store.style)}};
+}
+
 }  // namespace
 
 bool PictureOptions::NeedsDrawing() const {
@@ -205,7 +225,7 @@ void PictureOptions::AddTo(CLI::App& app) {
   std::vector<std::string> names;
   for (const KindName& known : kKinds) names.emplace_back(known.name);
   names.insert(names.end(), std::begin(kUnbuiltKinds), std::end(kUnbuiltKinds));
-  app.add_option("KIND", kind, "paper, machine, device, status, margin, quality or watermark")
+  app.add_option("KIND", kind, "paper, machine, device, status, margin, quality, watermark or cover")
       ->required()
       ->check(CLI::IsMember(names));
   app.add_option("-p,--printer", printer, "Printer whose settings to use")->required();
@@ -293,6 +313,8 @@ Json PictureSession::Answer(platform::Canvas* canvas, int scale) {
     case PictureKind::kWatermark:
       if (canvas == nullptr) throw std::logic_error("a watermark's letters need a canvas");
       return WatermarkJson(ui(), *canvas, scale);
+    case PictureKind::kCover:
+      return CoverJson(ui());
     case PictureKind::kPaper:
       break;
   }

@@ -14,7 +14,7 @@
 
 namespace heron::cli {
 
-enum class PictureKind { kPaper, kMachine, kDevice, kStatus, kMargin, kQuality, kWatermark };
+enum class PictureKind { kPaper, kMachine, kDevice, kStatus, kMargin, kQuality, kWatermark, kCover };
 
 struct PictureOptions {
   std::string kind;
@@ -39,8 +39,7 @@ struct PictureOptions {
 };
 
 /// The working settings of a picture: a printer's own ones, a record's or an entry's, with the changes of the options
-/// made on them and kept nowhere. Throws exit codes as `heron settings` does; `cover` is a known kind
-/// that ends with a failure.
+/// made on them and kept nowhere. Throws exit codes as `heron settings` does.
 class PictureSession {
  public:
   explicit PictureSession(const PictureOptions& options);

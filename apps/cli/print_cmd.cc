@@ -18,6 +18,7 @@
 #include <iostream>
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
 
 #include "changes/fax_mode.h"
@@ -25,6 +26,7 @@
 #include "common/page_states.h"
 #include "common/record_file.h"
 #include "engine/setting.h"
+#include "fax_commands.h"
 #include "forms/form_list.h"
 #include "generated/values.h"
 #include "platform/api/text.h"
@@ -42,6 +44,7 @@ struct PrintOptions {
   std::string printer;
   std::string in;
   std::vector<std::string> requests;
+  std::vector<std::string> to;  ///< recipients of this fax
   std::string document;
   std::string out;
   std::string form;  ///< full path of the form to make or to print with, empty for the record's own
@@ -224,8 +227,34 @@ class OwnPaperSizes {
   std::array<uint16_t, 6> sizes_{};
 };
 
+/// A job's record, and the recipients if it is a fax that has any.
+struct JobInput {
+  Bytes record;
+  std::unique_ptr<AddressBlock> recipients;
+};
+
+/// The recipients of this fax alone, in place of those that the record has.
+void ReplaceRecipients(const SettingsSession& opened, const std::vector<std::string>& to) {
+  if (to.empty()) return;
+  const auto table = std::make_unique<RecipientTable>();
+  for (const std::string& recipient : to) AddOrThrow(*table, ParseRecipient(recipient));
+  StoreRecipients(opened.ui(), *table, opened.resources());
+}
+
+/// What the number of recipients changes on the cover sheet, said on stderr.
+void AlignCoverSheet(const UiState& ui) {
+  for (const pages::CoverNotice notice : pages::AlignCover(ui))
+    std::cerr << "heron: " << Printable(pages::CoverNoticeText(notice)) << '\n';
+}
+
+std::unique_ptr<AddressBlock> RecipientsOf(const UiState& ui) {
+  auto block = std::make_unique<AddressBlock>();
+  FillAddressBlock(ui, block.get());
+  return block->count == 0 ? nullptr : std::move(block);
+}
+
 /// The starting record with the changes that were asked for.
-Bytes ChangedRecord(Printer& printer, const PrintOptions& options, const Bytes& start) {
+JobInput ChangedRecord(Printer& printer, const PrintOptions& options, const Bytes& start) {
   const DriverEnv record = AsEnv(ResolvedRecord(printer, start));
   SettingsSession opened(printer, options.printer, record);
   const Catalogue catalogue(ReadLocaleCountry());
@@ -235,6 +264,7 @@ Bytes ChangedRecord(Printer& printer, const PrintOptions& options, const Bytes& 
   opened.Commit(nullptr);
   const DriverEnv before = AsEnv(opened.Record());
   options.secrets.Own(opened);
+  ReplaceRecipients(opened, options.to);
   const OwnPaperSizes sizes(opened.ui());
   const std::vector<ChangeRecord> changes = MakeChanges(opened, options.requests, false, catalogue, view);
   sizes.PutBack(opened.ui());
@@ -245,24 +275,42 @@ Bytes ChangedRecord(Printer& printer, const PrintOptions& options, const Bytes& 
   ChooseFirstWatermark(opened.ui(), changes);
   const auto faxes = [&] { return opened.engine().Holds(engine::Control(u"lpOutput.Fax"), value::lpOutput::kFax); };
   const bool wants_fax = faxes();
+  if (!options.to.empty() && !wants_fax)
+    throw Failure(kUsage, "--to names the recipients of a fax; add -o lpOutput=Fax to send the document");
+  AlignCoverSheet(opened.ui());
   opened.Commit(&view);
   // The commit goes back to the printer, but the pages of a fax don't belong on paper.
   if (wants_fax && !faxes())
-    throw Failure(kRefused, "a fax needs a recipient, and the record has none; nothing was printed or sent");
+    throw Failure(
+        kRefused,
+        "a fax needs a recipient, and the record has none; nothing was printed or sent; name one with --to NUMBER");
   DriverEnv changed = WithChanges(record, before, AsEnv(opened.Record()));
   ApplyForm(options, changed);
   CheckForm(changes, changed);
   const Bytes job(changed.bytes.begin(), changed.bytes.end());
   CheckChanges(opened, printer, changes, job);
-  return job;
+  return {job, wants_fax ? RecipientsOf(opened.ui()) : nullptr};
 }
 
-Bytes RecordOfJob(const PrintOptions& options) {
+/// The recipients in the file that a record names. The job gets a copy, since it deletes what it has taken: the next
+/// job with this record has them as well.
+std::unique_ptr<AddressBlock> NamedRecipients(const Bytes& record) {
+  if (record.size() != kEnvSize || !IsOwnEnv(record.data())) return nullptr;
+  const DriverEnv env = AsEnv(record);
+  auto block = std::make_unique<AddressBlock>();
+  const bool fax = Get<"lpOutput">(env) == value::lpOutput::kFax;
+  if (!fax || !ReadAddressFile(Get<"faxAddressFileId">(env), block.get())) return nullptr;
+  block->count = std::min(block->count, kRecipientCount);
+  return block;
+}
+
+JobInput InputOfJob(const PrintOptions& options) {
   Printer printer(options.printer);
   const Bytes start = NamingForm(options, StartingRecord(printer, options));
-  const bool changes = !options.requests.empty() || !options.secrets.empty() || !options.form.empty();
-  const Bytes job = changes ? ChangedRecord(printer, options, start) : start;
-  TellWhatIsLeftOut(printer, job);
+  const bool changes =
+      !options.requests.empty() || !options.secrets.empty() || !options.to.empty() || !options.form.empty();
+  JobInput job = changes ? ChangedRecord(printer, options, start) : JobInput{start, NamedRecipients(start)};
+  TellWhatIsLeftOut(printer, job.record);
   return job;
 }
 
@@ -270,14 +318,15 @@ Bytes RecordOfJob(const PrintOptions& options) {
   throw Failure(kFailed, "can't " + std::string(doing) + ": " + std::strerror(errno));
 }
 
-/// A path that can be read once and gives `record`.
-std::string AsPipe(const Bytes& record) {
+/// A path that can be read once and gives `bytes`.
+std::string AsPipe(std::span<const uint8_t> bytes) {
   int ends[2];
   if (pipe(ends) != 0) FailSystem("hand the record on");
-  // A record is far smaller than what a pipe holds, so writing can't block before the reader starts.
-  const ssize_t written = write(ends[1], record.data(), record.size());
+  // A record and a list of recipients are smaller than what a pipe holds, so writing can't block before the reader
+  // starts.
+  const ssize_t written = write(ends[1], bytes.data(), bytes.size());
   close(ends[1]);
-  if (written != static_cast<ssize_t>(record.size())) FailSystem("hand the record on");
+  if (written != static_cast<ssize_t>(bytes.size())) FailSystem("hand the record on");
   return "/dev/fd/" + std::to_string(ends[0]);
 }
 
@@ -291,8 +340,13 @@ void Print(PrintOptions& options) {
     if (platform::FromUtf8(options.form).size() > kFormPathLength)
       throw Failure(kUsage, "the path of a form has at most 259 characters: \"" + Printable(options.form) + '"');
   }
-  std::vector<std::string> words = {"--printer=" + options.printer, "--record=" + AsPipe(RecordOfJob(options)),
+  const JobInput job = InputOfJob(options);
+  std::vector<std::string> words = {"--printer=" + options.printer, "--record=" + AsPipe(job.record),
                                     "--out=" + options.out, "--path=" + std::to_string(options.path)};
+  if (job.recipients != nullptr) {
+    const auto* const bytes = reinterpret_cast<const uint8_t*>(job.recipients.get());
+    words.push_back("--recipients=" + AsPipe({bytes, sizeof *job.recipients}));
+  }
   if (options.yes) words.emplace_back("--yes");
   if (options.no) words.emplace_back("--no");
   if (options.json) words.emplace_back("--json");
@@ -304,11 +358,16 @@ void Print(PrintOptions& options) {
 
 void AddPrintCommand(CLI::App& app) {
   const auto options = std::make_shared<PrintOptions>();
-  CLI::App* command = AddCommand(app, "print", "Print a text, picture or PDF into a folder: pages.pdf and job.json");
+  CLI::App* command = AddCommand(app, "print", "Print or fax a text, picture or PDF into a folder");
   command->add_option("-p,--printer", options->printer, "Printer to print on")->required();
   command->add_option("--in", options->in,
                       "Record to print with instead of your own for this printer (- for standard input)");
   command->add_option("-o", options->requests, "Change a setting for this job only; changes are made in order")
+      ->take_all()
+      ->allow_extra_args(false);
+  command
+      ->add_option("--to", options->to,
+                   "Fax number that this job alone is sent to, with a name behind an equals sign; repeated for more")
       ->take_all()
       ->allow_extra_args(false);
   options->secrets.AddTo(*command);

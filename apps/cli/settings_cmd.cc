@@ -118,11 +118,14 @@ Outcome MakeAll(const SettingsOptions& options, SettingsSession& opened, const C
 /// Stores the record where it belongs, and reads it again: what was reported must be there. False, with nothing
 /// stored, if another program changed what it belongs to.
 bool Store(const SettingsOptions& options, Printer& printer, SettingsSession& opened, const Promises& promises) {
-  const Bytes record = opened.Record();
-  if (!options.out.empty())
+  using Recipients = SettingsSession::Recipients;
+  const Bytes record = opened.Record(options.out.empty() ? Recipients::kShare : Recipients::kCopy);
+  if (!options.out.empty()) {
     WriteRecord(options.out, record);
-  else if (!opened.Keep(record))
+    opened.KeepNamedFiles();
+  } else if (!opened.Keep(record)) {
     return false;
+  }
   if (options.out == "-" || options.requests.empty()) return true;  // nothing to read back
   const SettingsKind kind = options.device ? SettingsKind::kDevice : SettingsKind::kDocument;
   SettingsSession again(printer, options.printer, options.out, kind);

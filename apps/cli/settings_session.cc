@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstring>
 #include <new>
 #include <random>
 #include <thread>
+#include <utility>
 
 #include "changes/commit.h"
 #include "devicelink/device_query.h"
@@ -61,6 +63,8 @@ void SettingsSession::OpenEnv() {
   settings_ = engine::OpenRecord(resources_.get(), env_, printer_.handle());
   if (settings_ == nullptr) FailStore("open the settings");
   lists_ = CopyOfLists(ui().stores);  // what was read, to notice at Keep that another program changed them
+  recipients_ = std::make_unique<AddressBlock>();
+  FillAddressBlock(ui(), recipients_.get());
 }
 
 void SettingsSession::Open(bool corrects) {
@@ -85,9 +89,44 @@ std::unique_ptr<engine::OpenedSettings> SettingsSession::ReadAgain() {
   return settings;
 }
 
-Bytes SettingsSession::Record() {
-  WriteBackUiState(*settings_->ui, env_, resources_.get());
+Bytes SettingsSession::Record(Recipients recipients) {
+  WriteBackUiState(*settings_->ui, env_, resources_.get(), AddressFile::kLeave);
+  WriteRecipients(recipients);
   return {env_.bytes.begin(), env_.bytes.end()};
+}
+
+void SettingsSession::WriteRecipients(Recipients recipients) {
+  const auto now = std::make_unique<AddressBlock>();
+  FillAddressBlock(ui(), now.get());
+  const bool same = std::memcmp(now.get(), recipients_.get(), sizeof *now) == 0;
+  if (same && (recipients == Recipients::kShare || now->count == 0 || new_file_ != 0)) return;
+  if (new_file_ == 0) old_file_ = Get<"faxAddressFileId">(env_);
+  DeleteAddressFile(std::exchange(new_file_, 0));
+  if (now->count > 0 && (new_file_ = MakeAddressFile(*now)) == 0) FailStore("store the recipients");
+  Set<"faxAddressFileId">(env_, new_file_);
+  recipients_ = std::make_unique<AddressBlock>(*now);
+}
+
+void SettingsSession::DropRecipients() {
+  DeleteAddressFile(std::exchange(new_file_, 0));
+  old_file_ = 0;
+}
+
+void SettingsSession::KeepNamedFiles() {
+  // The file of before belongs to the record of before, which stays as it is.
+  old_file_ = 0;
+  if (new_file_ != 0) RecordAddressFile(GetText<"dmDeviceName">(env_), std::exchange(new_file_, 0));
+}
+
+bool SettingsSession::KeepRecord(const Bytes& record) {
+  const Bytes* const seen = seen_.has_value() ? &*seen_ : nullptr;
+  UserLock lock;
+  const bool kept = KeepOwnRecord(name_, seen, record);
+  // Only the file of a record that is kept takes a place in the ring, which deletes the oldest.
+  if (kept && new_file_ != 0) RecordAddressFile(GetText<"dmDeviceName">(env_), std::exchange(new_file_, 0));
+  lock.Keep();
+  if (kept) DeleteAddressFile(std::exchange(old_file_, 0));
+  return kept;
 }
 
 bool SettingsSession::Keep(const Bytes& record, Lists lists) {
@@ -100,13 +139,12 @@ bool SettingsSession::Keep(const Bytes& record, Lists lists) {
     }
     return replaced == Replaced::kDone;
   }
-  const Bytes* const seen = seen_.has_value() ? &*seen_ : nullptr;
-  if (lists == Lists::kLeave) return KeepOwnRecord(name_, seen, record);
+  if (lists == Lists::kLeave) return KeepRecord(record);
   // Code that needs both trees takes the machine's first, so that two programs never wait for each other. A user who
   // may not write there changes no custom papers.
   platform::PrinterDataBatch printer_data(printer_.handle());
   UserLock lock;
-  if (!KeepLists() || !KeepOwnRecord(name_, seen, record)) return false;
+  if (!KeepLists() || !KeepRecord(record)) return false;
   lock.Keep();
   if (printer_data.open() && !printer_data.Keep()) FailWith(platform::kErrorWriteFault, "store the custom papers");
   return true;

@@ -11,6 +11,7 @@
 #include "common/record_file.h"
 #include "settings/printer_data.h"
 #include "uistate/list_stores.h"
+#include "uistate/recipients.h"
 
 namespace heron::cli {
 
@@ -28,6 +29,9 @@ class SettingsSession {
 
   /// The same for a document's record in memory.
   SettingsSession(Printer& printer, const std::string& name, const DriverEnv& record);
+  ~SettingsSession() { DropRecipients(); }
+  SettingsSession(const SettingsSession&) = delete;
+  SettingsSession& operator=(const SettingsSession&) = delete;
 
   /// Runs the opening steps, and the opening pass of the rules if `corrects`.
   void Open(bool corrects);
@@ -43,8 +47,10 @@ class SettingsSession {
   void Commit(engine::EngineView* view);
   /// The committed settings as the next call would read them; nothing is stored for it.
   std::unique_ptr<engine::OpenedSettings> ReadAgain();
-  /// The record that a confirmed sheet would return.
-  Bytes Record();
+  /// The record that a confirmed sheet would return. Fax recipients that were changed go to a new file, which the
+  /// record names: a file that a record names never changes, so that whoever compares records compares recipients too.
+  enum class Recipients { kShare, kCopy };  ///< whether a list that wasn't changed goes to a new file too
+  Bytes Record(Recipients recipients = Recipients::kShare);
   enum class Lists { kLeave, kWrite };  ///< whether the lists that the settings brought with them are written too
 
   /// Makes `record` what this kind of settings is kept as: the user's own working record, or the printer's saved one.
@@ -56,9 +62,14 @@ class SettingsSession {
   /// Writes the lists alone, for a record that goes to a file; false as of Keep.
   [[nodiscard]] bool KeepLists();
   std::string PlaceOfRecord() const;
+  /// For a record that goes to a file: what it names besides is kept.
+  void KeepNamedFiles();
 
  private:
   void OpenEnv();
+  void WriteRecipients(Recipients recipients);
+  void DropRecipients();
+  bool KeepRecord(const Bytes& record);
 
   using Resources = std::unique_ptr<ResourceContext, CloseContext>;
 
@@ -70,6 +81,9 @@ class SettingsSession {
   std::optional<Bytes> seen_;  ///< the own record that this session began with; nothing if it began with another
   SavedRecord saved_;          ///< the same of the printer's saved record
   ListStoreSet lists_;         ///< the lists as they were read
+  std::unique_ptr<AddressBlock> recipients_;  ///< those as they were read
+  uint32_t new_file_ = 0;                     ///< address file that Record made, and nothing keeps yet
+  uint32_t old_file_ = 0;                     ///< address file that the record of before names
   std::unique_ptr<engine::OpenedSettings> settings_;
 };
 

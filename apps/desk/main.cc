@@ -9,6 +9,7 @@
 #include <iostream>
 #include <optional>
 
+#include "common/address_file.h"
 #include "common/command.h"
 #include "common/record_file.h"
 #include "desk.h"
@@ -112,6 +113,11 @@ bool AsksToReplace() {
 void ShowDocument(cli::Printer& printer, const Options& options) {
   Bytes in = options.in.empty() ? cli::OwnRecord(options.printer) : cli::ReadRecord(options.in);
   Bytes out(static_cast<size_t>(DrvDocumentProperties(nullptr, printer.handle(), nullptr, nullptr, nullptr, 0)));
+  const Bytes read = in;
+  // The driver rewrites the recipients' file before the record is compared with the stored one.
+  std::optional<cli::SheetRecipients> recipients;
+  if (options.in.empty()) recipients.emplace(in);
+  const Bytes* const seen = options.in.empty() ? &read : nullptr;
   platform::DOCUMENTPROPERTYHEADER header{
       .cbSize = sizeof(header),
       .Reserved = 0,
@@ -121,11 +127,11 @@ void ShowDocument(cli::Printer& printer, const Options& options) {
       .pdmOut = reinterpret_cast<platform::DEVMODEW*>(out.data()),
       .cbOut = static_cast<DWORD>(out.size()),
       .fMode = options.in.empty() ? kOwnMode : kDocumentMode};
-  const Bytes* const seen = options.in.empty() ? &in : nullptr;
   const auto keep = [&](bool touched) {
     if (!options.out.empty()) return cli::WriteRecord(options.out, out);
     if (!cli::KeepConfirmedRecord(options.printer, seen, out, touched, AsksToReplace))
       throw Failure(cli::kConsent, "What another program has set meanwhile stays.");
+    if (recipients) recipients->Kept(cli::OwnRecord(options.printer));
   };
   Finish(Show({DrvDocumentPropertySheets, &header, ResourceModule(printer.handle()), {}, keep}, options));
 }

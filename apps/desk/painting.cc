@@ -2,8 +2,10 @@
 
 #include "painting.h"
 
+#include <QBuffer>
 #include <QFontDatabase>
 #include <QFontMetricsF>
+#include <QImageReader>
 #include <QPainterPath>
 #include <algorithm>
 #include <cmath>
@@ -45,10 +47,31 @@ QString Family(const LOGFONTW& font) {
   return family.startsWith(u'@') ? family.mid(1) : family;  // the mark of lines that run downwards
 }
 
+/// Fonts of a Debian desktop in place of fonts that only Windows has, best first. Where none is installed Qt takes the
+/// glyphs of any font that has them; a glyph that none has appears as an empty box.
+struct Substitutes {
+  const char16_t* family;
+  std::initializer_list<const char*> instead;
+};
+const Substitutes kSubstitutes[] = {
+    {u"宋体", {"Noto Serif CJK SC", "AR PL UMing CN", "AR PL SungtiL GB", "Liberation Serif", "DejaVu Serif"}},
+    {u"黑体", {"Noto Sans CJK SC", "WenQuanYi Zen Hei", "WenQuanYi Micro Hei", "Liberation Sans", "DejaVu Sans"}},
+    {u"Arial", {"Liberation Sans", "Nimbus Sans", "DejaVu Sans"}},
+};
+
+QStringList FamiliesFor(const QString& family) {
+  QStringList families = {family};
+  for (const Substitutes& row : kSubstitutes) {
+    if (family != QString::fromUtf16(row.family)) continue;
+    for (const char* name : row.instead) families << QString::fromLatin1(name);
+  }
+  return families;
+}
+
 QFont FontOf(const LOGFONTW& asked) {
   QFont font;  // the application's where none is named
   if (const QString family = Family(asked); !family.isEmpty())
-    font.setFamily(family);
+    font.setFamilies(FamiliesFor(family));
   else
     font.setStyleHint(QFont::SansSerif);
   const int64_t height = std::min<int64_t>(std::abs(int64_t{asked.lfHeight}), kLargestHeight);
@@ -131,6 +154,22 @@ void PaintPicture(QPainter& painter, const RECT& target, const platform::Picture
   const Clipped clipped(painter, clip);
   const QImage image(reinterpret_cast<const uchar*>(picture.pixels.data()), picture.width, picture.height,
                      QImage::Format_ARGB32);
+  painter.drawImage(Rectangle(target), image);
+}
+
+QImage ReadBitmap(std::span<const uint8_t> file) {
+  constexpr int kLargestMegabytes = 256;  // of the decoded picture
+  QImageReader::setAllocationLimit(kLargestMegabytes);
+  const auto bytes =
+      QByteArray::fromRawData(reinterpret_cast<const char*>(file.data()), static_cast<qsizetype>(file.size()));
+  QBuffer buffer;
+  buffer.setData(bytes);
+  if (!buffer.open(QIODevice::ReadOnly)) return {};
+  return QImageReader(&buffer, "BMP").read();
+}
+
+void PaintImage(QPainter& painter, const RECT& target, const QImage& image, const std::optional<RECT>& clip) {
+  const Clipped clipped(painter, clip);
   painter.drawImage(Rectangle(target), image);
 }
 

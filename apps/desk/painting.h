@@ -3,8 +3,10 @@
 // Sizes that no sheet can have are cut, so that what the driver asks for can't exhaust the memory.
 #pragma once
 
+#include <QImage>
 #include <QPainter>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -17,6 +19,11 @@ void PaintRect(QPainter& painter, const platform::RECT& area, platform::COLORREF
                const std::optional<platform::RECT>& clip);
 void PaintPicture(QPainter& painter, const platform::RECT& target, const platform::Picture& picture,
                   const std::optional<platform::RECT>& clip);
+
+/// The picture of a BMP file; null if it can't be read or is too large.
+QImage ReadBitmap(std::span<const uint8_t> file);
+void PaintImage(QPainter& painter, const platform::RECT& target, const QImage& image,
+                const std::optional<platform::RECT>& clip);
 
 QColor ColorOf(platform::COLORREF color);
 

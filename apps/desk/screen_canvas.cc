@@ -50,6 +50,11 @@ void ScreenCanvas::DrawPicture(const platform::RECT& target, const platform::Pic
   PaintPicture(painter_, target, picture, clip);
 }
 
+void ScreenCanvas::DrawBitmap(const platform::RECT& target, std::span<const uint8_t> file,
+                              const std::optional<platform::RECT>& clip) {
+  if (const QImage image = ReadBitmap(file); !image.isNull()) PaintImage(painter_, target, image, clip);
+}
+
 void ScreenCanvas::DrawResource(uint32_t number, const platform::RECT& target,
                                 const std::optional<platform::RECT>& clip) {
   if (pictures_ == nullptr) return;

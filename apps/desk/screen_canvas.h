@@ -29,6 +29,8 @@ class ScreenCanvas final : public platform::Canvas {
                 const std::optional<platform::RECT>& clip) override;
   void DrawPicture(const platform::RECT& target, const platform::Picture& picture,
                    const std::optional<platform::RECT>& clip) override;
+  void DrawBitmap(const platform::RECT& target, std::span<const uint8_t> file,
+                  const std::optional<platform::RECT>& clip) override;
   void DrawResource(uint32_t number, const platform::RECT& target, const std::optional<platform::RECT>& clip) override;
   std::optional<platform::SIZE> ResourceSize(uint32_t number) override;
   bool HasDarkGround() const override { return dark_; }

@@ -17,6 +17,7 @@
 #include "apps/desk/picture_cache.h"
 #include "apps/desk/screen_canvas.h"
 #include "catalog/strings.h"
+#include "pages/cover_preview.h"
 #include "pages/dialog_pictures.h"
 #include "preview/geometry.h"
 #include "preview/painter.h"
@@ -37,6 +38,7 @@ platform::SIZE SizeOf(PictureKind kind, int scale) {
   const auto [width, height] = kind == PictureKind::kStatus      ? preview::kStatusSize
                                : kind == PictureKind::kMargin    ? kMarginSize
                                : kind == PictureKind::kWatermark ? preview::kWatermarkPictureSize
+                               : kind == PictureKind::kCover     ? pages::kCoverPictureSize
                                                                  : preview::kUpperSize;
   return {width * scale, height * scale};
 }
@@ -59,6 +61,10 @@ void DrawKind(PictureKind kind, UiState& ui, platform::Canvas& canvas, const REC
           preview::DescribeWatermark(ui, preview::CurrentWatermark(ui), preview::WatermarkView::kPage, place,
                                      canvas.FontFamilies(), canvas),
           canvas);
+    case PictureKind::kCover: {
+      const StringsInUse texts;
+      return pages::DrawCoverPreview(ui, canvas, place);
+    }
     case PictureKind::kMargin:
       const pages::MarginPicture picture = pages::DescribeMargin(ui);
       canvas.DrawResource(pages::MarginFrame(picture), place, {});

@@ -97,8 +97,15 @@ void JobCanvas::DrawPicture(const RECT& target, const platform::Picture& picture
   });
 }
 
+void JobCanvas::DrawBitmap(const RECT& target, std::span<const uint8_t> file, const std::optional<RECT>& clip) {
+  const QImage image = desk::ReadBitmap(file);
+  if (image.isNull()) return;
+  Keep([=](QPainter& painter) { desk::PaintImage(painter, target, image, clip); });
+}
+
 bool JobCanvas::StartPage() {
   if (!renderdriver::StartJobPage(job_)) return false;
+  cover_ = renderdriver::CoverSheetOf(job_);
   content_.clear();
   under_.clear();
   over_.clear();
@@ -125,6 +132,17 @@ Drawing JobCanvas::DeferredStamp(const renderdriver::DeferredStamp& stamp) const
   return line;
 }
 
+/// A cover sheet is drawn at the size of the document's page; the device brings it onto its own paper.
+bool JobCanvas::AddCover(std::span<const Drawing> drawings) {
+  const double tenths = space_.dpi / 254;
+  const QSizeF size(cover_->width * tenths, cover_->length * tenths);
+  const Drawing scaled = [drawings, scale = cover_->scale](QPainter& painter) {
+    painter.scale(scale, scale);
+    for (const Drawing& drawing : drawings) drawing(painter);
+  };
+  return sheets_.AddSheet({}, {}, {&scaled, 1}, size);
+}
+
 bool JobCanvas::EndPage() {
   if (!job_.pageOpen) return false;
   if (const auto stamp = renderdriver::StampLeftTo(job_)) under_.push_back(DeferredStamp(*stamp));
@@ -136,7 +154,7 @@ bool JobCanvas::EndPage() {
   std::vector<Drawing> over;
   if (!under_.empty()) over.emplace_back(again);
   for (Drawing& drawing : over_) over.push_back(std::move(drawing));
-  const bool written = sheets_.AddSheet(content_, under_, over);
+  const bool written = cover_ ? AddCover(over) : sheets_.AddSheet(content_, under_, over);
   return renderdriver::EndJobPage(job_) && written;
 }
 

@@ -34,11 +34,14 @@ class JobCanvas : public platform::Canvas {
                 const std::optional<platform::RECT>& clip) override;
   void DrawPicture(const platform::RECT& target, const platform::Picture& picture,
                    const std::optional<platform::RECT>& clip) override;
+  void DrawBitmap(const platform::RECT& target, std::span<const uint8_t> file,
+                  const std::optional<platform::RECT>& clip) override;
   bool StartPage() override;
   bool EndPage() override;
 
  private:
   void Keep(Drawing drawing);
+  bool AddCover(std::span<const Drawing> drawings);
   Drawing DeferredStamp(const renderdriver::DeferredStamp& stamp) const;
 
   renderdriver::Job& job_;
@@ -47,6 +50,7 @@ class JobCanvas : public platform::Canvas {
   std::vector<PlacedPage> content_;
   std::vector<Drawing> under_;
   std::vector<Drawing> over_;
+  std::optional<renderdriver::CoverSheet> cover_;  ///< of the page, if it is a cover sheet on a paper of its own
   std::vector<platform::FontFamily> families_;
 };
 

@@ -4,7 +4,9 @@
 
 #include <CLI/CLI.hpp>
 #include <QGuiApplication>
+#include <cstdio>
 #include <iostream>
+#include <memory>
 #include <new>
 
 #include "common/command.h"
@@ -20,6 +22,7 @@ namespace {
 struct Options {
   PrintRequest request;
   std::string record;
+  std::string recipients;
   int path = cli::kPageStates.at("compact");
   bool yes = false;
   bool no = false;
@@ -45,6 +48,7 @@ void Answer(const Options& options, const PrintedJob& printed) {
                            {"pages", printed.pages},
                            {"jobId", printed.id},
                            {"refused", printed.refused},
+                           {"fax", printed.fax.empty() ? cli::Json(nullptr) : cli::Json(printed.fax)},
                            {"overlay", printed.overlay.empty() ? cli::Json(nullptr) : cli::Json(printed.overlay)},
                            {"merged", printed.merged},
                            {"form", printed.form.empty() ? cli::Json(nullptr) : cli::Json(printed.form)}});
@@ -55,13 +59,25 @@ void Answer(const Options& options, const PrintedJob& printed) {
     return;
   }
   std::cout << "Printed " << printed.pages << (printed.pages == 1 ? " page" : " pages") << " to " << folder
-            << ": pages.pdf, job.json\n";
+            << (printed.fax.empty() ? ": pages.pdf, job.json\n" : ": pages.pdf, fax.tif, job.json\n");
+}
+
+/// Exactly the bytes of a block; its count is bounded.
+AddressBlock ReadRecipients(const std::string& path) {
+  AddressBlock block{};
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), std::fclose);
+  const bool whole =
+      file != nullptr && std::fread(&block, sizeof block, 1, file.get()) == 1 && std::fgetc(file.get()) == EOF;
+  if (!whole || block.count > kRecipientCount)
+    throw cli::Failure(cli::kFailed, '"' + cli::Printable(path) + "\" isn't a list of recipients");
+  return block;
 }
 
 void Run(Options& options) {
   umask(077);  // a job may hold confidential pages and settings
   CatchInterrupts();
   options.request.record = cli::ReadRecord(options.record);
+  if (!options.recipients.empty()) options.request.recipients = ReadRecipients(options.recipients);
   options.request.path = static_cast<renderdriver::DrawPath>(options.path);
   Progress progress;
   const TerminalDesk desk(options.yes  ? cli::Consent::kYes
@@ -78,6 +94,8 @@ void AddOptions(CLI::App& app, Options& options) {
   app.set_version_flag("--version", "heron-spool " HERON_VERSION, "Show the version");
   app.add_option("-p,--printer", options.request.printer, "Printer to print on")->required();
   app.add_option("--record", options.record, "The job's record (- for standard input)")->required();
+  app.add_option("--recipients", options.recipients,
+                 "The recipients of a fax, in place of those that the record names");
   app.add_option("--out", options.request.folder, "Folder that receives the job")->required();
   app.add_option(
          "--path", options.path,

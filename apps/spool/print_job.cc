@@ -4,11 +4,14 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <qpdf/QPDFExc.hh>
 
+#include "common/address_file.h"
 #include "document.h"
 #include "entry/exports.h"
+#include "fax_file.h"
 #include "form_page.h"
 #include "generated/values.h"
 #include "interrupt.h"
@@ -36,6 +39,7 @@ using renderdriver::Job;
 constexpr char kPagesFile[] = "pages.pdf";
 constexpr char kTicketFile[] = "job.json";
 constexpr char kOverlayFile[] = "overlay.vxf";
+constexpr char kFaxFile[] = "fax.tif";
 constexpr LONG kJobNumber = 1;  ///< the spooler's own; the driver only hands it on
 
 platform::DEVMODEW* AsDevMode(Bytes& bytes) {
@@ -125,6 +129,7 @@ struct Run {
   FormPage& form;
   const JobFolder& folder;
   Progress& progress;
+  std::function<void()> written;  ///< once the pages are there
 };
 
 /// What lies on a page of the job, the lowest first. The form comes first: what is printed on it must stay readable.
@@ -170,7 +175,8 @@ void RunDocument(const Run& run, const std::u16string& title) {
     run.events.Send(platform::DOCUMENTEVENT_STARTDOCPOST, "STARTDOCPOST", &number, sizeof number);
     PrintPages(run);
     run.events.Send(platform::DOCUMENTEVENT_ENDDOC, "ENDDOC");
-    WritePages(run);  // before ENDDOCPOST: a job that can't be written still ends with ABORTDOC
+    WritePages(run);
+    run.written();  // before ENDDOCPOST: a job that can't be written still ends with ABORTDOC
     run.events.Send(platform::DOCUMENTEVENT_ENDDOCPOST, "ENDDOCPOST");
   } catch (...) {
     // Whatever went wrong, the driver must learn that the document ended.
@@ -188,12 +194,51 @@ std::string KeepOverlay(const Job& job, const JobFolder& folder) {
   return kOverlayFile;
 }
 
+/// The recipients of one job in a file of its own, which the driver takes; gone with the job, however it ends.
+class JobRecipients {
+ public:
+  JobRecipients(const PrintRequest& request, Bytes& record) {
+    if (!request.recipients || record.size() != kEnvSize) return;
+    const auto* const bytes = reinterpret_cast<const uint8_t*>(&*request.recipients);
+    id_ = cli::MakeAddressCopy({bytes, sizeof *request.recipients});
+    if (id_ == 0) cli::FailStore("store the recipients of the job");
+    DriverEnv env;
+    std::ranges::copy(record, env.bytes.begin());
+    Set<"faxAddressFileId">(env, id_);
+    Set<"faxAddressCount">(env, static_cast<uint16_t>(request.recipients->count));
+    std::ranges::copy(env.bytes, record.begin());
+  }
+  ~JobRecipients() { cli::DeleteAddressCopy(id_); }
+  JobRecipients(const JobRecipients&) = delete;
+  JobRecipients& operator=(const JobRecipients&) = delete;
+
+ private:
+  uint32_t id_ = 0;
+};
+
+/// What a fax server takes. Its name, empty for a job that isn't a fax.
+std::string KeepFax(const Job& job, const JobFolder& folder, Progress& progress) {
+  const std::vector<renderdriver::Transmission> sent = renderdriver::TransmissionsOf(job);
+  if (sent.empty()) return {};
+  std::vector<int> covers;
+  for (const renderdriver::Transmission& transmission : sent) covers.push_back(transmission.covers);
+  const FaxPages pages{folder.Path(kPagesFile), covers, job.pages, Get<"lpQuality">(job.setup.record)};
+  const bool written = WriteFaxFile(pages, folder.Path(kFaxFile), [&](int page, int of) {
+    EndIfInterrupted();
+    progress.Show("Writing the fax: page " + std::to_string(page) + " of " + std::to_string(of));
+  });
+  if (!written) throw Failure(cli::kFailed, "the fax couldn't be written; check the disk");
+  return kFaxFile;
+}
+
 }  // namespace
 
 PrintedJob Print(const PrintRequest& request, const TerminalDesk& desk, Progress& progress) {
   JobFolder folder(request.folder);
   cli::Printer printer(request.printer);
-  Bytes record = Resolved(printer, request.record);
+  Bytes given = request.record;
+  const JobRecipients recipients(request, given);
+  Bytes record = Resolved(printer, std::move(given));
   AnnounceContext(printer, record);
   Job job = OpenRenderJob(request, record);
   JobCanvas canvas(job, folder.Path(kPagesFile));
@@ -202,9 +247,11 @@ PrintedJob Print(const PrintRequest& request, const TerminalDesk& desk, Progress
       request.document == "-" ? u"-" : std::filesystem::path(request.document).filename().u16string();
   job.document = title;
   FormPage form;
+  std::string fax;
   try {
     Events events(printer, canvas, job, desk);
-    RunDocument({events, job, canvas, *document, form, folder, progress}, title);
+    RunDocument({events, job, canvas, *document, form, folder, progress, [&] { fax = KeepFax(job, folder, progress); }},
+                title);
   } catch (const QPDFExc&) {
     FailDocument(DocumentName(request.document), "the PDF is damaged");
   }
@@ -214,11 +261,12 @@ PrintedJob Print(const PrintRequest& request, const TerminalDesk& desk, Progress
                      .refused = job.refused,
                      .id = platform::ToUtf8(job.id),
                      .overlay = KeepOverlay(job, folder),
+                     .fax = fax,
                      .merged = form.isMerged(),
                      .lacksForm = wants_form && job.form.mode == overlay::kNoOverlay && !desk.declined(),
                      .form = made ? platform::ToUtf8(job.form.path) : std::string()};
   const std::string ticket = renderdriver::Ticket(
-      job, {.pages = made ? "" : kPagesFile, .overlay = printed.overlay, .isMerged = printed.merged});
+      job, {.pages = made ? "" : kPagesFile, .overlay = printed.overlay, .fax = fax, .isMerged = printed.merged});
   folder.Write(kTicketFile, {reinterpret_cast<const uint8_t*>(ticket.data()), ticket.size()});
   folder.Keep();  // last: from here on the job is visible
   return printed;

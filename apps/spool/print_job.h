@@ -1,12 +1,14 @@
 // Prints one document like an application: sends the driver every document event; the printing half keeps the job.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "common/command.h"
 #include "common/record_file.h"
 #include "renderdriver/job.h"
 #include "terminal_desk.h"
+#include "uistate/recipients.h"
 
 namespace heron::spool {
 
@@ -15,6 +17,7 @@ struct PrintRequest {
   cli::Bytes record;     ///< the application's input; at least the public part
   std::string document;  ///< path, or "-"
   std::string folder;
+  std::optional<AddressBlock> recipients;  ///< of a fax, in place of those in the file that the record names
   renderdriver::DrawPath path = renderdriver::DrawPath::k488;
 };
 
@@ -24,6 +27,7 @@ struct PrintedJob {
   size_t refused = 0;  ///< escapes that the printing side refused
   std::string id;
   std::string overlay;     ///< file in the folder, empty for none
+  std::string fax;         ///< likewise
   bool merged = false;     ///< the form lies under the pages
   bool lacksForm = false;  ///< the driver left the record's form out, and nobody had declined it
   std::string form;        ///< the file of the form that was made instead of printed pages, empty for none

@@ -119,8 +119,8 @@ SheetFile::~SheetFile() {
 }
 
 bool SheetFile::AddSheet(std::span<const PlacedPage> pages, std::span<const Drawing> under,
-                         std::span<const Drawing> over) {
-  Sheet sheet;
+                         std::span<const Drawing> over, const std::optional<QSizeF>& size) {
+  Sheet sheet{size.value_or(space_.sheet.size()), {}};
   AddLayer(sheet, under);
   for (const PlacedPage& placed : pages) {
     Placement placement{{}, std::nullopt, placed.page.size, placed.box, placed.rotate};
@@ -129,7 +129,7 @@ bool SheetFile::AddSheet(std::span<const PlacedPage> pages, std::span<const Draw
     } else {
       placement.form = FormOf(placed.page.pdf);
     }
-    sheet.push_back(std::move(placement));
+    sheet.placements.push_back(std::move(placement));
   }
   AddLayer(sheet, over);
   sheets_.push_back(std::move(sheet));
@@ -138,7 +138,7 @@ bool SheetFile::AddSheet(std::span<const PlacedPage> pages, std::span<const Draw
 
 void SheetFile::AddLayer(Sheet& sheet, std::span<const Drawing> drawings) {
   if (drawings.empty()) return;
-  sheet.push_back({{}, Draw(space_.sheet.size(), drawings), space_.sheet.size(), space_.sheet, 0});
+  sheet.placements.push_back({{}, Draw(sheet.size, drawings), sheet.size, QRectF(QPointF(), sheet.size), 0});
 }
 
 /// The number of the scratch file's page that holds the drawings.
@@ -215,10 +215,10 @@ void SheetFile::LoadDrawn(QPDF& drawn) {
 
 void SheetFile::AddPage(const Sheet& sheet) {
   const double points = kPointsPerInch / space_.dpi;
-  const QRectF media(QPointF(), space_.sheet.size() * points);
+  const QRectF media(QPointF(), sheet.size * points);
   QPDFObjectHandle forms = QPDFObjectHandle::newDictionary();
   std::string drawing;
-  for (const Placement& placement : sheet) {
+  for (const Placement& placement : sheet.placements) {
     QPDFObjectHandle form = placement.drawn ? drawn_forms_[*placement.drawn] : placement.form;
     const std::string name = "/F" + std::to_string(forms.getKeys().size());
     forms.replaceKey(name, form);

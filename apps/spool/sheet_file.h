@@ -39,8 +39,10 @@ class SheetFile {
   SheetFile& operator=(const SheetFile&) = delete;
 
   /// Adds a sheet: `under`, then `pages`, then `over`, each in its order. The documents of the pages must live until
-  /// Finish. False if the scratch file couldn't be written; throws a QPDFExc if a page's PDF is damaged.
-  bool AddSheet(std::span<const PlacedPage> pages, std::span<const Drawing> under, std::span<const Drawing> over);
+  /// Finish. `size`, in dots, is that of a sheet unlike the others. False if the scratch file couldn't be written;
+  /// throws a QPDFExc if a page's PDF is damaged.
+  bool AddSheet(std::span<const PlacedPage> pages, std::span<const Drawing> under, std::span<const Drawing> over,
+                const std::optional<QSizeF>& size = std::nullopt);
 
   /// Writes the file; `progress` is called with the share that is done, in percent, and may throw to end it. False if
   /// the file couldn't be written; throws a QPDFExc if a document is damaged.
@@ -55,7 +57,10 @@ class SheetFile {
     QRectF box;
     int rotate;
   };
-  using Sheet = std::vector<Placement>;
+  struct Sheet {
+    QSizeF size;
+    std::vector<Placement> placements;
+  };
 
   void AddLayer(Sheet& sheet, std::span<const Drawing> drawings);
   size_t Draw(const QSizeF& size, std::span<const Drawing> drawings);

@@ -18,6 +18,22 @@ struct JobRecordBlock {
   static constexpr size_t kEnvExtraSize = 1901;  ///< EnvExtra of the job, the record's last bytes
 };
 
+/// The device fields, the front of the JobRecordBlock and what EscRestoreDevice sends. What isn't named is the printing
+/// side's own.
+struct DeviceFields {
+  static constexpr size_t kSize = 1996;
+  static constexpr size_t kPaperKind = 25;          ///< u8: 3 if a cover sheet has a paper of its own
+  static constexpr size_t kPaperFlags = 26;         ///< two u16
+  static constexpr size_t kOwnOrientation = 82;     ///< u8: of a cover sheet's document
+  static constexpr size_t kOrientation = 84;        ///< u16: 1 upright, 2 across
+  static constexpr size_t kPrintableDots = 128;     ///< four u32: left, top, right, bottom in dots
+  static constexpr size_t kPrintable = 144;         ///< the same in hundredths of a millimetre
+  static constexpr size_t kPaper = 208;             ///< u16: code of the paper
+  static constexpr size_t kOutputPaperWidth = 230;  ///< u16, tenths of a millimetre
+  static constexpr size_t kOutputPaperLength = 232;
+  static constexpr size_t kZoom = 240;  ///< u8, percent
+};
+
 /// The reply of EscGetJobState.
 struct JobStateBlock {
   static constexpr size_t kSize = 28332;

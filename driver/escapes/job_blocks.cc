@@ -12,15 +12,24 @@ constexpr uint32_t kLargestRecord = 0x10000;
 
 }  // namespace
 
-std::unique_ptr<DriverEnv> FetchJobRecord(platform::HDC hdc) {
-  const auto block = std::make_unique<std::array<uint8_t, JobRecordBlock::kSize>>();
+std::unique_ptr<JobRecord> FetchJobRecordBlock(platform::HDC hdc) {
+  auto block = std::make_unique<JobRecord>();
   if (!AskEscape<"EscGetJobRecord">(hdc, block.get())) return nullptr;
-  const size_t extra = ReadAt<uint16_t>(*block, JobRecordBlock::kExtraOffset);
-  if (extra + JobRecordBlock::kEnvExtraSize > block->size()) return nullptr;
+  return block;
+}
+
+std::unique_ptr<DriverEnv> FetchJobRecord(platform::HDC hdc) {
+  const std::unique_ptr<JobRecord> block = FetchJobRecordBlock(hdc);
+  return block == nullptr ? nullptr : SettingsIn(*block);
+}
+
+std::unique_ptr<DriverEnv> SettingsIn(const JobRecord& block) {
+  const size_t extra = ReadAt<uint16_t>(block, JobRecordBlock::kExtraOffset);
+  if (extra + JobRecordBlock::kEnvExtraSize > block.size()) return nullptr;
   static_assert(JobRecordBlock::kEnvBaseSize == kEnvBaseSize && JobRecordBlock::kEnvExtraSize == kEnvExtraSize);
   auto env = std::make_unique<DriverEnv>();
-  std::memcpy(env->bytes.data() + kPublicSize, block->data() + JobRecordBlock::kEnvBase, kEnvBaseSize);
-  std::memcpy(env->bytes.data() + kPublicSize + kEnvBaseSize, block->data() + extra, kEnvExtraSize);
+  std::memcpy(env->bytes.data() + kPublicSize, block.data() + JobRecordBlock::kEnvBase, kEnvBaseSize);
+  std::memcpy(env->bytes.data() + kPublicSize + kEnvBaseSize, block.data() + extra, kEnvExtraSize);
   static_assert(FieldOf<"publicMirror">().Size() == kPublicSize);
   std::memcpy(env->bytes.data(), FieldBytes<"publicMirror">(*env), kPublicSize);
   return env;

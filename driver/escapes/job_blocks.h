@@ -30,6 +30,12 @@ inline constexpr int kGoOn = 1;
 inline constexpr int kStop = 0;
 inline constexpr int kFailed = -1;
 
+/// The reply of EscGetJobRecord, whose front are the device fields; null if the escape fails.
+using JobRecord = std::array<uint8_t, JobRecordBlock::kSize>;
+std::unique_ptr<JobRecord> FetchJobRecordBlock(platform::HDC hdc);
+/// The settings in it; null if it names a place for EnvExtra where it doesn't fit.
+std::unique_ptr<DriverEnv> SettingsIn(const JobRecord& block);
+
 /// The job's settings out of the JobRecordBlock, with the public part taken from its mirror; null if the escape fails
 /// or the block names a place for EnvExtra where it doesn't fit.
 std::unique_ptr<DriverEnv> FetchJobRecord(platform::HDC hdc);

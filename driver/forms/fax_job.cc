@@ -2,9 +2,11 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <vector>
 
 #include "catalog/strings.h"
 #include "escapes/job_dialogue.h"
+#include "forms/cover_sheets.h"
 #include "forms/fax_transmission.h"
 #include "forms/handlers.h"
 #include "forms/temp_files.h"
@@ -71,18 +73,13 @@ bool Confirm(HDC hdc, const FaxState& status) {
 
 /// The recipients of the one transmission; false if an escape fails.
 bool SendRange(HDC hdc, const FaxState& status) {
-  if (!status.fax || status.recipients == 0) return true;
-  if (status.coverSheets) {
-    // Cover sheets aren't drawn yet, and a fax without the one that was asked for isn't what the user wants.
-    ShowMessage(GetUiString(text::kCoverSheetsUnavailable), GetUiString(text::kSendFax), MB_OK | MB_ICONINFORMATION);
-    return SendEscape<"EscFaxCancel">(hdc);
-  }
   const auto count = std::min<uint32_t>(status.recipients, JobStateBlock::kMaxRecipients);
   return SendEscape<"EscFaxRangeFirst">(hdc, uint32_t{0}) && SendEscape<"EscFaxRangeEnd">(hdc, count);
 }
 
 /// Before the first page. The status is asked for again after each step, since each may change it.
-int StartFirstPage(HDC hdc) {
+int StartFirstPage(const DocumentEvent& event) {
+  const HDC hdc = event.hdc;
   auto status = FetchFaxState(hdc);
   if (!status.has_value()) return kStop;
   if (status->pageDone) return kGoOn;
@@ -93,14 +90,19 @@ int StartFirstPage(HDC hdc) {
   if (!status.has_value() || !Confirm(hdc, *status)) return kStop;
   status = FetchFaxState(hdc);
   if (!status.has_value()) return kStop;
-  return SendRange(hdc, *status) ? kGoOn : kFailed;
+  if (!status->fax || status->recipients == 0) return kGoOn;
+  const bool sent = status->coverSheets ? BuildCoverSheets(PrinterName(event.printer), hdc) : SendRange(hdc, *status);
+  return sent ? kGoOn : kFailed;
 }
 
-/// Deletes the cover files that the state names, telling of each.
-bool DeleteCoverFiles(HDC hdc, const JobState& state) {
+/// Deletes the cover files that the state names, telling of each, and adds them to `deleted`.
+bool DeleteCoverFiles(HDC hdc, const JobState& state, std::vector<std::u16string>* deleted) {
   constexpr uint32_t kRoom = (JobStateBlock::kSize - JobStateBlock::kCoverFile) / JobStateBlock::kCoverFileSize;
   const std::u16string folder = ReadTextAt(state, JobStateBlock::kCoverFolder, kPathLength);
-  const auto remove = [&](size_t offset) { DeleteTempFile(folder + ReadTextAt(state, offset, kCoverNameLength)); };
+  const auto remove = [&](size_t offset) {
+    deleted->push_back(folder + ReadTextAt(state, offset, kCoverNameLength));
+    DeleteTempFile(deleted->back());
+  };
   const uint32_t count = std::min(ReadAt<uint32_t>(state, JobStateBlock::kCoverFiles), kRoom);
   for (uint32_t i = 0; i < count; ++i) {
     remove(JobStateBlock::kCoverFile + i * JobStateBlock::kCoverFileSize);
@@ -115,8 +117,9 @@ int EndDocumentPost(const DocumentEvent& event) {
   if (!status.has_value()) return kStop;
   if (!status->fax || !status->coverSheets) return kGoOn;
   const auto state = FetchJobState(event.hdc);
-  if (state == nullptr || !DeleteCoverFiles(event.hdc, *state)) return kStop;
-  ForgetTempFiles(PrinterName(event.printer));
+  std::vector<std::u16string> deleted;
+  if (state == nullptr || !DeleteCoverFiles(event.hdc, *state, &deleted)) return kStop;
+  ForgetTempFiles(PrinterName(event.printer), deleted);
   return kGoOn;
 }
 
@@ -127,7 +130,7 @@ int OnFaxJob(const DocumentEvent& event) {
     case DOCUMENTEVENT_STARTDOC:
       return StartDocument(event);
     case DOCUMENTEVENT_STARTPAGE:
-      return StartFirstPage(event.hdc);
+      return StartFirstPage(event);
     case DOCUMENTEVENT_ENDDOC:
       return SendEscape<"EscFaxEndDoc">(event.hdc) ? kGoOn : kStop;
     case DOCUMENTEVENT_ENDDOCPOST:

@@ -20,9 +20,10 @@ int MakeSpoolFile(const DocumentEvent& event) {
 }
 
 int RemoveSpoolFile(const DocumentEvent& event, const JobState& state) {
-  DeleteTempFile(ReadTextAt(state, JobStateBlock::kSpoolFile, kPathLength));
+  const std::u16string path = ReadTextAt(state, JobStateBlock::kSpoolFile, kPathLength);
+  DeleteTempFile(path);
   if (!SendEscape<"EscSpoolFileDone">(event.hdc)) return kStop;
-  ForgetTempFile(PrinterName(event.printer), kSpoolFileNumber);
+  ForgetTempFiles(PrinterName(event.printer), {&path, 1});
   return kGoOn;
 }
 

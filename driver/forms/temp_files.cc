@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
 #include "platform/api/files.h"
 #include "platform/api/handles.h"
@@ -63,6 +64,52 @@ void DeleteRecordPart(std::u16string_view printer_name, const char16_t* part) {
   RegDeleteKeyW(HKEY_CURRENT_USER, BuildUserKey(printer_name, kRecord, part).c_str());
 }
 
+/// The whole record; a path that isn't a temporary file of ours isn't part of it.
+struct Record {
+  std::vector<std::u16string> numbered;
+  std::u16string spool;
+};
+
+bool IsTempFile(std::u16string_view path) {
+  const std::u16string folder = SpoolFolder();
+  return !folder.empty() && path.starts_with(folder) && IsTempFileName(path.substr(folder.size()));
+}
+
+Record ReadRecord(std::u16string_view printer_name) {
+  Record record;
+  const UniqueKey names = OpenRecord(printer_name, kNameKey);
+  if (names == nullptr) return record;
+  const uint32_t count = RecordedCount(printer_name);
+  for (uint32_t number = 0; number < count; ++number) {
+    std::u16string path = RecordedPath(names.get(), number);
+    if (IsTempFile(path)) record.numbered.push_back(std::move(path));
+  }
+  record.spool = RecordedPath(names.get(), kSpoolFileNumber);
+  if (!IsTempFile(record.spool)) record.spool.clear();
+  return record;
+}
+
+/// Replaces the record; without files there is none.
+bool WriteRecord(std::u16string_view printer_name, const Record& record) {
+  DeleteRecordPart(printer_name, kNameKey);
+  bool written = RecordTempFileCount(printer_name, static_cast<uint32_t>(record.numbered.size()));
+  for (uint32_t number = 0; number < record.numbered.size(); ++number)
+    written = RecordTempFile(printer_name, number, record.numbered[number]) && written;
+  if (!record.spool.empty()) written = RecordTempFile(printer_name, kSpoolFileNumber, record.spool) && written;
+  return written;
+}
+
+/// Deletes the file; true if it is there all the same, since a job of another process uses it.
+bool IsInUse(const std::u16string& path) {
+  return !path.empty() && !DeleteTempFile(path) && GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+void DropRecord(std::u16string_view printer_name, platform::RegistryBatch& batch) {
+  DeleteRecordPart(printer_name, kCountKey);
+  DeleteRecordPart(printer_name, kNameKey);
+  batch.Keep();
+}
+
 }  // namespace
 
 std::u16string SpoolFolder() {
@@ -82,8 +129,7 @@ std::u16string MakeTempFile(const char16_t* prefix) {
 }
 
 bool DeleteTempFile(std::u16string_view path) {
-  const std::u16string folder = SpoolFolder();
-  if (folder.empty() || !path.starts_with(folder) || !IsTempFileName(path.substr(folder.size()))) return false;
+  if (!IsTempFile(path)) return false;
   return DeleteFileW(std::u16string(path).c_str()) != 0;
 }
 
@@ -105,23 +151,33 @@ bool RecordTempFile(std::u16string_view printer_name, uint32_t number, std::u16s
                                           reinterpret_cast<const uint8_t*>(text.c_str()), size) == kErrorSuccess;
 }
 
-void ForgetTempFile(std::u16string_view printer_name, uint32_t number) {
-  const UniqueKey names = CreateKey(HKEY_CURRENT_USER, BuildUserKey(printer_name, kRecord, kNameKey).c_str());
-  if (names != nullptr) RegDeleteValueW(names.get(), ValueName(number).c_str());
+bool RecordTempFiles(std::u16string_view printer_name, std::span<const std::u16string> paths) {
+  platform::RegistryBatch batch(HKEY_CURRENT_USER);
+  if (!batch.open()) return false;
+  Record record = ReadRecord(printer_name);
+  if (record.numbered.size() + paths.size() > kTempFileCount) return false;
+  record.numbered.insert(record.numbered.end(), paths.begin(), paths.end());
+  return WriteRecord(printer_name, record) && batch.Keep();
 }
 
-void ForgetTempFiles(std::u16string_view printer_name) {
-  DeleteRecordPart(printer_name, kCountKey);
-  DeleteRecordPart(printer_name, kNameKey);
+void ForgetTempFiles(std::u16string_view printer_name, std::span<const std::u16string> paths) {
+  platform::RegistryBatch batch(HKEY_CURRENT_USER);
+  if (!batch.open()) return;
+  Record record = ReadRecord(printer_name);
+  const auto gone = [&](const std::u16string& path) { return std::ranges::count(paths, path) != 0; };
+  std::erase_if(record.numbered, gone);
+  if (gone(record.spool)) record.spool.clear();
+  if (WriteRecord(printer_name, record)) batch.Keep();
 }
 
 void DeleteRecordedFiles(std::u16string_view printer_name) {
-  const UniqueKey names = OpenRecord(printer_name, kNameKey);
-  if (names == nullptr) return;
-  const uint32_t count = RecordedCount(printer_name);
-  for (uint32_t number = 0; number < count; ++number) DeleteTempFile(RecordedPath(names.get(), number));
-  DeleteTempFile(RecordedPath(names.get(), kSpoolFileNumber));
-  ForgetTempFiles(printer_name);
+  platform::RegistryBatch batch(HKEY_CURRENT_USER);
+  if (!batch.open()) return;
+  Record record = ReadRecord(printer_name);
+  if (record.numbered.empty() && record.spool.empty()) return DropRecord(printer_name, batch);
+  std::erase_if(record.numbered, [](const std::u16string& path) { return !IsInUse(path); });
+  if (!IsInUse(record.spool)) record.spool.clear();
+  if (WriteRecord(printer_name, record)) batch.Keep();
 }
 
 }  // namespace heron

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -33,10 +34,15 @@ bool DeleteTempFile(std::u16string_view path);
 /// count. False if it can't be written.
 bool RecordTempFileCount(std::u16string_view printer_name, uint32_t count);
 bool RecordTempFile(std::u16string_view printer_name, uint32_t number, std::u16string_view path);
-void ForgetTempFile(std::u16string_view printer_name, uint32_t number);
-void ForgetTempFiles(std::u16string_view printer_name);
 
-/// Deletes every recorded file that is ours, then the record.
+/// Records files of one job, numbered behind those of jobs that still run; all in one transaction. False, with the
+/// record unchanged, if it can't be written or has no room.
+bool RecordTempFiles(std::u16string_view printer_name, std::span<const std::u16string> paths);
+/// Takes these files, and no others, out of the record; the rest is numbered anew.
+void ForgetTempFiles(std::u16string_view printer_name, std::span<const std::u16string> paths);
+
+/// Deletes every recorded file that is ours, and its record. A file that a job of another process still uses stays,
+/// and so does its record.
 void DeleteRecordedFiles(std::u16string_view printer_name);
 
 }  // namespace heron

@@ -5,6 +5,7 @@
 #include "changes/reports.h"
 #include "engine/page_list.h"
 #include "pages/device_page.h"
+#include "pages/fax_page.h"
 #include "pages/font_page.h"
 #include "pages/organize_dialog.h"
 #include "pages/overlay_page.h"
@@ -272,6 +273,8 @@ std::unique_ptr<platform::DialogLogic> MakePage(SheetContext& sheet, const PageR
       return std::make_unique<WatermarkPage>(sheet, row);
     case dialog::kQualityPage:
       return std::make_unique<QualityPage>(sheet, row);
+    case dialog::kFaxPage:
+      return std::make_unique<FaxPage>(sheet, row);
     case dialog::kFontPage:
       return std::make_unique<FontPage>(sheet, row);
     case dialog::kSpecialPage:

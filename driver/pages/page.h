@@ -35,7 +35,7 @@ inline constexpr PageRow kDocumentPages[] = {
     {     500, 2006,      536,     531,         530, true},
     {     600, 2008,      615,     648,         636, true},
     {     700, 2009,      711,       0,         714, true},
-    {     900, 2012,        0,       0,         934, false},
+    {     900, 2012,        0,       0,         934, true},
     {    1000, 2011,        0,       0,        1007, true},
 };
 inline constexpr PageRow kDevicePages[] = {

@@ -50,4 +50,12 @@ bool ContainsFolded(std::u16string_view text, std::u16string_view part) {
   return !std::ranges::search(text, part, {}, Fold, Fold).empty() || part.empty();
 }
 
+int CompareFolded(std::u16string_view a, std::u16string_view b) {
+  const auto differs = [](char16_t x, char16_t y) { return Fold(x) != Fold(y); };
+  for (size_t i = 0; i < std::min(a.size(), b.size()); ++i)
+    if (differs(a[i], b[i])) return int{Fold(a[i])} - int{Fold(b[i])};
+  if (a.size() != b.size()) return a.size() < b.size() ? -1 : 1;
+  return -a.compare(b);
+}
+
 }  // namespace heron

@@ -1,4 +1,4 @@
-// Names that differ in the case of their letters only.
+// Texts compared without regard to the case of their letters.
 #pragma once
 
 #include <string>
@@ -13,5 +13,9 @@ std::u16string Folded(std::u16string_view text);
 
 /// Whether `text` contains `part` by the same folding; every text contains the empty one.
 bool ContainsFolded(std::u16string_view text, std::u16string_view part);
+
+/// Negative, 0 or positive: the order of two texts by folded characters; texts that differ in the case of letters alone
+/// are ordered small before capital.
+int CompareFolded(std::u16string_view a, std::u16string_view b);
 
 }  // namespace heron

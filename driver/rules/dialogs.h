@@ -17,7 +17,12 @@ inline constexpr uint16_t kDevicePage = 800;
 inline constexpr uint16_t kFaxPage = 900;
 
 inline constexpr uint16_t kWatermarkEditor = 1100;
+inline constexpr uint16_t kCoverSender = 1235;
+inline constexpr uint16_t kCoverPosition = 1236;
+inline constexpr uint16_t kCover = 1237;
+inline constexpr uint16_t kCoverRecipient = 1238;
 inline constexpr uint16_t kSecurePrint = 1800;
+inline constexpr uint16_t kFaxDetails = 1820;
 inline constexpr uint16_t kBox = 2001;
 inline constexpr uint16_t kInterleave = 2020;
 inline constexpr uint16_t kCustomSize = 2200;

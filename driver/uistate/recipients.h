@@ -33,6 +33,34 @@ struct AddressBlock {
 };
 static_assert(sizeof(AddressBlock) == 18004);
 
+/// A recipient as the fax page edits it and as a cover sheet names it. A text that fills its field has no terminator.
+struct RecipientRow {
+  char16_t name[kRecipientTextLength];
+  char16_t number[kRecipientTextLength];
+  char16_t company[kRecipientTextLength];
+  char16_t department[kRecipientTextLength];
+  uint8_t ecm;
+  uint8_t overseas;
+  uint8_t v34;
+  uint8_t spare;
+};
+static_assert(sizeof(RecipientRow) == 356);
+
+/// The list of recipients while it is edited. Rows at and beyond the count are zero.
+struct RecipientTable {
+  uint32_t count;  ///< at most kRecipientCount
+  RecipientRow rows[kRecipientCount];
+};
+
+/// One row between the two forms.
+void EncodeRow(const RecipientRow& row, AddressRow* out);
+void DecodeRow(const AddressRow& row, RecipientRow* out);
+
+/// The table of `ui`, as applied.
+void LoadRecipients(const UiState& ui, RecipientTable* table);
+/// Replaces the recipients of `ui` and both counts; flags take their defaults from the catalogue.
+void StoreRecipients(const UiState& ui, const RecipientTable& table, const ResourceContext* resources);
+
 /// The recipients of `ui` in exchange form; rows at and beyond the count are zero.
 void FillAddressBlock(const UiState& ui, AddressBlock* block);
 
@@ -41,6 +69,12 @@ void ReadAddressBlock(const UiState& ui, const AddressBlock& block, const Resour
 
 /// Path of the address file with this number in the user's temporary folder; empty if there is no such folder.
 std::u16string AddressFilePath(uint32_t id);
+
+/// Reads a whole address file into `block`; false, with `block` unspecified, unless there is one of exactly its size.
+bool ReadAddressFile(uint32_t id, AddressBlock* block);
+/// Makes a new address file, which no ring knows. Its number, or 0 if it can't be written whole.
+uint32_t MakeAddressFile(const AddressBlock& block);
+void DeleteAddressFile(uint32_t id);
 
 /// Loads the recipients of the file that the record names. Without such a file the recipients of `ui` and the record's
 /// count and number become 0.

@@ -217,9 +217,14 @@ void FillCheckBlock(const ResourceContext* resources, uint16_t feature, CheckBlo
 /// Writes the committed values into `env`, with what follows from them. Nothing outside `env` changes.
 void FillRecord(const UiState& ui, DriverEnv& env, const ResourceContext* resources);
 
+/// Whether a write-back stores the fax recipients in the record's address file, or leaves that and the record's
+/// number of it to the caller.
+enum class AddressFile : uint8_t { kWrite, kLeave };
+
 /// The same, and stores what belongs to a confirmed record, the user's fax recipients included. A part that
 /// can't be written (the recipients' file, BookMode) doesn't stop the others.
-void WriteBackUiState(UiState& ui, DriverEnv& env, const ResourceContext* resources);
+void WriteBackUiState(UiState& ui, DriverEnv& env, const ResourceContext* resources,
+                      AddressFile addresses = AddressFile::kWrite);
 
 /// A copy of its own; null, with nothing kept, if memory runs out.
 UiStatePtr CloneUiState(const UiState& ui);

@@ -158,9 +158,11 @@ void FillRecord(const UiState& ui, DriverEnv& env, const ResourceContext* resour
   WriteBackTrays(ui, env);
 }
 
-void WriteBackUiState(UiState& ui, DriverEnv& env, const ResourceContext* resources) {
-  WriteAddressFile(ui, env);  // may come to no recipients, which the record then says
+void WriteBackUiState(UiState& ui, DriverEnv& env, const ResourceContext* resources, AddressFile addresses) {
+  // May come to no recipients, which the record then says.
+  if (addresses == AddressFile::kWrite) WriteAddressFile(ui, env);
   FillRecord(ui, env, resources);
+  if (addresses == AddressFile::kWrite && Get<"faxAddressFileId">(env) == 0) Set<"faxAddressCount">(env, 0);
   WriteBackBookMode(ui, env);
 }
 

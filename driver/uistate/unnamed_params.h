@@ -5,6 +5,8 @@
 
 namespace heron::param {
 
+inline constexpr uint16_t kFilePrint = 52;         ///< whether the document of a fax is printed too
+inline constexpr uint16_t kSendTime = 53;          ///< whether a fax waits for its time
 inline constexpr uint16_t kTabIndexNo = 186;       ///< "lpPrnTabIndexNo", a list without a feature
 inline constexpr uint16_t kDeviceName = 204;       ///< internal
 inline constexpr uint16_t kCurrentPages = 205;     ///< internal: rows of the working per-page list

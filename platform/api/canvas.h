@@ -117,6 +117,10 @@ class Canvas {
   virtual void DrawLine(const TextDrawing& drawing, const std::optional<RECT>& clip) = 0;
   virtual void FillRect(const RECT& area, COLORREF color, const std::optional<RECT>& clip) = 0;
   virtual void DrawPicture(const RECT& target, const Picture& picture, const std::optional<RECT>& clip) = 0;
+  /// The whole content `file` of a BMP file, stretched to `target`. Nothing is drawn for one that can't be read, nor by
+  /// a canvas without a reader.
+  virtual void DrawBitmap(const RECT& /*target*/, std::span<const uint8_t> /*file*/,
+                          const std::optional<RECT>& /*clip*/) {}
   /// Picture `number` of the driver's resource module, stretched to `target`. Nothing is drawn for a picture that the
   /// module hasn't got, nor by a canvas without a module, as that of a job.
   virtual void DrawResource(uint32_t /*number*/, const RECT& /*target*/, const std::optional<RECT>& /*clip*/) {}

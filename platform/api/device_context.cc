@@ -392,6 +392,24 @@ BOOL StrokeAndFillPath(HDC hdc) {
   });
 }
 
+BOOL FillRect(HDC hdc, const RECT* rect, HGDIOBJ brush) {
+  return OnContext(hdc, BOOL{0}, [&](DeviceContext& context) {
+    const std::optional<DrawingObject> found = FindObject(brush);
+    if (rect == nullptr || !found.has_value() || !std::holds_alternative<Brush>(*found)) return Refuse(BOOL{0});
+    context.canvas->FillRect(ToDevice(context.state, *rect), std::get<Brush>(*found).color, context.state.clip);
+    return BOOL{1};
+  });
+}
+
+BOOL StretchDIBits(HDC hdc, const RECT* target, const void* file, DWORD size) {
+  return OnContext(hdc, BOOL{0}, [&](DeviceContext& context) {
+    if (target == nullptr || file == nullptr) return Refuse(BOOL{0});
+    context.canvas->DrawBitmap(ToDevice(context.state, *target), {static_cast<const uint8_t*>(file), size},
+                               context.state.clip);
+    return BOOL{1};
+  });
+}
+
 int GetDeviceCaps(HDC hdc, int number) {
   return OnContext(hdc, 0, [&](DeviceContext& context) {
     for (const DeviceCap cap :

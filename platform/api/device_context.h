@@ -90,6 +90,12 @@ HERON_PLATFORM_API BOOL BeginPath(HDC hdc);
 HERON_PLATFORM_API BOOL EndPath(HDC hdc);
 HERON_PLATFORM_API BOOL StrokeAndFillPath(HDC hdc);
 
+/// Fills `rect` with a brush. False for another object or a null `rect`.
+HERON_PLATFORM_API BOOL FillRect(HDC hdc, const RECT* rect, HGDIOBJ brush);
+/// Draws the picture of a BMP file, whose whole content is `file`, over `target`. Unlike its namesake it takes the file
+/// as it is, so that reading its formats is the canvas's work. False for null arguments.
+HERON_PLATFORM_API BOOL StretchDIBits(HDC hdc, const RECT* target, const void* file, DWORD size);
+
 /// A DeviceCap number; 0 for any other.
 HERON_PLATFORM_API int GetDeviceCaps(HDC hdc, int number);
 /// Hands each font family of the device, or the one named `family`, to `visit` until it gives 0; `metrics` is null.

@@ -4,6 +4,7 @@
 #include "platform/sqlite/posix_files.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -157,7 +158,13 @@ uint32_t PosixFiles::NumberHint() {
 DWORD PosixFiles::CreateNew(std::u16string_view path) {
   const int fd = open(ToUtf8(path).c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kOwnerOnly);
   if (fd < 0) return StatusOf(errno);
-  close(fd);
+  const std::string name = ToUtf8(path);
+  if (!IsSpoolFile(name) || flock(fd, LOCK_EX | LOCK_NB) != 0) {
+    close(fd);
+    return kErrorSuccess;
+  }
+  const std::lock_guard guard(mutex_);
+  held_.emplace(name, fd);
   return kErrorSuccess;
 }
 
@@ -183,8 +190,37 @@ DWORD PosixFiles::Open(std::u16string_view path, bool write, bool create, std::s
   return kErrorSuccess;
 }
 
+PosixFiles::~PosixFiles() {
+  for (const auto& [path, fd] : held_) close(fd);
+}
+
+bool PosixFiles::IsSpoolFile(const std::string& path) {
+  const fs::path folder = fs::path(path).parent_path();
+  return folder.filename() == "PRINTERS" && folder.parent_path().filename() == "spool" &&
+         folder.parent_path().parent_path() == PrivateFolder("system-");
+}
+
+/// Ends this process's own lock; kErrorAccessDenied if another process holds one.
+DWORD PosixFiles::Release(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  if (const auto held = held_.find(path); held != held_.end()) {
+    close(held->second);
+    held_.erase(held);
+    return kErrorSuccess;
+  }
+  const int fd = open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  if (fd < 0) return kErrorSuccess;  // what is in the way shows when it is deleted
+  const bool free = flock(fd, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+  close(fd);
+  return free ? kErrorSuccess : kErrorAccessDenied;
+}
+
 DWORD PosixFiles::Delete(std::u16string_view path) {
-  return unlink(ToUtf8(path).c_str()) == 0 ? kErrorSuccess : StatusOf(errno);
+  const std::string name = ToUtf8(path);
+  if (IsSpoolFile(name)) {
+    if (const DWORD status = Release(name); status != kErrorSuccess) return status;
+  }
+  return unlink(name.c_str()) == 0 ? kErrorSuccess : StatusOf(errno);
 }
 
 DWORD PosixFiles::Attributes(std::u16string_view path, DWORD* attributes) {

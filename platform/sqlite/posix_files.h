@@ -1,7 +1,13 @@
 // Files through POSIX calls. Temporary files are in a folder of the home that only its user can enter.
+//
+// A spool file that this process made stays locked until it is deleted or the process ends. Another process can't
+// delete it: the clean-up of one job never takes the files of another that still runs.
 #pragma once
 
 #include <filesystem>
+#include <map>
+#include <mutex>
+#include <string>
 
 #include "platform/api/backend.h"
 
@@ -14,6 +20,7 @@ class PosixFiles final : public platform::FileStore {
  public:
   PosixFiles(std::filesystem::path home, std::filesystem::path machine_home, std::filesystem::path documents)
       : home_(std::move(home)), machine_home_(std::move(machine_home)), documents_(std::move(documents)) {}
+  ~PosixFiles() override;
 
   std::u16string TempFolder() override;
   std::u16string SystemFolder() override;
@@ -30,10 +37,14 @@ class PosixFiles final : public platform::FileStore {
 
  private:
   std::filesystem::path PrivateFolder(const char* name);
+  bool IsSpoolFile(const std::string& path);
+  platform::DWORD Release(const std::string& path);
 
   const std::filesystem::path home_;
   const std::filesystem::path machine_home_;
   const std::filesystem::path documents_;
+  std::mutex mutex_;
+  std::map<std::string, int> held_;  ///< open and locked spool files of this process, by path
 };
 
 }  // namespace heron::store

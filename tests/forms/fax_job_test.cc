@@ -89,7 +89,7 @@ TEST_F(FaxTest, LostAndShortAddressFiles) {
   EXPECT_NE(StartPage().find("GetAddressFile FaxCancel"), std::string::npos);
 }
 
-TEST_F(FaxTest, CoverSheetsAreRefusedWithAMessage) {
+TEST_F(FaxTest, CoverSheetsAreBuiltOnTheFirstPage) {
   Address(1);
   faxStatus[FaxStatus::kCoverSheets] = 1;
   const char16_t name[] = u"Letter";
@@ -101,14 +101,14 @@ TEST_F(FaxTest, CoverSheetsAreRefusedWithAMessage) {
   EXPECT_EQ(ReadTextAt(canvas.sent["EscSetDocName"], 0, 260), u"Letter");
   Run(DOCUMENTEVENT_STARTDOC);
   EXPECT_EQ(ReadTextAt(canvas.sent["EscSetDocName"], 0, 260), u"DocName None");
-  EXPECT_TRUE(StartPage().ends_with("GetFaxStatus FaxCancel"));
-  EXPECT_EQ(desk.shown, "<32003>: <32030>");
+  EXPECT_TRUE(StartPage().ends_with("GetFaxStatus GetJobRecord"));
+  EXPECT_EQ(ReadAt<uint32_t>(canvas.sent["EscFaxCoverCount"], 0), 1u);
 }
 
 TEST_F(FaxTest, EachEscapeFailingEndsTheJob) {
   for (const bool covers : {false, true}) {
-    // The last two, the range or the cancel of a fax with a cover, are -1.
-    for (uint32_t n = 2; n <= (covers ? 11u : 12u); ++n) {
+    // The last two, the range or the first ones of the cover sheets, are -1.
+    for (uint32_t n = 2; n <= 12; ++n) {
       Address(1);
       faxStatus.assign(FaxStatus::kSize, 0);
       faxStatus[FaxStatus::kFaxJob] = 1;

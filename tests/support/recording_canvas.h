@@ -105,6 +105,20 @@ class RecordingCanvas : public platform::Canvas {
     const auto found = picture_sizes.find(number);
     return found == picture_sizes.end() ? std::nullopt : std::optional(found->second);
   }
+  void DrawBitmap(const platform::RECT& target, std::span<const uint8_t> file,
+                  const std::optional<platform::RECT>&) override {
+    char text[120];
+    std::snprintf(text, sizeof text, "(%d,%d)-(%d,%d) %zu", target.left, target.top, target.right, target.bottom,
+                  file.size());
+    bitmaps.emplace_back(text);
+  }
+  /// The bitmaps drawn since the last call, joined.
+  std::string TakeBitmaps() {
+    std::string all;
+    for (const std::string& bitmap : bitmaps) all += (all.empty() ? "" : " ") + bitmap;
+    bitmaps.clear();
+    return all;
+  }
   bool StartPage() override {
     log.emplace_back("page");
     return true;
@@ -144,6 +158,7 @@ class RecordingCanvas : public platform::Canvas {
   std::string failing;   ///< every escape of this name fails
   uint32_t escapes = 0;
   std::vector<std::string> log;
+  std::vector<std::string> bitmaps;  ///< target and size of the file
   std::vector<Drawn> drawings;
   std::vector<platform::FontFamily> families;
   std::map<uint32_t, platform::SIZE> picture_sizes;  ///< of the pictures that there are
