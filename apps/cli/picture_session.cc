@@ -29,9 +29,9 @@ struct KindName {
   std::string_view name;
   PictureKind kind;
 };
-constexpr KindName kKinds[] = {{"paper", PictureKind::kPaper},   {"machine", PictureKind::kMachine},
-                               {"device", PictureKind::kDevice}, {"status", PictureKind::kStatus},
-                               {"margin", PictureKind::kMargin}, {"quality", PictureKind::kQuality},
+constexpr KindName kKinds[] = {{"paper", PictureKind::kPaper},         {"machine", PictureKind::kMachine},
+                               {"device", PictureKind::kDevice},       {"status", PictureKind::kStatus},
+                               {"margin", PictureKind::kMargin},       {"quality", PictureKind::kQuality},
                                {"watermark", PictureKind::kWatermark}, {"cover", PictureKind::kCover}};
 
 PictureKind KindOf(const PictureOptions& options) {

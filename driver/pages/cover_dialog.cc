@@ -54,7 +54,8 @@ constexpr ShownControl kControls[] = {
     {.id = kZoomCheck, .group = kAll, .param = ParamNamed<u"FaxCover_Zoom">()},
 };
 
-constexpr TextNumber kStyles[] = {text::kCoverStandard, text::kCoverBusiness, text::kCoverBold, text::kCoverInternational};
+constexpr TextNumber kStyles[] = {text::kCoverStandard, text::kCoverBusiness, text::kCoverBold,
+                                  text::kCoverInternational};
 constexpr TextNumber kTemplates[] = {text::kFaxGreeting, text::kFaxDearSir, text::kFaxToAllRecipients,
                                      text::kFaxToCustomers};
 

@@ -221,8 +221,7 @@ void FaxPage::TellRefusal(Added why, const std::u16string& number) {
     dialog().Focus(kNumber);
     dialog().SelectText(kNumber, 0, std::u16string::npos);
   } else {
-    RefuseCleared(kNumber, TextOf(text::kBadCharacter) + TextOf(text::kUseFaxNumberSigns),
-                  TextOf(text::kFaxNumber));
+    RefuseCleared(kNumber, TextOf(text::kBadCharacter) + TextOf(text::kUseFaxNumberSigns), TextOf(text::kFaxNumber));
     EnableControls();
   }
 }
