@@ -138,7 +138,10 @@ bool SheetFile::AddSheet(std::span<const PlacedPage> pages, std::span<const Draw
 
 void SheetFile::AddLayer(Sheet& sheet, std::span<const Drawing> drawings) {
   if (drawings.empty()) return;
-  sheet.placements.push_back({{}, Draw(sheet.size, drawings), sheet.size, QRectF(QPointF(), sheet.size), 0});
+  Placement& layer = sheet.placements.emplace_back();
+  layer.drawn = Draw(sheet.size, drawings);
+  layer.size = sheet.size;
+  layer.box = QRectF(QPointF(), sheet.size);
 }
 
 /// The number of the scratch file's page that holds the drawings.

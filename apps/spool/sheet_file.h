@@ -55,7 +55,7 @@ class SheetFile {
     std::optional<size_t> drawn;
     QSizeF size;
     QRectF box;
-    int rotate;
+    int rotate = 0;
   };
   struct Sheet {
     QSizeF size;
