@@ -39,8 +39,8 @@ std::u16string PlainNumber(std::u16string_view written);
 /// Entries whose name, number, company, department or group holds the text, whatever the case.
 bool Matches(const Entry& entry, std::u16string_view text);
 
-/// The entries of a vCard or CSV file (UTF-8), recognised by its first line. `skipped` receives how many had no fax number or
-/// didn't fit.
+/// The entries of a vCard or CSV file (UTF-8), recognised by its first line. `skipped` receives how many had no fax
+/// number or didn't fit.
 std::vector<Entry> Parse(std::string_view bytes, size_t* skipped);
 std::string ToVCard(const std::vector<Entry>& entries);
 std::string ToCsv(const std::vector<Entry>& entries);

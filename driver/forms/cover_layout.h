@@ -1,7 +1,7 @@
 // The fax cover sheet as it is drawn: one layout for the previews and the printed page.
 //
-// Lengths are pixels of the device; `...Hmm` are hundredths of a millimetre. Numbers of a store are clamped by the code that
-// fills the layout (ClampCover). The strings are in use.
+// Lengths are pixels of the device; `...Hmm` are hundredths of a millimetre. Numbers of a store are clamped by the code
+// that fills the layout (ClampCover). The strings are in use.
 #pragma once
 
 #include <cstdint>
