@@ -107,7 +107,7 @@ class Picture(support.Journey):
         self.assertEqual(read["labels"][-1], {"place": "copies", "text": " X2"})
 
     def test_refusals(self):
-        for kind in ("quality", "watermark", "cover"):
+        for kind in ("quality", "watermark"):
             self.heron("picture", kind, "-p", "Office", "--json", code=1)
             self.assertIn("not built yet", self.run_heron("picture", kind, "-p", "Office", "--json").stderr.decode())
         self.heron("picture", "paper", "-p", "Office", code=2)
