@@ -35,8 +35,6 @@ constexpr KindName kKinds[] = {{"paper", PictureKind::kPaper},         {"machine
                                {"watermark", PictureKind::kWatermark}, {"cover", PictureKind::kCover}};
 
 PictureKind KindOf(const PictureOptions& options) {
-  if (std::ranges::count(kUnbuiltKinds, options.kind) != 0)
-    throw Failure(kFailed, "the picture \"" + options.kind + "\" is not built yet");
   const auto known = std::ranges::find(kKinds, options.kind, &KindName::name);
   if (known == std::end(kKinds)) throw Failure(kUsage, "there is no picture \"" + Printable(options.kind) + '"');
   if (!options.entry.empty() && !options.requests.empty())
@@ -224,7 +222,6 @@ bool PictureOptions::NeedsDrawing() const {
 void PictureOptions::AddTo(CLI::App& app) {
   std::vector<std::string> names;
   for (const KindName& known : kKinds) names.emplace_back(known.name);
-  names.insert(names.end(), std::begin(kUnbuiltKinds), std::end(kUnbuiltKinds));
   app.add_option("KIND", kind, "paper, machine, device, status, margin, quality, watermark or cover")
       ->required()
       ->check(CLI::IsMember(names));
