@@ -11,12 +11,12 @@
 #include "pages/overlay_page.h"
 #include "pages/paper_page.h"
 #include "pages/per_page_page.h"
-#include "pages/plain_pages.h"
 #include "pages/preset_menu.h"
 #include "pages/quality_page.h"
 #include "pages/recall_dialogs.h"
 #include "pages/save_dialog.h"
 #include "pages/special_page.h"
+#include "pages/version_page.h"
 #include "pages/watermark_page.h"
 #include "platform/api/text.h"
 #include "presets/recall.h"
@@ -259,7 +259,6 @@ void Page::SelectView(ControlId id) {
 }
 
 std::unique_ptr<platform::DialogLogic> MakePage(SheetContext& sheet, const PageRow& row) {
-  if (!row.isBuilt) return std::make_unique<UnbuiltPage>(sheet, row);
   switch (row.number) {
     case dialog::kDevicePage:
       return std::make_unique<DevicePage>(sheet, row);

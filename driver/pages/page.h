@@ -22,24 +22,23 @@ struct PageRow {
   ControlId defaults;
   ControlId library;
   ControlId firstPaint;
-  bool isBuilt;  ///< otherwise its template is shown, and nothing on it can be used
 };
 
 // clang-format off
 inline constexpr PageRow kDocumentPages[] = {
-    // number  help  defaults  library  first paint  built
-    {     100, 2002,      151,     170,         154, true},
-    {     200, 2003,      237,     256,         239, true},
-    {     300, 2004,      338,     347,         344, true},
-    {     400, 2005,        0,     416,         415, true},
-    {     500, 2006,      536,     531,         530, true},
-    {     600, 2008,      615,     648,         636, true},
-    {     700, 2009,      711,       0,         714, true},
-    {     900, 2012,        0,       0,         934, true},
-    {    1000, 2011,        0,       0,        1007, true},
+    // number  help  defaults  library  first paint
+    {     100, 2002,      151,     170,         154},
+    {     200, 2003,      237,     256,         239},
+    {     300, 2004,      338,     347,         344},
+    {     400, 2005,        0,     416,         415},
+    {     500, 2006,      536,     531,         530},
+    {     600, 2008,      615,     648,         636},
+    {     700, 2009,      711,       0,         714},
+    {     900, 2012,        0,       0,         934},
+    {    1000, 2011,        0,       0,        1007},
 };
 inline constexpr PageRow kDevicePages[] = {
-    {     800, 2010,      815,       0,         848, true},
+    {     800, 2010,      815,       0,         848},
 };
 // clang-format on
 

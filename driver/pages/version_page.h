@@ -1,21 +1,9 @@
-// Pages without settings of their own: the version, and pages that aren't built yet.
+// The page of the version, which has no settings.
 #pragma once
 
 #include "pages/page.h"
 
 namespace heron::pages {
-
-/// Shows the settings of the page and their values. None of them can be changed.
-class UnbuiltPage : public Page {
- public:
-  UnbuiltPage(SheetContext& sheet, const PageRow& row);
-
-  void EnableControl(uint16_t, bool) override {}
-
- protected:
-  void OnInitialise() override;
-  void OnActivate() override;
-};
 
 class VersionPage : public Page {
  public:
