@@ -165,8 +165,6 @@ class Journeys : public ::testing::Test {
   /// What is done in the next dialogs, by number.
   std::map<DialogName, std::function<void(ModalWindow&)>> in_dialog;
 
-  QString name_;
-
  private:
   /// Looks whether a window has come up that wasn't met yet, and does what the test wants with it.
   void Look() {

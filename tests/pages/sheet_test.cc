@@ -330,14 +330,6 @@ TEST_F(SheetTest, TwoSheetsDoNotDisturbEachOther) {
   EXPECT_EQ(Get<"dmOrientation">(other.out), 2);
 }
 
-TEST_F(SheetTest, APageThatIsNotBuiltShowsItsSettings) {
-  OpenPage("OverlayPrompt=On");
-  page = sheet->Show("overlay");
-  EXPECT_TRUE((*page)["OverlayPrompt"].checked);
-  ASSERT_TRUE(sheet->Apply());
-  for (const ControlId id : page->Controls()) EXPECT_FALSE(page->IsEnabled(id)) << NameOfControl(id);
-}
-
 TEST_F(SheetTest, AReportNamesThePapersOfItsOwnSheet) {
   OpenPage("lpBindPosit=Top");
   AddQueue(u"P2");
