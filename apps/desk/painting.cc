@@ -181,7 +181,11 @@ platform::SIZE MeasureLine(const LOGFONTW& font, std::u16string_view text) {
 
 std::vector<platform::FontFamily> InstalledFamilies() {
   std::vector<platform::FontFamily> families;
-  for (const QString& name : QFontDatabase::families()) {
+  QStringList names;
+  // A family of several foundries is listed once for each, with the foundry behind its name.
+  for (const QString& name : QFontDatabase::families()) names << name.section(QStringLiteral(" ["), 0, 0);
+  names.removeDuplicates();
+  for (const QString& name : names) {
     const auto systems = QFontDatabase::writingSystems(name);
     const auto row = std::ranges::find_if(kCharSets, [&](const auto& r) { return systems.contains(r.first); });
     families.push_back({.name = name.toStdU16String(),

@@ -255,7 +255,8 @@ void Panel::SelectRow(ControlId id, int row) {
   auto* const view = qobject_cast<QAbstractItemView*>(control->widget);
   if (view == nullptr) return;
   const QModelIndex index = control->rows->index(row, 0);
-  view->setCurrentIndex(index);
+  // Not the view's own way, which asks the keyboard: with Ctrl held it would select nothing.
+  view->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   if (!index.isValid()) view->clearSelection();
   if (index.isValid()) view->scrollTo(index);
 }

@@ -518,6 +518,8 @@ TEST_F(Journeys, RowsForSinglePagesAreMadeMovedAndKept) {
               EXPECT_EQ(row(1) + " " + row(2), "1-2 12");
               QTest::keyClick(list, Qt::Key_Z, Qt::ControlModifier);
               EXPECT_EQ(row(1) + " " + row(2), "3,6-10 1-2");
+              EXPECT_EQ(page.SelectedRow("pageListRows"_id), 1) << "selected, though Ctrl was held";
+              EXPECT_TRUE(WidgetOf(page, "editPageListRow")->isEnabled());
               Photograph(*sheet_, "per-page-page");
               in_dialog["name-of-the-per-page-list"] = [&](ModalWindow& dialog) {
                 Photograph(dialog, "list-name");
