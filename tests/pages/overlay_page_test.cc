@@ -37,7 +37,7 @@ class OverlayPageTest : public SheetTest {
     for (const std::u16string& path : FormsIn(*ui().stores.overlays)) text += platform::ToUtf8(path) + ' ';
     return text;
   }
-  /// The user gives this path; what was told after the question for it.
+  /// The user gives this path; the messages after the question for it.
   std::string Browse(std::optional<std::u16string> path) {
     desk.AnswerPath(std::move(path));
     page->Click("browseForms");
@@ -46,7 +46,7 @@ class OverlayPageTest : public SheetTest {
     EXPECT_NE(asked, std::string::npos);
     return told.substr(std::min(told.find(" / "), told.size()));
   }
-  /// Leaves the page: "left", or what was told.
+  /// Leaves the page: "left", or the messages.
   std::string Leave() {
     ScriptedDialog* const next = sheet->Show("paper");
     if (next == nullptr) return desk.Told() + " at " + page->FocusedName();

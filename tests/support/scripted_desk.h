@@ -172,7 +172,7 @@ class ScriptedDesk : public platform::MessageDesk {
   void Expect(DialogName dialog, Script script) { dialogs_.emplace_back(dialog, std::move(script)); }
   /// Around the start of a dialog's logic.
   std::function<void(const std::function<void()>&)> while_starting = [](const auto& start) { start(); };
-  /// What was told since the last call, "caption|text", a question with "?" behind it; parts of several boxes joined by
+  /// The messages since the last call, "caption|text", a question with "?" behind it; parts of several boxes joined by
   /// " / ".
   std::string Told() { return std::exchange(told_, {}); }
 

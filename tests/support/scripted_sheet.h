@@ -95,7 +95,7 @@ class ScriptedSheet {
   };
   std::vector<Page> pages;
   size_t accepted = 100;  ///< pages that the host takes
-  int results = 0;        ///< times that it was told a result
+  int results = 0;        ///< times that it received a result
   DriverEnv out{};        ///< what a confirmed document sheet gives
 
  private:
