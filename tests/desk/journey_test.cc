@@ -229,17 +229,20 @@ constexpr int kOneSided = 1;
 constexpr int kBooklet = 3;
 
 TEST_F(Journeys, AConsequenceIsAskedForAndTheAnswerCounts) {
-  EXPECT_EQ(Run([&] {
-              Choose(Paper(), "lpPRNType", QStringLiteral("Booklet"));
-              answers = {QStringLiteral("No")};
-              Click(Paper(), "Sort_Check");
-              ASSERT_EQ(shown.size(), 1);
-              EXPECT_TRUE(shown[0].contains(QStringLiteral("Print type"))) << shown[0].toStdString();
-              EXPECT_EQ(Chosen(Paper(), "lpPRNType"), "Booklet");
-              EXPECT_TRUE(Paper().IsChecked("Sort_Check"_id)) << "a No takes the change back";
-              Press(QDialogButtonBox::Ok);
-            }),
-            SheetEnd::kConfirmed);
+  EXPECT_EQ(
+      Run([&] {
+        Choose(Paper(), "lpPRNType", QStringLiteral("Booklet"));
+        answers = {QStringLiteral("No")};
+        Click(Paper(), "Sort_Check");
+        ASSERT_EQ(shown.size(), 1);
+        EXPECT_TRUE(shown[0].contains(QStringLiteral("Print type"))) << shown[0].toStdString();
+        EXPECT_EQ(Chosen(Paper(), "lpPRNType"), "Booklet");
+        EXPECT_TRUE(Paper().IsChecked("Sort_Check"_id)) << "a No takes the change back";
+        EXPECT_TRUE(WidgetOf(Paper(), "upperPicture")->accessibleDescription().contains(QStringLiteral("booklet")))
+            << WidgetOf(Paper(), "upperPicture")->accessibleDescription().toStdString();
+        Press(QDialogButtonBox::Ok);
+      }),
+      SheetEnd::kConfirmed);
   EXPECT_EQ(Field("lpPRNType"), kBooklet);
   EXPECT_EQ(Run([&] {
               Choose(Paper(), "lpPRNType", QStringLiteral("Booklet"));

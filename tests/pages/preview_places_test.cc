@@ -81,10 +81,14 @@ TEST_F(PreviewPlacesTest, PicturesFollowEveryChange) {
   page->Press("previewMode.Machine");
   EXPECT_EQ((*page)[kUpper].repainted.back().bottom, 150) << "all of it";
   EXPECT_EQ(Repainted(), "upper:sheet ");
-  EXPECT_EQ(Shown(kUpper).substr(0, 2), "19");
+  const std::string before = Shown(kUpper);
+  EXPECT_EQ(before.substr(0, 2), "19");
+  Choose(*page, "lpMediaSource", "Tray1");
+  EXPECT_EQ(Repainted(), "upper:sheet ") << "the tray in use is lit";
+  EXPECT_NE(Shown(kUpper), before);
 }
 
-TEST_F(PreviewPlacesTest, PagesThatAreNotBuiltShowThemToo) {
+TEST_F(PreviewPlacesTest, OtherPagesShowThemToo) {
   OpenPage("lpOrientation=Landscape", "special");
   EXPECT_NE(Shown(kUpper).find("15001 15071 "), std::string::npos);
   EXPECT_FALSE(Shown(kLower).empty());
