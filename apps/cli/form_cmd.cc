@@ -158,7 +158,7 @@ bool TryAdd(const FormOptions& options) {
   opened.Open(false);
   OverlayStore& store = StoreOf(opened);
   const std::u16string path = AbsolutePath(options.form);
-  const std::u16string name = ShortFormName(path);
+  const std::u16string name = ShortPath(path);
   if (!path.ends_with(kFormExtension)) throw Failure(kUsage, FormMessage(text::kNotAFormFile, name));
   if (!FormFactsOf(path)) throw Failure(kNotFound, "the file " + Quoted(path) + " isn't there or can't be read");
   const auto listed = PlaceOfForm(store, path);
@@ -183,8 +183,8 @@ bool TryAdd(const FormOptions& options) {
 void AskToDelete(const FormOptions& options, const std::u16string& path) {
   if (options.consent.consent() == Consent::kAsk && isatty(STDIN_FILENO) != 0) {
     const StringsInUse strings;
-    std::cerr << PrintableLines(platform::ExpandText(GetUiString(text::kAskToDeleteForm),
-                                                     {std::u16string_view(ShortFormName(path))}))
+    std::cerr << PrintableLines(
+                     platform::ExpandText(GetUiString(text::kAskToDeleteForm), {std::u16string_view(ShortPath(path))}))
               << '\n';
   }
   const std::optional<bool> yes = AnswerOf(options.consent.consent());
@@ -255,7 +255,7 @@ bool TryUse(const FormOptions& options, TerminalView& view) {
   if (!none) {
     if (!FormFactsOf(path)) throw Failure(kNotFound, "the file " + Quoted(path) + " isn't there or can't be read");
     const FormVerdict verdict = CheckListedForm(opened.ui(), {{}, path});
-    if (verdict.problem != 0) throw Failure(kRefused, FormMessage(verdict.problem, ShortFormName(path)));
+    if (verdict.problem != 0) throw Failure(kRefused, FormMessage(verdict.problem, ShortPath(path)));
   }
   ChosenOf(opened) = static_cast<uint8_t>(place);
   const Promises promises(opened.ui(), changes);

@@ -17,6 +17,8 @@
 #include <QTreeView>
 #include <QWheelEvent>
 #include <algorithm>
+#include <numeric>
+#include <vector>
 
 #include "row_model.h"
 #include "text.h"
@@ -136,7 +138,38 @@ QListView* MakeListBox(const FormParts& parts, FormControl* control) {
   return box;
 }
 
-/// Shares of the columns are meant for letters of 13 pixels; they grow with the font, and the last fills the view.
+/// Gives columns their shares of the view when it is resized, never less than the template asks for. The last one fills
+/// the rest.
+class ColumnShares final : public QObject {
+ public:
+  ColumnShares(QTreeView* view, const std::vector<platform::ColumnHeading>& columns) : QObject(view), view_(view) {
+    // Shares are meant for letters of 13 pixels; they grow with the font.
+    for (const platform::ColumnHeading& column : columns) {
+      const int wanted = column.width * view->fontMetrics().height() / 16;
+      least_.push_back(std::max(view->header()->sectionSizeHint(static_cast<int>(least_.size())), wanted));
+    }
+    sum_ = std::accumulate(least_.begin(), least_.end(), 0);
+    Share(0);
+    view->viewport()->installEventFilter(this);
+  }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Resize) Share(view_->viewport()->width());
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  void Share(int width) {
+    for (size_t column = 0; column + 1 < least_.size(); ++column)
+      view_->setColumnWidth(static_cast<int>(column), std::max(least_[column], least_[column] * width / sum_));
+  }
+
+  QTreeView* view_;
+  std::vector<int> least_;
+  int sum_ = 0;
+};
+
 QTreeView* MakeListView(const FormParts& parts, const ControlTemplate& plan, FormControl* control) {
   auto* const view = new RowsOf<QTreeView>(parts.parent);
   control->rows = MakeRows(parts, view);
@@ -154,11 +187,7 @@ QTreeView* MakeListView(const FormParts& parts, const ControlTemplate& plan, For
   if (plan.several) view->setSelectionMode(QAbstractItemView::ExtendedSelection);
   view->header()->setSectionsClickable(true);
   view->header()->setSectionsMovable(false);
-  for (int column = 0; column + 1 < static_cast<int>(plan.columns.size()); ++column) {
-    const int share = plan.columns[static_cast<size_t>(column)].width;
-    const int needed = view->header()->sectionSizeHint(column);
-    view->setColumnWidth(column, std::max(needed, share * view->fontMetrics().height() / 16));
-  }
+  if (!plan.columns.empty()) new ColumnShares(view, plan.columns);
   return view;
 }
 

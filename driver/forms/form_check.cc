@@ -177,7 +177,7 @@ FormFit FormCheck(const UiState& ui, const std::u16string& path) {
   return FormReadDescription(table, path) ? FormCompare(table) : FormFit::kNone;
 }
 
-std::u16string ShortFormName(std::u16string_view path) {
+std::u16string ShortPath(std::u16string_view path) {
   const size_t name = path.find_last_of(kPathSeparator) + 1;  // 0 if there is no folder
   std::u16string text;
   if (name > 0) (text = Shorten(path.substr(0, name - 1))) += kPathSeparator;

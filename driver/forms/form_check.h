@@ -46,6 +46,6 @@ FormFit FormCompare(const FormCheckTable& table);
 FormFit FormCheck(const UiState& ui, const std::u16string& path);
 
 /// The file for a message: folder and file name, each cut to 28 characters and three dots if it has 32 or more.
-std::u16string ShortFormName(std::u16string_view path);
+std::u16string ShortPath(std::u16string_view path);
 
 }  // namespace heron

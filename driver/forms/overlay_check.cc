@@ -36,7 +36,7 @@ int OnOverlayCheck(const DocumentEvent& event) {
   FormExpectFromJob(table, *record);
   const FormFit fit = FormReadDescription(table, path) ? FormCompare(table) : FormFit::kNone;
   if (fit == FormFit::kFits) return kGoOn;
-  const std::u16string name = ShortFormName(path);
+  const std::u16string name = ShortPath(path);
   const TextNumber text = fit == FormFit::kNone ? text::kFormUnusable : text::kFormInColor;
   return Refuse(event.hdc, ExpandText(GetUiString(text), {name}), text::kPrintWithForm, MB_ICONEXCLAMATION);
 }

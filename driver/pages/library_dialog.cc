@@ -4,6 +4,7 @@
 #include <new>
 
 #include "catalog/strings.h"
+#include "forms/form_check.h"
 #include "pages/preset_menu.h"
 #include "pages/summary_compare.h"
 #include "platform/api/text.h"
@@ -171,7 +172,7 @@ LibraryEntry* LibraryDialog::EntryOfRow(int row) const {
 }
 
 std::u16string LibraryDialog::KindText(const LibraryEntry& entry) const {
-  const std::u16string path = entry.location.Path();
+  const std::u16string path = ShortPath(entry.location.Path());  // it has one line
   if (entry.identity.attributes == kStandardEntry) return TextOf(text::kStandardSettings);
   if (!entry.isAway && entry.identity.attributes != kProtectedEntry) return path;
   return platform::ExpandText(GetUiString(entry.isAway ? text::kEntryAway : text::kEntryProtected),

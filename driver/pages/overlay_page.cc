@@ -247,12 +247,12 @@ bool OverlayPage::LeavePrinting() {
 
 /// False, for who refuses; the focus goes to the name.
 bool OverlayPage::RefuseName(TextNumber text, TextNumber caption, const FormName& name) {
-  const std::u16string shown = ShortFormName(name.folder + name.name);
+  const std::u16string shown = ShortPath(name.folder + name.name);
   return Refuse(kName, platform::ExpandText(GetUiString(text), {std::u16string_view(shown)}), TextOf(caption));
 }
 
 int OverlayPage::Ask(TextNumber text, TextNumber caption, const std::u16string& path) {
-  const std::u16string shown = ShortFormName(path);
+  const std::u16string shown = ShortPath(path);
   return Tell(platform::ExpandText(GetUiString(text), {std::u16string_view(shown)}), TextOf(caption),
               platform::MB_YESNO | platform::MB_ICONQUESTION);
 }

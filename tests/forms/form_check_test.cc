@@ -90,12 +90,12 @@ TEST_F(FormTest, FilesThatAreNoForms) {
 
 TEST_F(FormTest, NamesAreShortenedForMessages) {
   const std::u16string folder = u"/" + std::u16string(30, u'f');
-  EXPECT_EQ(ShortFormName(folder + u"/a.vxf"), folder + u"/a.vxf");
-  EXPECT_EQ(ShortFormName(folder + u"x/" + std::u16string(32, u'n')),
+  EXPECT_EQ(ShortPath(folder + u"/a.vxf"), folder + u"/a.vxf");
+  EXPECT_EQ(ShortPath(folder + u"x/" + std::u16string(32, u'n')),
             u"/" + std::u16string(27, u'f') + u".../" + std::u16string(28, u'n') + u"...");
-  EXPECT_EQ(ShortFormName(u"HR_DEFAULT"), u"HR_DEFAULT");
+  EXPECT_EQ(ShortPath(u"HR_DEFAULT"), u"HR_DEFAULT");
   const std::u16string pairs = std::u16string(27, u'n') + u"\U0001F600\U0001F600\U0001F600";
-  EXPECT_EQ(ShortFormName(pairs), std::u16string(27, u'n') + u"...");
+  EXPECT_EQ(ShortPath(pairs), std::u16string(27, u'n') + u"...");
 }
 
 }  // namespace
