@@ -196,6 +196,8 @@ void Layouter::Place(size_t first, size_t end) {
   if (auto* const label = qobject_cast<QLabel*>(control.widget);
       label != nullptr && plan.buddy == 0 && end - first == 1) {
     label->setWordWrap(true);  // a sentence of its own
+    // What a dialog writes there later may need a second line.
+    if (plan.label.empty()) label->setMinimumHeight(2 * label->fontMetrics().lineSpacing());
   }
   if (GrowsHigh(plan)) grid.layout->setRowStretch(grid.row, 1);
   ++grid.row;

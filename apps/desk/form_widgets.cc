@@ -149,6 +149,7 @@ class ColumnShares final : public QObject {
       least_.push_back(std::max(view->header()->sectionSizeHint(static_cast<int>(least_.size())), wanted));
     }
     sum_ = std::accumulate(least_.begin(), least_.end(), 0);
+    view->header()->setStretchLastSection(false);
     Share(0);
     view->viewport()->installEventFilter(this);
   }
@@ -161,8 +162,13 @@ class ColumnShares final : public QObject {
 
  private:
   void Share(int width) {
-    for (size_t column = 0; column + 1 < least_.size(); ++column)
-      view_->setColumnWidth(static_cast<int>(column), std::max(least_[column], least_[column] * width / sum_));
+    int left = std::max(width, sum_);
+    for (size_t column = 0; column < least_.size(); ++column) {
+      const bool last = column + 1 == least_.size();
+      const int wide = last ? left : least_[column] * std::max(width, sum_) / sum_;
+      view_->setColumnWidth(static_cast<int>(column), wide);
+      left -= wide;
+    }
   }
 
   QTreeView* view_;
