@@ -6,7 +6,6 @@
 #include <tiffio.h>
 
 #include <QImage>
-#include <QPainter>
 #include <algorithm>
 #include <cmath>
 #include <memory>
@@ -38,6 +37,23 @@ class SilentTiff {
   TIFFErrorHandler errors_, warnings_;
 };
 
+/// The picture in grey in the middle of a white sheet of kFaxLine pixels a line. Not Qt's conversion, whose worker
+/// threads outlive what they are used for.
+QImage GreySheet(const QImage& drawn) {
+  constexpr int kPixelBits = 32;
+  QImage sheet(kFaxLine, std::max(drawn.height(), 1), QImage::Format_Grayscale8);
+  if (sheet.isNull()) return {};
+  sheet.fill(Qt::white);
+  const int left = (kFaxLine - drawn.width()) / 2;
+  for (int y = 0; y < drawn.height(); ++y) {
+    const auto* const line = reinterpret_cast<const QRgb*>(drawn.constScanLine(y));
+    uchar* const grey = sheet.scanLine(y);
+    for (int x = std::max(0, -left); x < std::min(drawn.width(), kFaxLine - left); ++x)
+      grey[left + x] = static_cast<uchar>(qGray(drawn.depth() == kPixelBits ? line[x] : drawn.pixel(x, y)));
+  }
+  return sheet;
+}
+
 /// A page as a fax has it: one bit a pixel, a 1 is black, lines of kFaxLine pixels.
 QImage FaxPage(const Poppler::Page& page, int resolution) {
   QSizeF inches = page.pageSizeF() / kPointsPerInch;
@@ -46,13 +62,10 @@ QImage FaxPage(const Poppler::Page& page, int resolution) {
   if (turned) inches.transpose();
   const double shrink = std::min({1.0, line / inches.width(), kMostLines / (inches.height() * resolution)});
   const auto turn = turned ? Poppler::Page::Rotate90 : Poppler::Page::Rotate0;
-  const QImage drawn = page.renderToImage(kFaxAcross * shrink, resolution * shrink, -1, -1, -1, -1, turn)
-                           .convertToFormat(QImage::Format_Grayscale8);
+  const QImage drawn = page.renderToImage(kFaxAcross * shrink, resolution * shrink, -1, -1, -1, -1, turn);
   if (drawn.isNull()) return {};
-  QImage sheet(kFaxLine, std::max(drawn.height(), 1), QImage::Format_Grayscale8);
+  const QImage sheet = GreySheet(drawn);
   if (sheet.isNull()) return {};
-  sheet.fill(Qt::white);
-  QPainter(&sheet).drawImage((kFaxLine - drawn.width()) / 2, 0, drawn);
   // Letters and lines are black or white already; greys of pictures become dots.
   QImage bits = sheet.convertToFormat(QImage::Format_Mono, Qt::MonoOnly | Qt::DiffuseDither);
   const bool black_is_1 = bits.colorCount() < 2 || qGray(bits.color(1)) < qGray(bits.color(0));
